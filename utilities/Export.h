@@ -1,0 +1,14 @@
+#ifndef VTRUTILS_EXPORT_H
+#define VTRUTILS_EXPORT_H
+
+/// Marks what `vtrutils.dll` exports. A host defines neither macro. `VTRUTILS_BUILD` is set while
+/// the library itself is compiled, `VTRUTILS_STATIC` by programs that link its objects directly.
+#if defined(VTRUTILS_BUILD)
+#define VTRUTILS_API __declspec(dllexport)
+#elif defined(VTRUTILS_STATIC)
+#define VTRUTILS_API
+#else
+#define VTRUTILS_API __declspec(dllimport)
+#endif
+
+#endif

@@ -1,0 +1,37 @@
+#ifndef VTRUTILS_TEXT_LANGUAGESTATE_H
+#define VTRUTILS_TEXT_LANGUAGESTATE_H
+
+#include <windows.h>
+
+/// The process-wide state behind the language strings: made when the library is loaded, freed when
+/// it is unloaded. Private to the library. `stringLock` guards look-ups; paths and code page are set
+/// before look-ups start.
+
+namespace vtr {
+
+struct LanguageState {
+    CRITICAL_SECTION stringLock;
+    /// The host's folder, with a trailing backslash; "" when its path does not fit.
+    char masterLanguageFolder[MAX_PATH];
+    char languageFolder[MAX_PATH];
+    /// The library's own texts: "utility-strings.ini" in the host's folder; "" when that does not
+    /// fit.
+    char utilitiesStringFile[MAX_PATH];
+    /// 0: the system's ANSI code page.
+    unsigned currentCodePage;
+};
+
+/// Valid from load to unload.
+LanguageState& Language();
+
+void CreateLanguageState();
+void FreeLanguageState();
+
+/// The code page of narrow paths and texts wherever Windows wants UTF-16.
+inline unsigned CurrentCodePage() {
+    return Language().currentCodePage;
+}
+
+} // namespace vtr
+
+#endif

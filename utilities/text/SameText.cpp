@@ -1,0 +1,86 @@
+#include "utilities/text/SameText.h"
+
+#include "utilities/text/MultibyteText.h"
+
+#include <array>
+#include <cctype>
+
+// Its one-letter macros break C++ headers that are included behind it.
+#include <mbctype.h>
+// Behind it, because it needs it.
+#include <mbstring.h>
+
+namespace vtr {
+
+namespace {
+
+constexpr unsigned firstBeyondAscii = 0x80;
+
+constexpr std::array<unsigned char, firstBeyondAscii> MakeFold() {
+    std::array<unsigned char, firstBeyondAscii> fold{};
+    for (unsigned c = 0; c < firstBeyondAscii; ++c)
+        fold[c] = static_cast<unsigned char>(c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c);
+    return fold;
+}
+
+constexpr std::array<unsigned char, firstBeyondAscii> asciiFold = MakeFold();
+
+int CompareBeyondAscii(const char* left, const char* right) {
+    const bool multibyte = IsMultibyteCodePage();
+    for (;;) {
+        const FoldedCharacter a = FoldCharacter(left, multibyte);
+        const FoldedCharacter b = FoldCharacter(right, multibyte);
+        if (a.code != b.code)
+            return a.code < b.code ? -1 : 1;
+        if (a.code == 0)
+            return 0;
+        left = a.next;
+        right = b.next;
+    }
+}
+
+} // namespace
+
+FoldedCharacter FoldCharacter(const char* text, bool multibyte) {
+    const unsigned first = static_cast<unsigned char>(*text);
+    if (first < firstBeyondAscii)
+        return {asciiFold[first], first == 0 ? text : text + 1};
+    if (!multibyte)
+        return {static_cast<unsigned>(std::tolower(static_cast<int>(first))), text + 1};
+    if (!_ismbblead(first))
+        return {_mbctolower(first), text + 1};
+    const unsigned second = static_cast<unsigned char>(text[1]);
+    return {_mbctolower(first << 8 | second), second == 0 ? text + 1 : text + 2};
+}
+
+int CompareText(const char* left, const char* right) {
+    if (left == nullptr)
+        left = "";
+    if (right == nullptr)
+        right = "";
+    for (;; ++left, ++right) {
+        const unsigned a = static_cast<unsigned char>(*left);
+        const unsigned b = static_cast<unsigned char>(*right);
+        if ((a | b) >= firstBeyondAscii)
+            return CompareBeyondAscii(left, right);
+        if (asciiFold[a] != asciiFold[b])
+            return asciiFold[a] < asciiFold[b] ? -1 : 1;
+        if (a == 0)
+            return 0;
+    }
+}
+
+bool SameText(const char* left, const char* right) {
+    return CompareText(left, right) == 0;
+}
+
+std::size_t HashText(const char* text) {
+    std::size_t hash = 14695981039346656037u;
+    const bool multibyte = IsMultibyteCodePage();
+    for (FoldedCharacter c = FoldCharacter(text, multibyte); c.code != 0;
+         c = FoldCharacter(c.next, multibyte))
+        hash = (hash ^ c.code) * 1099511628211u;
+    return hash;
+}
+
+} // namespace vtr

@@ -1,0 +1,52 @@
+#include "utilities/text/TextFile.h"
+
+#include "utilities/system/Handles.h"
+#include "utilities/text/LanguageState.h"
+#include "vtrfutls/WidePath.h"
+
+#include <climits>
+#include <cstring>
+
+namespace vtr {
+
+bool FileBytes::Read(const char* path) {
+    const WidePath wide(path, CurrentCodePage());
+    const FileHandle file(CreateFileW(wide.Get(), GENERIC_READ,
+                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                      /*lpSecurityAttributes=*/nullptr, OPEN_EXISTING,
+                                      FILE_FLAG_SEQUENTIAL_SCAN, /*hTemplateFile=*/nullptr));
+    LARGE_INTEGER length;
+    if (!file || !GetFileSizeEx(file.Get(), &length) || length.QuadPart >= INT_MAX)
+        return false;
+    const DWORD wanted = static_cast<DWORD>(length.QuadPart);
+    OwnedBytes block(static_cast<unsigned char*>(std::malloc(std::size_t{wanted} + 2)));
+    DWORD got = 0;
+    if (block == nullptr ||
+        !ReadFile(file.Get(), block.get(), wanted, &got, /*lpOverlapped=*/nullptr))
+        return false;
+    block.get()[got] = 0;
+    block.get()[got + 1] = 0;
+    bytes = std::move(block);
+    size = got;
+    return true;
+}
+
+SingleByteText::SingleByteText(const unsigned char* data, unsigned length)
+    : text(reinterpret_cast<const char*>(data)), size(length) {
+    const int signedLength = static_cast<int>(length);
+    if (StringIsUnicode(data, signedLength, /*requireTerminator=*/false)) {
+        size = StringHasUnicodeHeader(data) ? (length - 1) / 2 : length / 2;
+        copy.reset(static_cast<char*>(std::malloc(std::size_t{size} + 1)));
+        text = copy.get();
+        if (text == nullptr)
+            return;
+        ConvertUnicodeToSingleByte(reinterpret_cast<const wchar_t*>(data), signedLength / 2,
+                                   copy.get(), size + 1, /*reserveTerminator=*/true);
+    }
+    if (size >= 2 && std::memcmp(text, "\xFF\xFE", 2) == 0) {
+        text += 2;
+        size -= 2;
+    }
+}
+
+} // namespace vtr

@@ -1,0 +1,46 @@
+#ifndef VTRUTILS_TEXT_TEXTFILE_H
+#define VTRUTILS_TEXT_TEXTFILE_H
+
+#include "utilities/text/OwnedText.h"
+
+/// Text files read whole, and UTF-16 reduced to single bytes. Private to the library. One thread at
+/// a time.
+
+namespace vtr {
+
+/// The bytes of one file, with two zero bytes behind them.
+class FileBytes {
+public:
+    /// The path is in the current language code page. False for a missing or unreadable file, one
+    /// of 2 GB or more, and when memory runs out.
+    bool Read(const char* path);
+
+    const unsigned char* Data() const { return bytes.get(); }
+    unsigned Size() const { return size; }
+
+private:
+    OwnedBytes bytes;
+    unsigned size = 0;
+};
+
+/// Text of a buffer as single bytes: the buffer itself, or, when it looks like UTF-16, a copy in
+/// which each unit keeps its low byte. A byte-order mark is left out. The buffer must outlive this.
+class SingleByteText {
+public:
+    /// Requires: length < 2 GB.
+    SingleByteText(const unsigned char* data, unsigned length);
+
+    /// False when there was no memory for the copy.
+    bool Good() const { return text != nullptr; }
+    const char* Text() const { return text; }
+    unsigned Length() const { return size; }
+
+private:
+    OwnedText copy;
+    const char* text;
+    unsigned size;
+};
+
+} // namespace vtr
+
+#endif

@@ -1,0 +1,10 @@
+#ifndef VTRUTILS_VTRUTILS_H
+#define VTRUTILS_VTRUTILS_H
+
+/// Everything that the library offers. Each header may also be included by itself.
+#include "utilities/text/IniFileReader.h"
+#include "utilities/text/IniSection.h"
+#include "utilities/text/IniValue.h"
+#include "utilities/text/StringFunctions.h"
+
+#endif

@@ -1,0 +1,77 @@
+#include "utilities/containers/MergeSort.h"
+
+#include "tests/support/AllocationFault.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <numeric>
+#include <random>
+#include <vector>
+
+namespace {
+
+bool Less(const int* a, const int* b) {
+    return *a / 10 < *b / 10;
+}
+
+/// Equal items come out in the reverse of the order in which they went in.
+std::vector<int*> Expected(std::vector<int*> items) {
+    std::reverse(items.begin(), items.end());
+    std::stable_sort(items.begin(), items.end(), Less);
+    return items;
+}
+
+} // namespace
+
+TEST(MergeSort, ReversesEqualItemsAtEveryLength) {
+    constexpr unsigned seed = 11;
+    std::mt19937 random(seed);
+    std::vector<int> values(80);
+    for (int round = 0; round < 3000; ++round) {
+        std::vector<int*> items(random() % values.size());
+        const unsigned spread = 1 + random() % 400;
+        for (std::size_t i = 0; i < items.size(); ++i) {
+            values[i] = static_cast<int>(random() % spread);
+            items[i] = &values[i];
+        }
+        // Often in order up to some place, as a list is that had items appended.
+        if (round % 2 == 0 && !items.empty())
+            std::sort(items.begin(), items.begin() + static_cast<int>(random() % items.size()), Less);
+        const std::vector<int*> expected = Expected(items);
+        ASSERT_TRUE(vtr::MergeSort(items.data(), static_cast<unsigned>(items.size()), Less));
+        ASSERT_EQ(items, expected) << "seed " << seed << ", round " << round;
+    }
+    ASSERT_TRUE(vtr::MergeSort<int>(nullptr, 0, Less));
+}
+
+TEST(MergeSort, CostsAPassWhereTheListIsInOrder) {
+    std::vector<int> values(1000);
+    std::iota(values.begin(), values.end(), 0);
+    for (int& value : values)
+        value *= 10;
+    std::vector<int*> items;
+    for (int& value : values)
+        items.push_back(&value);
+    unsigned comparisons = 0;
+    const auto counted = [&comparisons](const int* a, const int* b) {
+        ++comparisons;
+        return Less(a, b);
+    };
+    ASSERT_TRUE(vtr::MergeSort(items.data(), 1000, counted));
+    EXPECT_LT(comparisons, 1001u);
+    comparisons = 0;
+    values[999] = 4995;
+    ASSERT_TRUE(vtr::MergeSort(items.data(), 1000, counted));
+    EXPECT_LT(comparisons, 1020u);
+    EXPECT_TRUE(std::is_sorted(items.begin(), items.end(), Less));
+}
+
+TEST(MergeSort, ChangesNothingWhenMemoryRunsOut) {
+    AllocationFault fault("internal_test.exe");
+    int values[] = {50, 40, 30, 20, 10};
+    int* items[] = {&values[0], &values[1], &values[2], &values[3], &values[4]};
+    fault.FailAt(1);
+    EXPECT_FALSE(vtr::MergeSort(items, 5, Less));
+    for (int i = 0; i < 5; ++i)
+        EXPECT_EQ(items[i], &values[i]);
+}

@@ -1,0 +1,53 @@
+#include "tests/support/TestFolder.h"
+
+#include <atomic>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <set>
+#include <windows.h>
+
+namespace fs = std::filesystem;
+
+TestFolder::TestFolder() {
+    static std::atomic<unsigned> number{0};
+    path = (fs::temp_directory_path() / ("vtrutils-test-" + std::to_string(GetCurrentProcessId()) +
+                                         "-" + std::to_string(++number)))
+               .string() +
+           "\\";
+    fs::create_directories(path);
+}
+
+TestFolder::~TestFolder() {
+    std::error_code ignored;
+    for (const auto& entry : fs::recursive_directory_iterator(path, ignored))
+        SetFileAttributesW(entry.path().c_str(), FILE_ATTRIBUTE_NORMAL);
+    fs::remove_all(path, ignored);
+}
+
+std::string TestFolder::Write(std::string_view name, std::string_view bytes) const {
+    const std::string file = File(name);
+    std::ofstream stream(file, std::ios::binary);
+    stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    stream.close();
+    EXPECT_TRUE(stream.good()) << file;
+    return file;
+}
+
+std::string TestFolder::Listing() const {
+    std::set<std::string> names;
+    for (const auto& entry : fs::directory_iterator(path))
+        names.insert(entry.path().filename().string());
+    std::string listing;
+    for (const std::string& name : names)
+        listing += (listing.empty() ? "" : "|") + name;
+    return listing;
+}
+
+std::string ReadBytes(const std::string& file) {
+    std::ifstream stream(file, std::ios::binary);
+    EXPECT_TRUE(stream.is_open()) << file;
+    return {std::istreambuf_iterator<char>(stream), {}};
+}

@@ -1,0 +1,101 @@
+#include "vtrfutls/FileNames.h"
+
+#include "tests/support/GuardedBuffer.h"
+#include "tests/support/TestFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct CodePageForFiles {
+    explicit CodePageForFiles(unsigned codePage) { SetCodePageForFiles(codePage); }
+    CodePageForFiles(const CodePageForFiles&) = delete;
+    CodePageForFiles& operator=(const CodePageForFiles&) = delete;
+    ~CodePageForFiles() { SetCodePageForFiles(0); }
+};
+
+using Extract = bool (*)(const char*, char*, unsigned);
+
+std::string Part(Extract extract, const char* path) {
+    char buffer[64];
+    const bool found = extract(path, buffer, sizeof buffer);
+    return found ? buffer : std::string("none") + buffer;
+}
+
+} // namespace
+
+TEST(FileNames, PartsOfPaths) {
+    static constexpr struct {
+        const char* path;
+        const char* directory;
+        const char* name;
+        const char* extension;
+    } rows[] = {
+        {"C:\\a\\b.txt", "C:\\a\\", "b.txt", ".txt"},
+        {"C:/a/b.txt", "C:/a/", "b.txt", ".txt"},
+        {"C:b.tar.gz", "C:", "b.tar.gz", ".gz"},
+        {"b", "none", "b", "none"},
+        {"C:\\a.b\\", "C:\\a.b\\", "none", "none"},
+        {"C:\\a.b\\c", "C:\\a.b\\", "c", "none"},
+        {"C:\\.profile", "C:\\", ".profile", ".profile"},
+        {"name.", "none", "name.", "."},
+        {"a:b:c", "a:", "b:c", "none"},
+        {"\\\\server\\share\\x.y", "\\\\server\\share\\", "x.y", ".y"},
+        {"", "none", "none", "none"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.path);
+        EXPECT_EQ(Part(&ExtractDirectory, row.path), row.directory);
+        EXPECT_EQ(Part(&ExtractFileName, row.path), row.name);
+        EXPECT_EQ(Part(&ExtractExtension, row.path), row.extension);
+    }
+}
+
+TEST(FileNames, TrailBytesAreNotSeparators) {
+    const CodePageForFiles japanese(932);
+    // 83 5C is one character.
+    EXPECT_EQ(Part(&ExtractDirectory, "C:\\\x83\x5C\\\x83\x5C.txt"), "C:\\\x83\x5C\\");
+    EXPECT_EQ(Part(&ExtractFileName, "C:\\\x83\x5C\\\x83\x5C.txt"), "\x83\x5C.txt");
+    EXPECT_EQ(Part(&ExtractFileName, "\x83"), "\x83");
+}
+
+TEST(FileNames, BufferHoldsThePartOrNothing) {
+    for (const unsigned size : {1u, 5u, 6u}) {
+        GuardedBytes buffer(size);
+        EXPECT_EQ(ExtractFileName("C:\\b.txt", buffer.Data(), size), size == 6) << size;
+        EXPECT_STREQ(buffer.Data(), size == 6 ? "b.txt" : "") << size;
+    }
+    char untouched = 'x';
+    EXPECT_FALSE(ExtractFileName("a", &untouched, 0));
+    EXPECT_EQ(untouched, 'x');
+    EXPECT_FALSE(ExtractFileName("a", nullptr, 10));
+    EXPECT_FALSE(ExtractExtension(nullptr, &untouched, 1));
+    EXPECT_EQ(untouched, '\0');
+
+    char path[] = "C:\\folder\\name.ext";
+    EXPECT_TRUE(ExtractFileName(path, path, sizeof path));
+    EXPECT_STREQ(path, "name.ext");
+}
+
+TEST(FileNames, FilesExistAndFoldersDoNot) {
+    const TestFolder folder;
+    const std::string file = folder.Write("there.txt", "");
+    EXPECT_TRUE(DoesFileExist(file.c_str()));
+    EXPECT_FALSE(DoesFileExist(folder.Path().c_str()));
+    EXPECT_FALSE(DoesFileExist(folder.File("missing.txt").c_str()));
+    EXPECT_FALSE(DoesFileExist(""));
+    EXPECT_FALSE(DoesFileExist(nullptr));
+    EXPECT_FALSE(DoesFileExist((folder.Path() + std::string(40'000, 'x')).c_str()));
+}
+
+TEST(FileNames, PathsAreReadInTheCodePageForFiles) {
+    const TestFolder folder;
+    const std::wstring wide(folder.Path().begin(), folder.Path().end());
+    const std::wstring katakana = wide + L"\x30BD.txt";
+    const HANDLE file = CreateFileW(katakana.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr);
+    ASSERT_NE(file, INVALID_HANDLE_VALUE);
+    CloseHandle(file);
+    EXPECT_FALSE(DoesFileExist(folder.File("\x83\x5C.txt").c_str()));
+    const CodePageForFiles japanese(932);
+    EXPECT_TRUE(DoesFileExist(folder.File("\x83\x5C.txt").c_str()));
+}

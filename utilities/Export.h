@@ -11,4 +11,11 @@
 #define VTRUTILS_API __declspec(dllimport)
 #endif
 
+namespace vtr {
+/// Specialised beside the source of a class whose field order hosts rely on: sees its private
+/// fields and asserts where they stand.
+template <class Record>
+struct Layout;
+} // namespace vtr
+
 #endif

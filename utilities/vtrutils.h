@@ -2,6 +2,9 @@
 #define VTRUTILS_VTRUTILS_H
 
 /// Everything that the library offers. Each header may also be included by itself.
+#include "utilities/containers/MegaArrayList.h"
+#include "utilities/containers/MyArrayList.h"
+#include "utilities/system/Lock.h"
 #include "utilities/text/IniFileReader.h"
 #include "utilities/text/IniSection.h"
 #include "utilities/text/IniValue.h"

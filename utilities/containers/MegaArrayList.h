@@ -1,0 +1,108 @@
+#ifndef VTRUTILS_CONTAINERS_MEGAARRAYLIST_H
+#define VTRUTILS_CONTAINERS_MEGAARRAYLIST_H
+
+#include "utilities/Export.h"
+#include "utilities/containers/ElementBlock.h"
+
+/// Where an element lands among those of equal value: by default, as in front of them.
+enum _AddSortedLoc { addSortedDefault = 0, addSortedAfterEquals = 1, addSortedBeforeEquals = 2 };
+
+/// An array of item pointers, each with a sort value of type double, in one block that grows and
+/// shrinks by ten slots. Items are never dereferenced or freed; two are the same when their
+/// pointers are equal. A value that is no number equals nothing.
+///
+/// When memory runs out, an insertion changes nothing. Searches write to their out-pointers, all of
+/// which may be null, as follows: nothing in an empty list, an index of -1 without a result. Binary
+/// searches expect ascending sort values.
+/// Thread-safety: one thread at a time.
+class VTRUTILS_API CMegaArrayList {
+public:
+    CMegaArrayList() noexcept;
+    /// Takes over the elements; empty when memory runs out.
+    CMegaArrayList(const CMegaArrayList& other) noexcept;
+    CMegaArrayList& operator=(const CMegaArrayList& other) noexcept;
+    virtual ~CMegaArrayList();
+
+    /// Inserts in ascending order and returns the index, also when memory runs out.
+    int AddSorted(void* item, double sortValue, _AddSortedLoc where) noexcept;
+
+    /// The new element's index, which is `NumNodes()` - 1 also when memory runs out.
+    int AppendToTail(void* item, double sortValue) noexcept;
+
+    /// Always 0.
+    int InsertNewHead(void* item, double sortValue) noexcept;
+
+    /// An index of `NumNodes()` or more appends, a negative one counts as 0. Returns the element's
+    /// index, or -1 when memory runs out.
+    int InsertToIndex(int index, void* item, double sortValue) noexcept;
+
+    /// Null when out of range, with a log line when there is no block.
+    void* Index(int index, double* sortValueOut) noexcept;
+
+    int NumNodes() const noexcept { return elements.Count(); }
+
+    /// An element with exactly this value.
+    void* ElemBySortValue(double value, int* indexOut) noexcept;
+
+    /// The element with the greatest value not above `value`; among equals, the first in lists of 3
+    /// to 24 elements. Where all are above it: null in lists of up to 24 elements, element 0 in
+    /// longer ones.
+    void* PrevElemBySortValue(double value, int* indexOut, double* sortValueOut) noexcept;
+
+    /// First and last of the elements with exactly this value. `FirstOfValue` is null also when the
+    /// search meets an element with a null item.
+    void* FirstOfValue(double value, int* indexOut) noexcept;
+    void* LastOfValue(double value, int* indexOut) noexcept;
+
+    /// The first of the neighbours of this element that share its value. Null for an element with a
+    /// null item.
+    void* FirstOfValueAtIndex(int index, int* indexOut) noexcept;
+
+    /// The index of the item, or -1. With `useSortValue`, lists of 26 elements or more look only
+    /// among the elements with this value, if that is not negative; otherwise the whole list is
+    /// looked through.
+    int GetIndexOfItem(void* item, double sortValue, bool useSortValue) noexcept;
+
+    /// Not a reliable answer where the list looks among equal values only: it is then the index,
+    /// which may be 0, and 0 when not found. Otherwise 1 or 0.
+    int Member(void* item, double sortValue, bool useSortValue) noexcept;
+
+    /// Looks as `GetIndexOfItem` does and then through the whole list. False when not found.
+    bool Remove(void* item, double sortValue, bool useSortValue) noexcept;
+
+    /// False when out of range.
+    bool RemoveByIndex(int index) noexcept;
+
+    /// True, with the block kept or freed.
+    bool RemoveAll(bool keepAllocation) noexcept;
+
+    /// Sets the value of the first element with this item, and leaves it where it is. False when
+    /// there is none.
+    bool SetSortValue(void* item, double value) noexcept;
+
+    /// False when out of range.
+    bool SetSortValueByIndex(int index, double value) noexcept;
+
+    void AdjustAllSortValues(double delta) noexcept;
+    void ScaleAllSortValues(double factor) noexcept;
+
+    /// False, with a log line, when a value is below the one before it. Leaves the sorted flag
+    /// alone.
+    bool VerifyListIsSorted() noexcept;
+
+    /// Sets the sorted flag, which nothing in the library reads.
+    void ForceSorted() noexcept { sorted = true; }
+
+    /// Takes over the elements; empty when memory runs out.
+    void Copy(const CMegaArrayList& other) noexcept;
+
+private:
+    friend struct vtr::Layout<CMegaArrayList>;
+
+    int PlaceFor(double sortValue, _AddSortedLoc where) const noexcept;
+
+    vtr::ElementBlock<double> elements;
+    bool sorted;
+};
+
+#endif

@@ -1,0 +1,114 @@
+#ifndef VTRUTILS_CONTAINERS_MYARRAYLIST_H
+#define VTRUTILS_CONTAINERS_MYARRAYLIST_H
+
+#include "utilities/Export.h"
+#include "utilities/containers/ElementBlock.h"
+
+/// Which element answers a search by sort value.
+enum _tscanDir { scanAtOrBefore = 0, scanAtOrAfter = 1, scanExact = 2 };
+
+/// An array of item pointers, each with a 64-bit sort value, in one block that grows and shrinks in
+/// steps. Items are never dereferenced or freed; two are the same when their pointers are equal.
+///
+/// When memory runs out, an insertion changes nothing. Searches write to their out-pointers, all of
+/// which may be null, as follows: nothing in an empty list, an index of -1 without a result. Binary
+/// searches expect ascending sort values.
+/// Thread-safety: one thread at a time.
+class VTRUTILS_API CMyArrayList {
+public:
+    CMyArrayList() noexcept;
+    /// Slots by which the block grows and shrinks; 0 counts as 1.
+    explicit CMyArrayList(unsigned int step) noexcept;
+    /// Takes over step, sorted flag and elements; empty when memory runs out.
+    CMyArrayList(const CMyArrayList& other) noexcept;
+    CMyArrayList& operator=(const CMyArrayList& other) noexcept;
+    virtual ~CMyArrayList();
+
+    /// Inserts in ascending order and returns the index: in front of all elements when the value is
+    /// not above the first, behind all when not below the last, otherwise in front of its equals.
+    /// The sorted flag stays. When memory runs out, the index it would have had, or at the tail one
+    /// less.
+    int AddSorted(void* item, long long sortValue) noexcept;
+
+    /// The new element's index, which is `NumNodes()` - 1 also when memory runs out. The list
+    /// counts as sorted afterwards only if it was empty.
+    int AppendToTail(void* item, long long sortValue) noexcept;
+
+    /// Always 0. The list does not count as sorted afterwards.
+    int InsertNewHead(void* item, long long sortValue) noexcept;
+
+    /// An index of `NumNodes()` or more appends, a negative one counts as 0. Returns the element's
+    /// index, or -1 when memory runs out. The sorted flag as for `AppendToTail`, but in an empty
+    /// list as for `InsertNewHead`.
+    int InsertToIndex(int index, void* item, long long sortValue) noexcept;
+
+    /// Null when out of range.
+    void* Index(int index, long long* sortValueOut) noexcept {
+        return elements.At(index, sortValueOut);
+    }
+
+    /// Requires: 0 <= index < NumNodes().
+    void* FastIndex(int index) noexcept { return elements[index].item; }
+
+    int NumNodes() const noexcept { return elements.Count(); }
+    bool IsSorted() const noexcept { return sorted; }
+
+    /// Starts from what `PrevElemBySortValue` finds; without that, null. If its value is equal,
+    /// `scanExact` yields it; `scanAtOrBefore` yields it in any case; `scanAtOrAfter` yields the
+    /// first element behind it whose value is not below `value`.
+    void* ElemBySortValue(long long value, int* indexOut, _tscanDir dir) noexcept;
+
+    /// The element with the greatest value not above `value`; among equals, the first in lists of 3
+    /// to 24 elements. Where all are above it: null in lists of up to 24 elements, element 0 in
+    /// longer ones.
+    void* PrevElemBySortValue(long long value, int* indexOut, long long* sortValueOut) noexcept;
+
+    /// First and last of the elements with exactly this value. `FirstOfValue` is null also when the
+    /// search meets an element with a null item.
+    void* FirstOfValue(long long value, int* indexOut) noexcept;
+    void* LastOfValue(long long value, int* indexOut) noexcept;
+
+    /// The first of the neighbours of this element that share its value. Null for an element with a
+    /// null item.
+    void* FirstOfValueAtIndex(int index, int* indexOut) noexcept;
+
+    /// The index of the item, or -1. Lists of 26 elements or more look only among the elements with
+    /// this value, if that is not negative; otherwise the whole list is looked through.
+    int MemberIndex(void* item, long long sortValue) noexcept;
+
+    /// 1 or 0, found as by `MemberIndex`.
+    int Member(void* item, long long sortValue) noexcept;
+
+    /// Looks as `MemberIndex` does and then through the whole list. False when not found.
+    bool Remove(void* item, long long sortValue) noexcept;
+
+    /// Nothing when out of range.
+    void RemoveByIndex(int index) noexcept;
+
+    /// Frees the block; the list is sorted afterwards.
+    void RemoveAll() noexcept;
+    void RemoveAllButLeaveAllocation() noexcept;
+
+    /// Wraps around at the ends of 64 bits.
+    void AdjustAllSortValues(long delta) noexcept;
+
+    /// Truncates towards zero; what leaves 64 bits becomes the nearest value in them, and what is
+    /// no number 0.
+    void ScaleAllSortValues(double factor) noexcept;
+
+    /// Sets the sorted flag anew and returns it. A first value below -2147483647 counts as
+    /// unsorted.
+    bool VerifyListIsSorted() noexcept;
+
+    /// Takes over elements and sorted flag, not the step; empty when memory runs out.
+    void Copy(const CMyArrayList& other) noexcept;
+
+private:
+    friend struct vtr::Layout<CMyArrayList>;
+
+    vtr::ElementBlock<long long> elements;
+    unsigned int growStep;
+    bool sorted;
+};
+
+#endif

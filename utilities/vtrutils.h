@@ -2,9 +2,16 @@
 #define VTRUTILS_VTRUTILS_H
 
 /// Everything that the library offers. Each header may also be included by itself.
+#include "utilities/containers/HashTable.h"
 #include "utilities/containers/MegaArrayList.h"
+#include "utilities/containers/MegaList.h"
 #include "utilities/containers/MyArrayList.h"
+#include "utilities/containers/MyList.h"
 #include "utilities/system/Lock.h"
+#include "utilities/system/Observable.h"
+#include "utilities/system/ReadWriteLock.h"
+#include "utilities/system/RefObject.h"
+#include "utilities/system/SlipLock.h"
 #include "utilities/text/IniFileReader.h"
 #include "utilities/text/IniSection.h"
 #include "utilities/text/IniValue.h"

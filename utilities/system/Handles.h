@@ -64,6 +64,12 @@ struct FileKind {
     static bool Close(Type handle) { return CloseHandle(handle) != FALSE; }
 };
 
+struct EventKind {
+    using Type = HANDLE;
+    static Type None() { return nullptr; }
+    static bool Close(Type event) { return CloseHandle(event) != FALSE; }
+};
+
 struct StreamKind {
     using Type = std::FILE*;
     static Type None() { return nullptr; }
@@ -85,6 +91,7 @@ struct MemoryDcKind {
 };
 
 using FileHandle = Owner<FileKind>;
+using EventHandle = Owner<EventKind>;
 using StreamHandle = Owner<StreamKind>;
 using FontHandle = Owner<GdiObjectKind<HFONT>>;
 using BitmapHandle = Owner<GdiObjectKind<HBITMAP>>;

@@ -16,15 +16,12 @@ TEST(NumericText, NumbersAndFloats) {
         {"1 ", false, false},  {"1.", false, true},     {".5", false, true},  {"-.5", false, true},
         {".", false, false},   {"-.", false, false},    {"1.2.3", false, false}, {"1-", false, false},
         {".-5", false, false}, {"1e5", false, false},   {"12345678901234567890", true, true},
-        {"\xB2", false, false},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.text);
         EXPECT_EQ(StringIsNumericA(row.text), row.numeric);
         EXPECT_EQ(StringIsFloatA(row.text), row.isFloat);
         const std::string_view text(row.text);
-        if (static_cast<signed char>(text[0]) < 0)
-            continue;
         const std::wstring wide(text.begin(), text.end());
         EXPECT_EQ(StringIsNumericW(wide.c_str()), row.numeric);
         EXPECT_EQ(StringIsFloatW(wide.c_str()), row.isFloat);

@@ -18,7 +18,7 @@ using vtr::IsEmptyText;
 
 CIniFileReader::CIniFileReader() noexcept
     : fileName(nullptr), lastSectionIndex(-1), keepSorted(false), initialized(false),
-      sectionNames(nullptr), revision(0), stepsLeft(0), outOfMemory(false) {}
+      outOfMemory(false), sectionNames(nullptr), revision(0), stepsLeft(0) {}
 
 CIniFileReader::~CIniFileReader() {
     Reset();
@@ -162,6 +162,7 @@ void CIniFileReader::Reset() noexcept {
     sections.Clear([](CIniSection* section) { delete section; });
     lastSectionIndex = -1;
     initialized = false;
+    outOfMemory = false;
 }
 
 void CIniFileReader::ClearValues() noexcept {
@@ -249,7 +250,9 @@ void CIniFileReader::ScanForParents(const char* text, int position, int length,
         } else if (*p == ']') {
             name[nameLength] = '\0';
             RemoveTrailingSpacesA(name, /*alsoLineBreaks=*/false);
+            const int parents = section->NumParents();
             section->AddParent(name);
+            outOfMemory = outOfMemory || (name[0] != '\0' && section->NumParents() == parents);
             state = State::waiting;
         } else if ((*p != ' ' || nameLength > 0) && nameLength + bytes < sizeof name) {
             std::memcpy(name + nameLength, p, bytes);

@@ -132,11 +132,12 @@ private:
     bool CopyMissingOneByOne(CIniSection& child, const CIniSection& parent) noexcept;
     bool TakeSteps(unsigned steps) noexcept;
 
+    bool outOfMemory; ///< something of the document under construction is missing
+
     // Used while parents are resolved; see IniInheritance.cpp.
     vtr::NameIndex* sectionNames;
     unsigned revision;
     unsigned stepsLeft;
-    bool outOfMemory;
 };
 
 #endif

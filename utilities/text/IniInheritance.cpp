@@ -49,7 +49,6 @@ bool CIniFileReader::ProcessInheritance() noexcept {
         return false;
     }
     stepsLeft = mostSteps;
-    outOfMemory = false;
     for (CIniSection* section : sections) {
         ProcessParentage(section, 1);
         if (stepsLeft == 0 || outOfMemory)

@@ -100,7 +100,7 @@ IniParser::State IniParser::Header() {
         return State::failed;
     current->SetName(name);
     document.ScanForParents(text, static_cast<int>(at), static_cast<int>(length), current);
-    return State::skipLine;
+    return document.outOfMemory ? State::failed : State::skipLine;
 }
 
 IniParser::State IniParser::Key() {

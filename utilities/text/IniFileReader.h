@@ -28,7 +28,7 @@ public:
     /// Loads a file, sorts it if asked, and gives each section what it inherits from the parents
     /// that its header names ("[Child] : [Base] : [Other]"; earlier parents win, own values always).
     /// False for a null or empty path, a missing, unreadable or empty file, a refused document, and
-    /// one whose inheritance would have to look at more than ten million pairs.
+    /// one whose inheritance would have to look at more than four million pairs.
     bool Init(const char* path, bool sort) noexcept;
 
     /// Parses `length` bytes. Parents stay in the sections, unresolved, and `Initialized()` false.

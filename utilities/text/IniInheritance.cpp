@@ -22,7 +22,7 @@
 namespace {
 
 constexpr int deepestLevel = 10;
-constexpr unsigned mostSteps = 10'000'000;
+constexpr unsigned mostSteps = 4'000'000;
 
 /// Brings the index up to date with pairs that were appended to the section.
 void CatchUp(vtr::NameIndex& keys, const CIniSection& section) {

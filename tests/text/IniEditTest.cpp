@@ -135,11 +135,12 @@ TEST(IniSection, SortedSectionFindsByBinarySearchAndKeepsItsOrder) {
 TEST(IniDocument, SetValueAddsWhatIsMissing) {
     CIniFileReader document;
     CapturedLog log;
-    for (const auto& [section, key] : {std::pair{"", "k"}, {"s", ""}, {static_cast<const char*>(nullptr), "k"}})
+    for (const auto& [section, key] :
+         {std::pair{"", "k"}, {"s", ""}, {static_cast<const char*>(nullptr), "k"}})
         EXPECT_FALSE(document.SetValue(section, key, "v"));
     EXPECT_FALSE(document.SetValue("s", nullptr, "v"));
-    EXPECT_EQ(log.Lines(), std::vector<std::string>(
-                               4, "CIniFileReader::SetValue: departing, NULL input"));
+    EXPECT_EQ(log.Lines(),
+              std::vector<std::string>(4, "CIniFileReader::SetValue: departing, NULL input"));
 
     EXPECT_TRUE(document.SetValue("Zebra", "b", "1"));
     EXPECT_TRUE(document.SetValue("ZEBRA", "B", "2"));

@@ -83,9 +83,18 @@ TEST(IniHostile, EndlessRepetition) {
         std::string_view repeated;
         bool good;
     } rows[] = {
-        {"[]\n", true},           {"[A]\n", true}, {"\n", true},  {" ", true},
-        {"=", false},             {"\"", false},   {"=\n", true}, {"k=\"\"\n[A]:[B]\n", true},
-        {"[A]:[A]:[A]\n", true},  {":", false},    {"]", false},  {"[\xFF]\n", true},
+        {"[]\n", true},
+        {"[A]\n", true},
+        {"\n", true},
+        {" ", true},
+        {"=", false},
+        {"\"", false},
+        {"=\n", true},
+        {"k=\"\"\n[A]:[B]\n", true},
+        {"[A]:[A]:[A]\n", true},
+        {":", false},
+        {"]", false},
+        {"[\xFF]\n", true},
     };
     for (const auto& row : rows) {
         std::string bytes;

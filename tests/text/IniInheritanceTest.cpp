@@ -156,14 +156,16 @@ TEST(IniInheritance, FollowsTheRuleOnRandomGraphs) {
             // Mostly the next one, so that chains longer than ten levels and circles appear.
             const unsigned parents = random() % 3;
             for (unsigned p = 0; p < parents; ++p) {
-                const unsigned parent = random() % 3 == 0 ? random() % (count + 1) : (s + 1) % count;
+                const unsigned parent =
+                    random() % 3 == 0 ? random() % (count + 1) : (s + 1) % count;
                 section.parents.push_back("s" + std::to_string(parent));
             }
             model.sections.push_back(section);
         }
         const std::string file = model.File();
         model.Resolve();
-        ASSERT_EQ(Inherited(file), model.Text()) << "seed " << seed << ", round " << round << "\n" << file;
+        ASSERT_EQ(Inherited(file), model.Text()) << "seed " << seed << ", round " << round << "\n"
+                                                 << file;
     }
 }
 

@@ -88,8 +88,9 @@ TEST(IniLookup, ResultIsCutAndTheRestZeroed) {
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         GuardedBytes buffer(row.size);
-        EXPECT_EQ(document.GetString(row.section, row.key, row.defaultValue, buffer.Data(), row.size),
-                  row.found);
+        EXPECT_EQ(
+            document.GetString(row.section, row.key, row.defaultValue, buffer.Data(), row.size),
+            row.found);
         EXPECT_STREQ(buffer.Data(), row.text);
         for (std::size_t i = std::strlen(row.text); row.zeroed && i < row.size; ++i)
             EXPECT_EQ(buffer[i], '\0') << i;
@@ -139,7 +140,8 @@ TEST(IniLookup, SortedAndUnsortedAgreeWithAPlainSearch) {
         std::string text;
         const unsigned sections = 1 + random() % 6 + 7 * (random() % 6); // no multiple of 7
         for (unsigned s = 0; s < sections; ++s) {
-            text += "[" + std::string(1, "sS"[random() % 2]) + std::to_string(s * 7 % sections) + "]\n";
+            text +=
+                "[" + std::string(1, "sS"[random() % 2]) + std::to_string(s * 7 % sections) + "]\n";
             const unsigned pairs = 1 + random() % 30;
             for (unsigned k = 0; k < pairs; ++k)
                 text += std::string(1, "kK"[random() % 2]) + std::to_string(k * 11 % 37) + "=" +
@@ -167,9 +169,11 @@ TEST(IniLookup, SortedAndUnsortedAgreeWithAPlainSearch) {
                 break;
             }
             ASSERT_EQ(Get(unsorted, section.c_str(), key.c_str()), expected)
-                << "seed " << seed << ", round " << round << "\n" << text;
+                << "seed " << seed << ", round " << round << "\n"
+                << text;
             ASSERT_EQ(Get(sorted, section.c_str(), key.c_str()), expected)
-                << "seed " << seed << ", round " << round << "\n" << text;
+                << "seed " << seed << ", round " << round << "\n"
+                << text;
         }
     }
 }
@@ -198,9 +202,9 @@ TEST(IniLookup, ClosingQuoteAndInnerQuotes) {
         bool closed;
         int inner;
     } rows[] = {
-        {"", false, 0},         {"a\"", true, 0},           {"a\" \t", true, 0},
-        {"a\"b", false, 1},     {"a\" \"", true, 1},        {"\"\"\"", true, 2},
-        {"a\r\"", false, 0},    {"a\"\n\"", true, 0},       {"\"a\"b\" c", false, 3},
+        {"", false, 0},      {"a\"", true, 0},     {"a\" \t", true, 0},
+        {"a\"b", false, 1},  {"a\" \"", true, 1},  {"\"\"\"", true, 2},
+        {"a\r\"", false, 0}, {"a\"\n\"", true, 0}, {"\"a\"b\" c", false, 3},
     };
     for (const auto& row : rows) {
         int inner = 0;

@@ -58,7 +58,8 @@ std::string RandomValue(std::mt19937& random) {
 DWORD writesUntilFull = 0;
 decltype(&std::fwrite) realWrite = nullptr;
 
-std::size_t WriteToFullDisk(const void* data, std::size_t size, std::size_t count, std::FILE* stream) {
+std::size_t WriteToFullDisk(const void* data, std::size_t size, std::size_t count,
+                            std::FILE* stream) {
     if (writesUntilFull == 0)
         return 0;
     --writesUntilFull;

@@ -22,8 +22,8 @@ const char* EndAtZero(const char* begin, const char* end) {
 } // namespace
 
 IniParser::IniParser(CIniFileReader& target, const char* source, unsigned size)
-    : document(target), text(source), length(size), at(0), unnamed(nullptr), current(nullptr),
-      pendingKey{source, source}, quoted(false), innerQuotes(0) {}
+    : document(target), text(source), length(size), at(0), unnamed(nullptr),
+      current(nullptr), pendingKey{source, source}, quoted(false), innerQuotes(0) {}
 
 bool IniParser::Run() {
     unnamed = document.AddSection("");

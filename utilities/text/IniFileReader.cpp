@@ -119,8 +119,7 @@ bool CIniFileReader::SetValue(const char* section, const char* key, const char* 
     if (index < 0 && keepSorted)
         Sort();
     const bool set = target->SetValue(key, value);
-    // A section that keeps itself sorted has put a new pair in its place already.
-    if (keepSorted && !target->KeepSorted())
+    if (keepSorted)
         target->Sort();
     return set;
 }

@@ -9,7 +9,7 @@ packages=(
     # running: Wine, an X server for machines without one, fonts for what is painted
     wine wine64 fonts-wine fonts-liberation xvfb
     # checking
-    clang-format clang-tidy
+    clang clang-format clang-tidy
     # measuring: a peer of the INI reader, and what unpacks Debian source packages
     libsimpleini-dev dpkg-dev xz-utils ca-certificates
 )

@@ -1,7 +1,7 @@
 #include "utilities/text/LanguageState.h"
 
-/// What happens when a process loads and unloads the library, and nothing more: no other library may
-/// be loaded and nothing may be waited for here.
+/// What happens when a process loads and unloads the library, and nothing more: no other library
+/// may be loaded and nothing may be waited for here.
 extern "C" BOOL WINAPI DllMain(HINSTANCE /*module*/, DWORD reason, LPVOID processEnds) {
     if (reason == DLL_PROCESS_ATTACH)
         vtr::CreateLanguageState();

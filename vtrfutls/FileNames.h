@@ -3,7 +3,8 @@
 
 #include "vtrfutls/Export.h"
 
-/// File existence and the parts of a path. Paths are narrow text in the code page for files; "\" and
+/// File existence and the parts of a path. Paths are narrow text in the code page for files; "\"
+/// and
 /// "/" separate folders, and the trail byte of a two-byte character is never taken for either.
 /// Thread-safety: locked by itself.
 

@@ -32,6 +32,7 @@ __attribute__((format(printf, 1, 2)))
 #elif defined(__GNUC__)
 __attribute__((format(gnu_printf, 1, 2)))
 #endif
-VTRFUTLS_API void LogFmtA(const char* format, ...);
+VTRFUTLS_API void
+LogFmtA(const char* format, ...);
 
 #endif

@@ -27,8 +27,8 @@ public:
         units = MultiByteToWideChar(codePage, 0, path, -1, nullptr, 0);
         if (units <= 0)
             return;
-        large = static_cast<wchar_t*>(
-            std::malloc(static_cast<std::size_t>(units) * sizeof(wchar_t)));
+        large =
+            static_cast<wchar_t*>(std::malloc(static_cast<std::size_t>(units) * sizeof(wchar_t)));
         if (large != nullptr)
             MultiByteToWideChar(codePage, 0, path, -1, large, units);
     }

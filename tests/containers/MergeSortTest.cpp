@@ -36,7 +36,8 @@ TEST(MergeSort, ReversesEqualItemsAtEveryLength) {
         }
         // Often in order up to some place, as a list is that had items appended.
         if (round % 2 == 0 && !items.empty())
-            std::sort(items.begin(), items.begin() + static_cast<int>(random() % items.size()), Less);
+            std::sort(items.begin(), items.begin() + static_cast<int>(random() % items.size()),
+                      Less);
         const std::vector<int*> expected = Expected(items);
         ASSERT_TRUE(vtr::MergeSort(items.data(), static_cast<unsigned>(items.size()), Less));
         ASSERT_EQ(items, expected) << "seed " << seed << ", round " << round;

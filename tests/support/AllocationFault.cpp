@@ -9,6 +9,11 @@ unsigned calls = 0;
 unsigned failing = 0;
 bool failed = false;
 
+// What the module called before: it may be this very program.
+decltype(&std::malloc) realMalloc = nullptr;
+decltype(&std::calloc) realCalloc = nullptr;
+decltype(&std::realloc) realRealloc = nullptr;
+
 bool Fails() {
     if (GetCurrentThreadId() != countedThread)
         return false;
@@ -18,27 +23,39 @@ bool Fails() {
 }
 
 void* FaultyMalloc(std::size_t size) {
-    return Fails() ? nullptr : std::malloc(size);
+    return Fails() ? nullptr : realMalloc(size);
 }
 
 void* FaultyCalloc(std::size_t count, std::size_t size) {
-    return Fails() ? nullptr : std::calloc(count, size);
+    return Fails() ? nullptr : realCalloc(count, size);
 }
 
 void* FaultyRealloc(void* block, std::size_t size) {
-    return Fails() ? nullptr : std::realloc(block, size);
+    return Fails() ? nullptr : realRealloc(block, size);
 }
 
-ImportPatch Patch(const char* moduleName, const char* function, void* replacement) {
-    return {GetModuleHandleA(moduleName), "msvcrt.dll", function, replacement};
+constexpr char runTime[] = "msvcrt.dll";
+
+template <class Function>
+void Find(Function& function, const char* name) {
+    function = reinterpret_cast<Function>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA(runTime), name)));
+}
+
+/// Looked up before anything is patched.
+HMODULE Module(const char* name) {
+    Find(realMalloc, "malloc");
+    Find(realCalloc, "calloc");
+    Find(realRealloc, "realloc");
+    return GetModuleHandleA(name);
 }
 
 } // namespace
 
 AllocationFault::AllocationFault(const char* moduleName)
-    : malloc(Patch(moduleName, "malloc", reinterpret_cast<void*>(&FaultyMalloc))),
-      calloc(Patch(moduleName, "calloc", reinterpret_cast<void*>(&FaultyCalloc))),
-      realloc(Patch(moduleName, "realloc", reinterpret_cast<void*>(&FaultyRealloc))) {
+    : malloc(Module(moduleName), runTime, "malloc", reinterpret_cast<void*>(&FaultyMalloc)),
+      calloc(Module(moduleName), runTime, "calloc", reinterpret_cast<void*>(&FaultyCalloc)),
+      realloc(Module(moduleName), runTime, "realloc", reinterpret_cast<void*>(&FaultyRealloc)) {
     countedThread = GetCurrentThreadId();
     FailAt(0);
 }
@@ -50,7 +67,7 @@ AllocationFault::~AllocationFault() {
 void AllocationFault::FailAt(unsigned n) {
     calls = 0;
     failing = n;
-    failed = false;
+    failed = failed && n == 0;
 }
 
 unsigned AllocationFault::Count() const {

@@ -21,8 +21,8 @@ public:
     unsigned Count() const;
 
     /// Runs `action` with the first, then the second, ... allocation failing, until it ends without
-    /// one that failed. `action` gets the number of the failing call. Returns the number of
-    /// failures.
+    /// one that failed. `action` gets the number of the failing call and may call `FailAt(0)`
+    /// before it checks what it did. Returns the number of failures.
     unsigned ForEachAllocation(const std::function<void(unsigned)>& action);
 
 private:

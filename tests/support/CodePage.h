@@ -8,8 +8,8 @@
 // Its one-letter macros break C++ headers that are included behind it.
 #include <mbctype.h>
 
-/// Sets the multibyte code page of the C run-time while it lives. The run-time of Windows is one for
-/// all binaries of a process, so the library sees it too.
+/// Sets the multibyte code page of the C run-time while it lives. The run-time of Windows is one
+/// for all binaries of a process, so the library sees it too.
 class CodePage {
 public:
     explicit CodePage(int codePage) : old(_getmbcp()) {

@@ -16,7 +16,8 @@ void** FindSlot(HMODULE module, const char* library, const char* function) {
     for (; import->Name != 0; ++import) {
         if (_stricmp(base + import->Name, library) != 0)
             continue;
-        const auto* names = reinterpret_cast<const IMAGE_THUNK_DATA*>(base + import->OriginalFirstThunk);
+        const auto* names =
+            reinterpret_cast<const IMAGE_THUNK_DATA*>(base + import->OriginalFirstThunk);
         auto** slots = reinterpret_cast<void**>(base + import->FirstThunk);
         for (; names->u1.AddressOfData != 0; ++names, ++slots) {
             if (IMAGE_SNAP_BY_ORDINAL(names->u1.Ordinal))

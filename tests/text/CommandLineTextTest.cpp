@@ -3,6 +3,7 @@
 #include "tests/support/GuardedBuffer.h"
 #include "tests/support/TestFolder.h"
 
+#include <filesystem>
 #include <gtest/gtest.h>
 
 namespace {
@@ -68,11 +69,15 @@ TEST(ParameterOfCommandLine, UnquotedPathsEndBehindAnExistingFile) {
 
 TEST(ParameterOfCommandLine, RestThatNamesAFileIsOneParameter) {
     const TestFolder folder;
-    const std::string file = folder.Write("a b.txt", "");
-    // Without a drive the spaces would end it.
-    const std::string rooted = file.substr(2);
-    EXPECT_EQ(Parameter("program " + rooted + "  ", 1), rooted);
-    EXPECT_EQ(Parameter("program " + rooted + " x", 1), rooted.substr(0, rooted.find(' ')));
-    EXPECT_EQ(Parameter("program x " + rooted, 2), rooted);
-    EXPECT_EQ(Parameter("program " + rooted, 1, 5), rooted.substr(0, 4));
+    folder.Write("a b.txt", "");
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(folder.Path());
+    // Without a drive the space would end it.
+    EXPECT_EQ(Parameter("program a b.txt  ", 1), "a b.txt");
+    EXPECT_EQ(Parameter("program a b.txt x", 1), "a");
+    EXPECT_EQ(Parameter("program x a b.txt", 2), "a b.txt");
+    EXPECT_EQ(Parameter("program x a b.txt", 1), "x");
+    EXPECT_EQ(Parameter("a b.txt", 0), "a");
+    EXPECT_EQ(Parameter("program a b.txt", 1, 5), "a b.");
+    std::filesystem::current_path(before);
 }

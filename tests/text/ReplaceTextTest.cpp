@@ -8,7 +8,8 @@
 
 namespace {
 
-/// The rule of `SearchAndReplaceAll`, word for word: at each position the rest of the text is moved.
+/// The rule of `SearchAndReplaceAll`, word for word: at each position the rest of the text is
+/// moved.
 std::string ReplaceByRule(std::string text, const std::string& find, const std::string& replacement,
                           std::size_t bufferSize, bool caseSensitive) {
     if (text.empty() || find.empty() || bufferSize < 2 || find.size() > text.size())
@@ -163,10 +164,14 @@ TEST(ReplaceTextA, MovesTheRest) {
         const char* replacement;
         const char* result;
     } rows[] = {
-        {"same length", 1, 2, "XY", "aXYdef"},   {"grows", 1, 1, "XYZ", "aXYZcdef"},
-        {"shrinks", 0, 5, "X", "Xf"},            {"inserts", 3, 0, "X", "abcXdef"},
-        {"appends", 6, 0, "X", "abcdefX"},       {"length past the end", 4, ~0u, "X", "abcdX"},
-        {"position past the end", 7, 1, "X", "abcdef"}, {"empty", 1, 1, "", "abcdef"},
+        {"same length", 1, 2, "XY", "aXYdef"},
+        {"grows", 1, 1, "XYZ", "aXYZcdef"},
+        {"shrinks", 0, 5, "X", "Xf"},
+        {"inserts", 3, 0, "X", "abcXdef"},
+        {"appends", 6, 0, "X", "abcdefX"},
+        {"length past the end", 4, ~0u, "X", "abcdX"},
+        {"position past the end", 7, 1, "X", "abcdef"},
+        {"empty", 1, 1, "", "abcdef"},
         {"null", 1, 1, nullptr, "abcdef"},
     };
     for (const auto& row : rows) {

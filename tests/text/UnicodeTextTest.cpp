@@ -12,7 +12,8 @@ const unsigned char* Bytes(GuardedBytes& buffer) {
 
 /// The bytes with no terminator behind them.
 struct RawBytes {
-    explicit RawBytes(std::string_view bytes) : buffer(bytes.size()), size(static_cast<int>(bytes.size())) {
+    explicit RawBytes(std::string_view bytes)
+        : buffer(bytes.size()), size(static_cast<int>(bytes.size())) {
         std::memcpy(buffer.Data(), bytes.data(), bytes.size());
     }
     GuardedBytes buffer;
@@ -78,7 +79,10 @@ TEST(UnicodeText, ReducedToLowBytes) {
         std::string_view result;
     } rows[] = {
         {"whole", L"ab"sv, 4, true, "ab\0\0"sv},
-        {"mark left out", L"\xFEFF" L"ab"sv, 3, true, "ab\0"sv},
+        {"mark left out",
+         L"\xFEFF"
+         L"ab"sv,
+         3, true, "ab\0"sv},
         {"low byte kept", L"\x3041\x00E9"sv, 3, true, "\x41\xE9\0"sv},
         {"cut before the terminator", L"abc"sv, 3, true, "ab\0"sv},
         {"no terminator reserved", L"abc"sv, 3, false, "abc"sv},

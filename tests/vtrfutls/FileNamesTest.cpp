@@ -92,7 +92,8 @@ TEST(FileNames, PathsAreReadInTheCodePageForFiles) {
     const TestFolder folder;
     const std::wstring wide(folder.Path().begin(), folder.Path().end());
     const std::wstring katakana = wide + L"\x30BD.txt";
-    const HANDLE file = CreateFileW(katakana.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr);
+    const HANDLE file =
+        CreateFileW(katakana.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr);
     ASSERT_NE(file, INVALID_HANDLE_VALUE);
     CloseHandle(file);
     EXPECT_FALSE(DoesFileExist(folder.File("\x83\x5C.txt").c_str()));

@@ -18,7 +18,7 @@ using vtr::IsEmptyText;
 
 CIniFileReader::CIniFileReader() noexcept
     : fileName(nullptr), lastSectionIndex(-1), keepSorted(false), initialized(false),
-      sectionNames(nullptr), revision(0), stepsLeft(0), outOfMemory(false) {}
+      outOfMemory(false), sectionNames(nullptr), revision(0), stepsLeft(0) {}
 
 CIniFileReader::~CIniFileReader() {
     Reset();
@@ -119,8 +119,7 @@ bool CIniFileReader::SetValue(const char* section, const char* key, const char* 
     if (index < 0 && keepSorted)
         Sort();
     const bool set = target->SetValue(key, value);
-    // A section that keeps itself sorted has put a new pair in its place already.
-    if (keepSorted && !target->KeepSorted())
+    if (keepSorted)
         target->Sort();
     return set;
 }
@@ -162,6 +161,7 @@ void CIniFileReader::Reset() noexcept {
     sections.Clear([](CIniSection* section) { delete section; });
     lastSectionIndex = -1;
     initialized = false;
+    outOfMemory = false;
 }
 
 void CIniFileReader::ClearValues() noexcept {
@@ -249,7 +249,9 @@ void CIniFileReader::ScanForParents(const char* text, int position, int length,
         } else if (*p == ']') {
             name[nameLength] = '\0';
             RemoveTrailingSpacesA(name, /*alsoLineBreaks=*/false);
+            const int parents = section->NumParents();
             section->AddParent(name);
+            outOfMemory = outOfMemory || (name[0] != '\0' && section->NumParents() == parents);
             state = State::waiting;
         } else if ((*p != ' ' || nameLength > 0) && nameLength + bytes < sizeof name) {
             std::memcpy(name + nameLength, p, bytes);

@@ -26,9 +26,9 @@ public:
     ~CIniFileReader();
 
     /// Loads a file, sorts it if asked, and gives each section what it inherits from the parents
-    /// that its header names ("[Child] : [Base] : [Other]"; earlier parents win, own values always).
-    /// False for a null or empty path, a missing, unreadable or empty file, a refused document, and
-    /// one whose inheritance would have to look at more than ten million pairs.
+    /// that its header names ("[Child] : [Base] : [Other]"; earlier parents win, own values
+    /// always). False for a null or empty path, a missing, unreadable or empty file, a refused
+    /// document, and one whose inheritance would have to look at more than four million pairs.
     bool Init(const char* path, bool sort) noexcept;
 
     /// Parses `length` bytes. Parents stay in the sections, unresolved, and `Initialized()` false.
@@ -104,7 +104,8 @@ protected:
     /// Reads the parents in the rest of a header line, from `position` to the line's end.
     void ScanForParents(const char* text, int position, int length, CIniSection* section) noexcept;
 
-    /// False, with the parents that are left, when the limit on pairs is reached or memory runs out.
+    /// False, with the parents that are left, when the limit on pairs is reached or memory runs
+    /// out.
     bool ProcessInheritance() noexcept;
 
     /// False when something may have been left out: parents more than ten levels up.
@@ -132,11 +133,12 @@ private:
     bool CopyMissingOneByOne(CIniSection& child, const CIniSection& parent) noexcept;
     bool TakeSteps(unsigned steps) noexcept;
 
+    bool outOfMemory; ///< something of the document under construction is missing
+
     // Used while parents are resolved; see IniInheritance.cpp.
     vtr::NameIndex* sectionNames;
     unsigned revision;
     unsigned stepsLeft;
-    bool outOfMemory;
 };
 
 #endif

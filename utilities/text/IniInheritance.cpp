@@ -13,7 +13,8 @@
 //
 // - A section whose ancestors all lie within the ten levels is complete after its first visit
 //   (`inheritanceDone`).
-// - A visit that changed nothing changes nothing when it is repeated at the same or a greater depth,
+// - A visit that changed nothing changes nothing when it is repeated at the same or a greater
+// depth,
 //   until some pair is added somewhere (`quietDepth`, `quietRevision`).
 //
 // What remains is bounded by `mostSteps`, because a small document can ask for a vast result: a
@@ -22,7 +23,7 @@
 namespace {
 
 constexpr int deepestLevel = 10;
-constexpr unsigned mostSteps = 10'000'000;
+constexpr unsigned mostSteps = 4'000'000;
 
 /// Brings the index up to date with pairs that were appended to the section.
 void CatchUp(vtr::NameIndex& keys, const CIniSection& section) {
@@ -49,7 +50,6 @@ bool CIniFileReader::ProcessInheritance() noexcept {
         return false;
     }
     stepsLeft = mostSteps;
-    outOfMemory = false;
     for (CIniSection* section : sections) {
         ProcessParentage(section, 1);
         if (stepsLeft == 0 || outOfMemory)
@@ -102,8 +102,8 @@ CIniSection* CIniFileReader::FindParent(const char* parentName) const noexcept {
     return sections.At(sectionNames->Find(parentName));
 }
 
-/// Copies what `child` lacks of `parent`. `keys` is the index of the child's keys, empty or left from
-/// an earlier parent. False when the limit is reached or memory runs out.
+/// Copies what `child` lacks of `parent`. `keys` is the index of the child's keys, empty or left
+/// from an earlier parent. False when the limit is reached or memory runs out.
 bool CIniFileReader::CopyMissing(CIniSection& child, const CIniSection& parent,
                                  vtr::NameIndex& keys) noexcept {
     if (!TakeSteps(parent.NumValues() + 1 + child.NumValues() - keys.Count()))

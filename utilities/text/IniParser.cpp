@@ -22,8 +22,8 @@ const char* EndAtZero(const char* begin, const char* end) {
 } // namespace
 
 IniParser::IniParser(CIniFileReader& target, const char* source, unsigned size)
-    : document(target), text(source), length(size), at(0), unnamed(nullptr), current(nullptr),
-      pendingKey{source, source}, quoted(false), innerQuotes(0) {}
+    : document(target), text(source), length(size), at(0), unnamed(nullptr),
+      current(nullptr), pendingKey{source, source}, quoted(false), innerQuotes(0) {}
 
 bool IniParser::Run() {
     unnamed = document.AddSection("");
@@ -100,7 +100,7 @@ IniParser::State IniParser::Header() {
         return State::failed;
     current->SetName(name);
     document.ScanForParents(text, static_cast<int>(at), static_cast<int>(length), current);
-    return State::skipLine;
+    return document.outOfMemory ? State::failed : State::skipLine;
 }
 
 IniParser::State IniParser::Key() {

@@ -84,7 +84,8 @@ bool CIniSection::AddValue(const char* key, const char* value) noexcept {
     if (IsEmptyText(key))
         return false;
     std::unique_ptr<CIniValue> pair(new (std::nothrow) CIniValue(key, value));
-    if (pair == nullptr || pair->Key() == nullptr || (pair->Value() == nullptr && !IsEmptyText(value)))
+    if (pair == nullptr || pair->Key() == nullptr ||
+        (pair->Value() == nullptr && !IsEmptyText(value)))
         return false;
     return AddValue(pair.get()) && pair.release() != nullptr;
 }

@@ -34,8 +34,8 @@ public:
     CIniValue* GetValue(unsigned int index) noexcept { return values.At(index); }
     const CIniValue* GetValue(unsigned int index) const noexcept { return values.At(index); }
 
-    /// Appends a pair; neither looks for the key nor sorts. False, with nothing appended, for a null
-    /// or empty key or when memory runs out.
+    /// Appends a pair; neither looks for the key nor sorts. False, with nothing appended, for a
+    /// null or empty key or when memory runs out.
     bool AddValue(const char* key, const char* value) noexcept;
 
     /// Appends a copy. False when memory runs out.
@@ -45,9 +45,9 @@ public:
     /// owner, for null or when memory runs out.
     bool AddValue(CIniValue* value) noexcept;
 
-    /// Gives the first pair with that key, always found by a scan from the start, the new value; adds
-    /// a pair when there is none, and then sorts again if `KeepSorted()`. False for a null or empty
-    /// key or when memory runs out.
+    /// Gives the first pair with that key, always found by a scan from the start, the new value;
+    /// adds a pair when there is none, and then sorts again if `KeepSorted()`. False for a null or
+    /// empty key or when memory runs out.
     bool SetValue(const char* key, const char* value) noexcept;
 
     /// False when the index is out of range or memory runs out.
@@ -78,8 +78,8 @@ public:
     const char* GetParent(int index) const noexcept;
     void RemoveParents() noexcept;
 
-    /// Sorts by key and sets `KeepSorted()`; each sort reverses the order of equal keys. When memory
-    /// runs out the order stays as it is and `KeepSorted()` is false.
+    /// Sorts by key and sets `KeepSorted()`; each sort reverses the order of equal keys. When
+    /// memory runs out the order stays as it is and `KeepSorted()` is false.
     void Sort() noexcept;
 
     /// True: keys are looked up by binary search, and a pair that `SetValue` adds is sorted in.

@@ -38,7 +38,8 @@ void CIniValue::SetValue(const char* newValue) noexcept {
 /// A text behind the object goes with the object; only later texts are blocks of their own.
 void CIniValue::Assign(char*& field, const char* text) noexcept {
     const std::less<const char*> before;
-    const bool inRoom = field != nullptr && !before(field, Room()) && before(field, Room() + roomSize);
+    const bool inRoom =
+        field != nullptr && !before(field, Room()) && before(field, Room() + roomSize);
     if (!inRoom) {
         CopyStringA(&field, text);
     } else if (text != field) {

@@ -34,7 +34,8 @@ void CreateLanguageState() {
     static constexpr char fileName[] = "utility-strings.ini";
     const char* folder = state.masterLanguageFolder;
     state.utilitiesStringFile[0] = '\0';
-    if (folder[0] != '\0' && std::strlen(folder) + sizeof fileName <= sizeof state.utilitiesStringFile)
+    if (folder[0] != '\0' &&
+        std::strlen(folder) + sizeof fileName <= sizeof state.utilitiesStringFile)
         std::snprintf(state.utilitiesStringFile, sizeof state.utilitiesStringFile, "%s%s", folder,
                       fileName);
     state.currentCodePage = 0;

@@ -4,8 +4,8 @@
 #include <windows.h>
 
 /// The process-wide state behind the language strings: made when the library is loaded, freed when
-/// it is unloaded. Private to the library. `stringLock` guards look-ups; paths and code page are set
-/// before look-ups start.
+/// it is unloaded. Private to the library. `stringLock` guards look-ups; paths and code page are
+/// set before look-ups start.
 
 namespace vtr {
 

@@ -6,7 +6,17 @@
 namespace vtr {
 
 bool IsMultibyteCodePage() {
-    return _getmbcp() != 0;
+    // Some versions of the run-time report the number of a single-byte code page here, not 0.
+    switch (_getmbcp()) {
+    case 932:
+    case 936:
+    case 949:
+    case 950:
+    case 1361:
+        return true;
+    default:
+        return false;
+    }
 }
 
 bool CharacterSteps::IsPair(const char* text) {

@@ -49,7 +49,8 @@ private:
     Slot& SlotOf(const char* name, std::size_t hash) {
         const std::size_t mask = slots.size() - 1;
         std::size_t i = hash & mask;
-        while (slots[i].name != nullptr && (slots[i].hash != hash || !SameText(slots[i].name, name)))
+        while (slots[i].name != nullptr &&
+               (slots[i].hash != hash || !SameText(slots[i].name, name)))
             i = (i + 1) & mask;
         return slots[i];
     }

@@ -73,7 +73,8 @@ private:
 
 /// Where a search goes on behind a hit: an empty replacement lets one character pass unsearched,
 /// because the search position has moved past the byte that closes the gap.
-const char* BehindHit(const Finder& finder, const char* hit, const char* end, bool emptyReplacement) {
+const char* BehindHit(const Finder& finder, const char* hit, const char* end,
+                      bool emptyReplacement) {
     const char* behind = hit + finder.Length();
     return emptyReplacement && behind < end ? behind + finder.Step(behind, end) : behind;
 }

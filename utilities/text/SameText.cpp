@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cctype>
+#include <cstring>
 
 // Its one-letter macros break C++ headers that are included behind it.
 #include <mbctype.h>
@@ -25,11 +26,14 @@ constexpr std::array<unsigned char, firstBeyondAscii> MakeFold() {
 
 constexpr std::array<unsigned char, firstBeyondAscii> asciiFold = MakeFold();
 
+/// The rest of two texts, from the first character on that is not ASCII in both. The order of bytes
+/// above 0x7F in single-byte code pages is the run-time's own affair; it differs between versions.
 int CompareBeyondAscii(const char* left, const char* right) {
-    const bool multibyte = IsMultibyteCodePage();
+    if (!IsMultibyteCodePage())
+        return _stricmp(left, right);
     for (;;) {
-        const FoldedCharacter a = FoldCharacter(left, multibyte);
-        const FoldedCharacter b = FoldCharacter(right, multibyte);
+        const FoldedCharacter a = FoldCharacter(left, /*multibyte=*/true);
+        const FoldedCharacter b = FoldCharacter(right, /*multibyte=*/true);
         if (a.code != b.code)
             return a.code < b.code ? -1 : 1;
         if (a.code == 0)

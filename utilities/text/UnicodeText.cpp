@@ -131,8 +131,8 @@ bool CopyCharToTChar(const char* source, unsigned sourceLength, char* destinatio
     const unsigned char* bytes = reinterpret_cast<const unsigned char*>(source);
     if (StringIsUnicode(bytes, static_cast<int>(sourceLength), /*requireTerminator=*/true)) {
         ConvertUnicodeToSingleByte(reinterpret_cast<const wchar_t*>(source),
-                                   static_cast<int>(sourceLength / 2), destination,
-                                   destinationSize, /*reserveTerminator=*/true);
+                                   static_cast<int>(sourceLength / 2), destination, destinationSize,
+                                   /*reserveTerminator=*/true);
         return true;
     }
     const unsigned room = destinationSize - 1;

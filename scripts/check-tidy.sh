@@ -1,0 +1,14 @@
+#!/usr/bin/env bash
+# clang-tidy over the libraries, or over the files named as arguments.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+source scripts/cross-includes.sh
+
+files=("$@")
+[ ${#files[@]} -gt 0 ] || mapfile -t files < <(git ls-files 'utilities/*.cpp' 'vtrfutls/*.cpp')
+flags=("${cross_includes[@]}" -std=c++20 -I. -DVTRUTILS_BUILD -DVTRFUTLS_BUILD)
+# xargs puts the file behind the flags. The counts of warnings are those of system headers.
+printf '%s\0' "${files[@]}" | xargs -0 -n 1 -P "$(nproc)" bash -c '
+    flags=("${@:1:$#-1}") file=${*: -1}
+    clang-tidy --quiet "$file" -- "${flags[@]}" 2> >(grep -v "warnings\? generated" >&2)' _ "${flags[@]}"
+echo "check-tidy: ${#files[@]} files"

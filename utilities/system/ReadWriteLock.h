@@ -8,9 +8,10 @@
 #include <windows.h>
 
 /// Many readers or one writer. A writer that waits keeps new readers out until it has finished. A
-/// thread may read, and write, as often as it unlocks again, and read while it writes; a thread
-/// that only reads must neither ask to write nor, where another may be waiting to write, to read
-/// again: it would wait for itself. Thread-safety: locked by itself.
+/// thread may write as often as it unlocks again, and read while it writes. A thread that reads
+/// must not ask to write and, where another may be waiting to write, not to read again: it would
+/// wait for itself.
+/// Thread-safety: locked by itself.
 class VTRUTILS_API CReadWriteLock {
 public:
     CReadWriteLock() noexcept;

@@ -8,7 +8,8 @@
 
 /// A lock with a time-out: one thread at a time, which may lock again as often as it unlocks again.
 /// Taking a free lock and taking it again cost no call into the system; threads that must wait do
-/// so at an event. Thread-safety: locked by itself.
+/// so at an event.
+/// Thread-safety: locked by itself.
 class VTRUTILS_API CSlipLock {
 public:
     CSlipLock() noexcept;

@@ -2,7 +2,7 @@
 #define VTRUTILS_TESTS_SUPPORT_THREADTEAM_H
 
 #include "tests/support/Watchdog.h"
-#include "utilities/system/Handles.h"
+#include "utilities/system/Owner.h"
 
 #include <functional>
 #include <string>
@@ -22,7 +22,7 @@ public:
     bool IsSet() const { return WaitForSingleObject(event.Get(), 0) == WAIT_OBJECT_0; }
 
 private:
-    vtr::EventHandle event;
+    vtr::KernelHandle event;
 };
 
 /// Runs `work` with the numbers from 0 on, each on a thread of its own, and returns when all have

@@ -1,7 +1,7 @@
 #ifndef VTRUTILS_TESTS_SUPPORT_WATCHDOG_H
 #define VTRUTILS_TESTS_SUPPORT_WATCHDOG_H
 
-#include "utilities/system/Handles.h"
+#include "utilities/system/Owner.h"
 
 #include <string>
 #include <thread>
@@ -16,7 +16,7 @@ public:
     ~Watchdog();
 
 private:
-    vtr::EventHandle finished;
+    vtr::KernelHandle finished;
     std::thread thread;
 };
 

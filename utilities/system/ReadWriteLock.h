@@ -2,7 +2,7 @@
 #define VTRUTILS_SYSTEM_READWRITELOCK_H
 
 #include "utilities/Export.h"
-#include "utilities/system/Handles.h"
+#include "utilities/system/Owner.h"
 
 #include <atomic>
 #include <windows.h>
@@ -37,7 +37,7 @@ private:
 
     CRITICAL_SECTION readerGuard; ///< held while the count changes
     CRITICAL_SECTION writerGate;  ///< held by the writer, passed by each reader
-    vtr::EventHandle noReaders;
+    vtr::KernelHandle noReaders;
     std::atomic<int> readers;
 
     /// The event costs a call into the system, so that it is used only when a writer must wait:

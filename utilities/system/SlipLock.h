@@ -2,7 +2,7 @@
 #define VTRUTILS_SYSTEM_SLIPLOCK_H
 
 #include "utilities/Export.h"
-#include "utilities/system/Handles.h"
+#include "utilities/system/Owner.h"
 
 #include <atomic>
 
@@ -34,8 +34,8 @@ private:
 
     bool Wait(unsigned long self, unsigned long milliseconds) noexcept;
 
-    vtr::EventHandle lockEvent;  ///< signalled for a thread that waits, by one that unlocks
-    vtr::EventHandle guardEvent; ///< part of the record; the owner is atomic and needs no guard
+    vtr::KernelHandle lockEvent;  ///< signalled for a thread that waits, by one that unlocks
+    vtr::KernelHandle guardEvent; ///< part of the record; the owner is atomic and needs no guard
     std::atomic<unsigned long> owner; ///< thread, 0: free
     int recursion;                    ///< changed by the owner only
     std::atomic<int> waiting;         ///< threads at the lock event or on their way to it

@@ -2,8 +2,7 @@
 
 #include "utilities/text/MultibyteText.h"
 
-#include <cstdlib>
-#include <cstring>
+#include <cstddef>
 #include <new>
 // Behind them: its one-letter macros break C++ headers.
 #include <mbstring.h>
@@ -62,10 +61,10 @@ CHashTable::~CHashTable() {
 void CHashTable::MakeBuckets(int number) noexcept {
     const std::size_t size = static_cast<std::size_t>(number);
     CMyArrayList* lists = new (std::nothrow) CMyArrayList[size];
-    buckets = static_cast<CMyArrayList**>(std::malloc(size * sizeof *buckets));
+    buckets = new (std::nothrow) CMyArrayList*[size];
     if (lists == nullptr || buckets == nullptr) {
         delete[] lists;
-        std::free(buckets);
+        delete[] buckets;
         buckets = nullptr;
         return;
     }
@@ -77,7 +76,7 @@ void CHashTable::MakeBuckets(int number) noexcept {
 void CHashTable::FreeBuckets() noexcept {
     if (bucketCount > 0)
         delete[] buckets[0];
-    std::free(buckets);
+    delete[] buckets;
     buckets = nullptr;
     bucketCount = 0;
 }

@@ -4,6 +4,8 @@
 #include <cstdio>
 #include <windows.h>
 
+#include <commctrl.h>
+
 /// Owners of what Windows and the C run-time hand out: one template, one alias for each kind.
 /// Private to the library and its sample host. One thread at a time.
 
@@ -84,11 +86,52 @@ struct MemoryDcKind {
     static bool Close(Type dc) { return DeleteDC(dc) != FALSE; }
 };
 
+/// From GetDC, GetDCEx or GetWindowDC.
+struct WindowDcKind {
+    using Type = HDC;
+    static Type None() { return nullptr; }
+    static bool Close(Type dc) { return ReleaseDC(WindowFromDC(dc), dc) != 0; }
+};
+
+struct ImageListKind {
+    using Type = HIMAGELIST;
+    static Type None() { return nullptr; }
+    static bool Close(Type images) { return ImageList_Destroy(images) != FALSE; }
+};
+
+/// Processes, threads, events and whatever else null stands for nothing of.
+struct KernelObjectKind {
+    using Type = HANDLE;
+    static Type None() { return nullptr; }
+    static bool Close(Type handle) { return CloseHandle(handle) != FALSE; }
+};
+
 using FileHandle = Owner<FileKind>;
+using KernelHandle = Owner<KernelObjectKind>;
 using StreamHandle = Owner<StreamKind>;
 using FontHandle = Owner<GdiObjectKind<HFONT>>;
 using BitmapHandle = Owner<GdiObjectKind<HBITMAP>>;
 using MemoryDc = Owner<MemoryDcKind>;
+using ImageList = Owner<ImageListKind>;
+using WindowDc = Owner<WindowDcKind>;
+
+/// Selects an object into a device context for as long as this lives. Nothing for a null object or
+/// device context.
+class SelectedObject {
+public:
+    SelectedObject(HDC target, HGDIOBJ object)
+        : dc(target), previous(object != nullptr ? SelectObject(target, object) : nullptr) {}
+    SelectedObject(const SelectedObject&) = delete;
+    SelectedObject& operator=(const SelectedObject&) = delete;
+    ~SelectedObject() {
+        if (previous != nullptr)
+            SelectObject(dc, previous);
+    }
+
+private:
+    HDC dc;
+    HGDIOBJ previous;
+};
 
 } // namespace vtr
 

@@ -40,8 +40,6 @@ if [ -n "${DISPLAY:-}" ]; then
 fi
 
 wine_prefix pictures
-exec 7>"$WINEPREFIX/.lock"
-flock -n 7 || fail "another run makes pictures now"
 add_symbols
 wine_start
 wine_display

@@ -9,6 +9,9 @@ project_root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 export WINEDEBUG=${WINEDEBUG:--all}
 export WINEDLLOVERRIDES="winedbg.exe=d;mscoree=;mshtml=;winemenubuilder.exe=d"
 export WINEARCH=win64
+# The locale decides the ANSI code page, here 1252, and which names files can have: without UTF-8
+# only those of ASCII letters.
+export LC_ALL=C.UTF-8
 
 # Debian's `wine` wrapper prints a hint about 32-bit programs before each run; the loader does not.
 wine_loader=/usr/lib/wine/wine64

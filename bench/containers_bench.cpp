@@ -6,6 +6,7 @@
 #include "utilities/containers/MegaList.h"
 #include "utilities/containers/MyArrayList.h"
 #include "utilities/containers/MyList.h"
+#include "utilities/system/Lock.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -28,6 +29,8 @@ struct Pair {
     long long first;
     void* second;
 };
+constexpr int listSize = 1'000'000;
+
 using Pairs = std::vector<Pair>;
 
 constexpr std::pair<const char*, int> sizes[] = {
@@ -155,19 +158,58 @@ void MeasureAppends() {
                     AppendByTen(count);
             });
     }
-    bench::ToReach(work, "vector", asFast);
+    // A vector does not count steps of ten, so that only what counts them says what can be reached.
     bench::ToReach(work, "realloc by ten", asFast);
 }
 
-template <class List>
-void MeasureList(const std::string& name) {
+struct NoLock {
+    void Lock() {}
+    void Unlock() {}
+};
+
+/// Peers of a list named `peer`, whose every operation takes the lock.
+template <class Lock>
+void MeasureStandardList(const std::string& append, const std::string& walk, const char* peer) {
+    bench::Measure(append, "", peer, [](benchmark::State& state) {
+        Lock lock;
+        for (auto _ : state) {
+            std::list<Pair> list;
+            for (int i = 0; i < listSize; ++i) {
+                lock.Lock();
+                list.push_back({i, nullptr});
+                lock.Unlock();
+            }
+            benchmark::DoNotOptimize(list.size());
+            state.PauseTiming();
+            list.clear();
+            state.ResumeTiming();
+        }
+    });
+    bench::Measure(walk, "", peer, [](benchmark::State& state) {
+        Lock lock;
+        std::list<Pair> list;
+        for (int i = 0; i < listSize; ++i)
+            list.push_back({i, nullptr});
+        for (auto _ : state) {
+            for (const Pair& pair : list) {
+                lock.Lock();
+                benchmark::DoNotOptimize(pair.second);
+                lock.Unlock();
+            }
+        }
+    });
+    bench::ToReach(append, peer, asFast);
+    bench::ToReach(walk, peer, asFast);
+}
+
+template <class List, class Lock>
+void MeasureList(const std::string& name, const char* peer) {
     const std::string append = name + ", a million appends";
     const std::string walk = name + ", a million steps by index";
-    constexpr int count = 1'000'000;
     bench::Measure(append, "", bench::ours, [](benchmark::State& state) {
         for (auto _ : state) {
             List list;
-            for (int i = 0; i < count; ++i)
+            for (int i = 0; i < listSize; ++i)
                 list.AppendToTail(nullptr, i);
             benchmark::DoNotOptimize(list.NumNodes());
             state.PauseTiming();
@@ -175,37 +217,16 @@ void MeasureList(const std::string& name) {
             state.ResumeTiming();
         }
     });
-    bench::Measure(append, "", "std::list", [](benchmark::State& state) {
-        for (auto _ : state) {
-            std::list<Pair> list;
-            for (int i = 0; i < count; ++i)
-                list.push_back({i, nullptr});
-            benchmark::DoNotOptimize(list.size());
-            state.PauseTiming();
-            list.clear();
-            state.ResumeTiming();
-        }
-    });
     bench::Measure(walk, "", bench::ours, [](benchmark::State& state) {
         List list;
-        for (int i = 0; i < count; ++i)
+        for (int i = 0; i < listSize; ++i)
             list.AppendToTail(nullptr, i);
         for (auto _ : state) {
-            for (int i = 0; i < count; ++i)
+            for (int i = 0; i < listSize; ++i)
                 benchmark::DoNotOptimize(list.Index(i, nullptr));
         }
     });
-    bench::Measure(walk, "", "std::list", [](benchmark::State& state) {
-        std::list<Pair> list;
-        for (int i = 0; i < count; ++i)
-            list.push_back({i, nullptr});
-        for (auto _ : state) {
-            for (const Pair& pair : list)
-                benchmark::DoNotOptimize(pair.second);
-        }
-    });
-    bench::ToReach(append, "std::list", asFast);
-    bench::ToReach(walk, "std::list", asFast);
+    MeasureStandardList<Lock>(append, walk, peer);
 }
 
 /// Chains as the table has them, without the table: what a search by walking them costs at least.
@@ -316,8 +337,8 @@ int main(int argc, char** argv) {
     MeasureSortedInserts();
     MeasureLookUps();
     MeasureAppends();
-    MeasureList<CMegaList>("linked list");
-    MeasureList<CMyList>("locked linked list");
+    MeasureList<CMegaList, NoLock>("linked list", "std::list");
+    MeasureList<CMyList, CLock>("locked linked list", "std::list and a lock");
     MeasureHashTable();
     return bench::Run(argc, argv);
 }

@@ -33,7 +33,7 @@ const wchar_t* TextOf(Habit habit) {
     case Habit::leaves:
         return L"removes itself";
     case Habit::comesBack:
-        return L"removes itself and adds itself again";
+        return L"removes itself, comes back";
     case Habit::sendsPlay:
         return L"sends play at once, nested";
     default:

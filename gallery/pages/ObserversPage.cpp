@@ -124,8 +124,8 @@ bool ObserversPage::MakeLog() {
         const ObserverModel::LogLine& line = model.Log()[static_cast<std::size_t>(row)];
         if (column == 0)
             return std::to_wstring(row + 1);
-        constexpr int spacesALevel = 6;
-        const auto indent = static_cast<std::size_t>(line.level * spacesALevel);
+        constexpr std::size_t spacesALevel = 6;
+        const std::size_t indent = static_cast<std::size_t>(line.level) * spacesALevel;
         return column == 1 ? std::wstring(indent, L' ') + line.text : line.result;
     };
     if (!log.Create(Handle(), L"Log", ID_OBSERVERS_LOG, ListView::Titles::shown, cell))
@@ -169,7 +169,7 @@ int ObserversPage::ArrangeObservers(Placement& placement, int width, int height)
         placement.Put(button, width - buttonWidth, y, buttonWidth, row);
         y += row + gap;
     }
-    const int padding = Sizes().Pixels(24);
+    const int padding = Sizes().Pixels(20);
     int left = ListView::RoomForColumns(listWidth);
     int column = 0;
     for (const wchar_t* widest : {L"Observer", L"attached", L"play, stop, seek"}) {

@@ -24,7 +24,6 @@ TEST(ObserversPage, ShowsWhoReceivesWhatByKeyboard) {
     gallery.GiveKeyboard();
     gallery.Press(VK_TAB, VK_CONTROL);
     gallery.WaitForTitle(L"vtrutils gallery");
-    gallery.WaitForFocus(ID_OBSERVERS_LIST);
     gallery.Press('C', VK_MENU);
     gallery.Press('2', VK_MENU);
     gallery.WaitForText(ID_OBSERVERS_COUNTS, L"4 of 5 observers attached, 2 deliveries");
@@ -33,7 +32,8 @@ TEST(ObserversPage, ShowsWhoReceivesWhatByKeyboard) {
                         L"4. Repeat: stop - sends play", L"5. SendNotification(1",
                         L"6. Meter: play", L"7. Playlist: play - removes itself and comes back",
                         L"8. Clock: play", L"9. Clock: stop"});
-
+    gallery.Press('1', VK_MENU);
+    gallery.WaitForText(ID_OBSERVERS_MESSAGE, L"3 observers received \"play\".");
     gallery.Press('M', VK_MENU);
     gallery.Press('O', VK_MENU);
     gallery.WaitForFocus(ID_OBSERVERS_LIST);

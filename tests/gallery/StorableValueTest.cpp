@@ -1,10 +1,10 @@
 #include "gallery/StorableValue.h"
 
+#include "tests/support/RandomText.h"
 #include "tests/support/TestFolder.h"
 #include "utilities/text/IniFileReader.h"
 
 #include <gtest/gtest.h>
-#include <random>
 #include <vector>
 
 namespace {
@@ -32,16 +32,10 @@ std::vector<std::string> AfterSavingAndLoading(const std::vector<std::string>& v
 /// One pair stays one line for all of these values, so the document still has a pair a value.
 TEST(StorableValue, IsWhatADocumentReadsBack) {
     constexpr unsigned seed = 20210314;
-    RecordProperty("seed", static_cast<int>(seed));
     std::mt19937 random(seed);
-    const std::string alphabet = "\"\"\"  \t;=[]ab";
     std::vector<std::string> values;
-    for (int i = 0; i < 20000; ++i) {
-        std::string value(random() % 7, ' ');
-        for (char& c : value)
-            c = alphabet[random() % alphabet.size()];
-        values.push_back(value);
-    }
+    for (int i = 0; i < 20000; ++i)
+        values.push_back(RandomText(random, 6, "\"\"\"  \t;=[]ab"));
     const std::vector<std::string> loaded = AfterSavingAndLoading(values);
     ASSERT_EQ(values.size(), loaded.size());
     for (std::size_t i = 0; i < values.size(); ++i)

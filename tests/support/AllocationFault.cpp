@@ -9,10 +9,18 @@ unsigned calls = 0;
 unsigned failing = 0;
 bool failed = false;
 
-// What the module called before: it may be this very program.
-decltype(&std::malloc) realMalloc = nullptr;
-decltype(&std::calloc) realCalloc = nullptr;
-decltype(&std::realloc) realRealloc = nullptr;
+constexpr char runTime[] = "msvcrt.dll";
+
+template <class Function>
+Function Find(const char* name) {
+    return reinterpret_cast<Function>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA(runTime), name)));
+}
+
+// Looked up before anything is patched: the patched module may be this very program.
+const auto realMalloc = Find<decltype(&std::malloc)>("malloc");
+const auto realCalloc = Find<decltype(&std::calloc)>("calloc");
+const auto realRealloc = Find<decltype(&std::realloc)>("realloc");
 
 bool Fails() {
     if (GetCurrentThreadId() != countedThread)
@@ -34,28 +42,15 @@ void* FaultyRealloc(void* block, std::size_t size) {
     return Fails() ? nullptr : realRealloc(block, size);
 }
 
-constexpr char runTime[] = "msvcrt.dll";
-
-template <class Function>
-void Find(Function& function, const char* name) {
-    function = reinterpret_cast<Function>(
-        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA(runTime), name)));
-}
-
-/// Looked up before anything is patched.
-HMODULE Module(const char* name) {
-    Find(realMalloc, "malloc");
-    Find(realCalloc, "calloc");
-    Find(realRealloc, "realloc");
-    return GetModuleHandleA(name);
-}
-
 } // namespace
 
 AllocationFault::AllocationFault(const char* moduleName)
-    : malloc(Module(moduleName), runTime, "malloc", reinterpret_cast<void*>(&FaultyMalloc)),
-      calloc(Module(moduleName), runTime, "calloc", reinterpret_cast<void*>(&FaultyCalloc)),
-      realloc(Module(moduleName), runTime, "realloc", reinterpret_cast<void*>(&FaultyRealloc)) {
+    : malloc(GetModuleHandleA(moduleName), runTime, "malloc",
+             reinterpret_cast<void*>(&FaultyMalloc)),
+      calloc(GetModuleHandleA(moduleName), runTime, "calloc",
+             reinterpret_cast<void*>(&FaultyCalloc)),
+      realloc(GetModuleHandleA(moduleName), runTime, "realloc",
+              reinterpret_cast<void*>(&FaultyRealloc)) {
     countedThread = GetCurrentThreadId();
     FailAt(0);
 }

@@ -24,10 +24,12 @@ public:
         std::memset(data, 0xCD, bytes);
     }
 
-    /// Holds exactly this text, with a terminator as last character.
-    explicit GuardedBuffer(std::basic_string_view<Char> text) : GuardedBuffer(text.size() + 1) {
+    /// Holds exactly this text, with or without a terminator as last character.
+    explicit GuardedBuffer(std::basic_string_view<Char> text, bool terminated = true)
+        : GuardedBuffer(text.size() + (terminated ? 1 : 0)) {
         std::memcpy(data, text.data(), text.size() * sizeof(Char));
-        data[text.size()] = 0;
+        if (terminated)
+            data[text.size()] = 0;
     }
 
     GuardedBuffer(const GuardedBuffer&) = delete;
@@ -35,8 +37,7 @@ public:
     ~GuardedBuffer() { VirtualFree(block, 0, MEM_RELEASE); }
 
     Char* Data() { return data; }
-    std::size_t Size() const { return length; }
-    Char& operator[](std::size_t index) { return data[index]; }
+    std::basic_string_view<Char> View() const { return {data, length}; }
 
 private:
     static constexpr std::size_t pageSize = 4096;

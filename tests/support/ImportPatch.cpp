@@ -1,6 +1,5 @@
 #include "tests/support/ImportPatch.h"
 
-#include <cstring>
 #include <stdexcept>
 #include <string>
 
@@ -13,19 +12,13 @@ void** FindSlot(HMODULE module, const char* library, const char* function) {
     const auto& directory = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
     const auto* import =
         reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR*>(base + directory.VirtualAddress);
+    const void* address =
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA(library), function));
     for (; import->Name != 0; ++import) {
-        if (_stricmp(base + import->Name, library) != 0)
-            continue;
-        const auto* names =
-            reinterpret_cast<const IMAGE_THUNK_DATA*>(base + import->OriginalFirstThunk);
-        auto** slots = reinterpret_cast<void**>(base + import->FirstThunk);
-        for (; names->u1.AddressOfData != 0; ++names, ++slots) {
-            if (IMAGE_SNAP_BY_ORDINAL(names->u1.Ordinal))
-                continue;
-            const auto* name =
-                reinterpret_cast<const IMAGE_IMPORT_BY_NAME*>(base + names->u1.AddressOfData);
-            if (std::strcmp(reinterpret_cast<const char*>(name->Name), function) == 0)
-                return slots;
+        auto** slot = reinterpret_cast<void**>(base + import->FirstThunk);
+        for (; *slot != nullptr; ++slot) {
+            if (*slot == address)
+                return slot;
         }
     }
     return nullptr;

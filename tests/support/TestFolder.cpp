@@ -6,7 +6,6 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
-#include <set>
 #include <windows.h>
 
 namespace fs = std::filesystem;
@@ -37,12 +36,9 @@ std::string TestFolder::Write(std::string_view name, std::string_view bytes) con
 }
 
 std::string TestFolder::Listing() const {
-    std::set<std::string> names;
-    for (const auto& entry : fs::directory_iterator(path))
-        names.insert(entry.path().filename().string());
     std::string listing;
-    for (const std::string& name : names)
-        listing += (listing.empty() ? "" : "|") + name;
+    for (const auto& entry : fs::directory_iterator(path))
+        listing += (listing.empty() ? "" : "|") + entry.path().filename().string();
     return listing;
 }
 

@@ -16,7 +16,7 @@ public:
     const std::string& Path() const { return path; }
     std::string File(std::string_view name) const { return path + std::string(name); }
     std::string Write(std::string_view name, std::string_view bytes) const;
-    /// The names of the files in the folder, sorted, separated by "|".
+    /// The names of the files in the folder, separated by "|".
     std::string Listing() const;
 
 private:

@@ -12,14 +12,10 @@ TEST(CommandLine, OfThisProcess) {
 
     GuardedBytes buffer(5);
     GetCommandLineParameter(0, buffer.Data(), 5);
-    EXPECT_EQ(std::string(buffer.Data()), std::string(program, 4));
-    GetCommandLineParameter(1000, buffer.Data(), 5);
-    EXPECT_EQ(std::string_view(buffer.Data(), 5), std::string_view("\0\0\0\0\0", 5));
-    buffer[0] = 'x';
-    GetCommandLineParameter(-1, buffer.Data(), 5);
-    EXPECT_EQ(buffer[0], '\0');
+    EXPECT_EQ(buffer.Data(), std::string(program, 4));
     GetCommandLineParameter(0, nullptr, 5);
-    buffer[0] = 'x';
     GetCommandLineParameter(0, buffer.Data(), 0);
-    EXPECT_EQ(buffer[0], 'x');
+    EXPECT_EQ(buffer.Data(), std::string(program, 4));
+    GetCommandLineParameter(1000, buffer.Data(), 5);
+    EXPECT_EQ(buffer.View(), std::string(5, '\0'));
 }

@@ -8,52 +8,37 @@ namespace {
 
 /// Whatever failed, the document can be read, sorted, edited and emptied.
 void ExpectUsable(CIniFileReader& document) {
-    for (const IniSectionText& section : Content(document)) {
-        for (const auto& [key, value] : section.pairs)
-            EXPECT_FALSE(key.empty());
-    }
+    EXPECT_EQ(Content(document).find(" ="), std::string::npos) << "a pair without key";
     document.Sort();
     EXPECT_TRUE(document.SetValue("Added", "k", "v"));
     EXPECT_EQ(Get(document, "Added", "k"), "v");
     document.Reset();
 }
 
-bool IsInOrder(const CIniSection& section) {
-    for (unsigned i = 1; i < section.NumValues(); ++i) {
-        if (_stricmp(section.GetValue(i - 1)->Key(), section.GetValue(i)->Key()) > 0)
-            return false;
-    }
-    return true;
-}
+} // namespace
 
-std::string SmallDocument() {
+TEST(IniAllocation, EveryFailureLeavesAValidDocument) {
     std::string text = "top=1\n";
     for (int s = 0; s < 12; ++s) {
         text += "[S" + std::to_string(s) + "] : [S" + std::to_string(s / 2 + 7) + "]\n";
         for (int k = 0; k < 12; ++k)
             text += "k" + std::to_string(k * (s + 1)) + "=" + std::to_string(s) + "\n";
     }
-    return text;
-}
-
-} // namespace
-
-TEST(IniAllocation, EveryFailureLeavesAValidDocument) {
     const TestFolder folder;
-    const std::string text = SmallDocument();
     const std::string file = folder.Write("a.ini", text);
     CIniFileReader whole;
     ASSERT_TRUE(whole.Init(file.c_str(), true));
-    const IniText expected = Content(whole);
+    const std::string expected = Content(whole);
 
     AllocationFault fault("vtrutils.dll");
     const unsigned failures = fault.ForEachAllocation([&](unsigned n) {
         CIniFileReader document;
         const bool loaded = document.Init(file.c_str(), true);
         fault.FailAt(0);
-        for (unsigned i = 0; i < document.NumSections(); ++i) {
-            const CIniSection& section = *document.GetSection(static_cast<int>(i));
-            EXPECT_TRUE(!section.KeepSorted() || IsInOrder(section)) << "allocation " << n;
+        for (unsigned s = 0; s < document.NumSections(); ++s) {
+            const CIniSection& section = *document.GetSection(static_cast<int>(s));
+            for (unsigned i = 1; section.KeepSorted() && i < section.NumValues(); ++i)
+                EXPECT_LE(_stricmp(section.GetValue(i - 1)->Key(), section.GetValue(i)->Key()), 0);
         }
         document.Sort();
         EXPECT_TRUE(!loaded || Content(document) == expected) << "allocation " << n;
@@ -66,22 +51,18 @@ TEST(IniAllocation, EveryFailureOfAnEditIsReported) {
     AllocationFault fault("vtrutils.dll");
     const unsigned failures = fault.ForEachAllocation([&](unsigned n) {
         CIniFileReader document;
-        bool set[6];
-        set[0] = document.SetValue("A", "k", "v");
-        set[1] = document.SetValue("A", "l", "w");
+        bool good = document.SetValue("A", "k", "v");
+        good = document.SetValue("A", "l", "w") && good;
         document.Sort();
-        set[2] = document.SetValue("A", "k", "longer");
-        set[3] = document.SetValue(0, 0, "longest of all");
+        good = document.SetValue("A", "k", "longer") && good;
+        good = document.SetValue(0, 0, "longest of all") && good;
         CIniValue pair("p", "q");
         CIniSection* section = document.GetSection("A");
-        set[4] = section != nullptr && pair.Key() != nullptr && section->AddValue(pair);
-        set[5] = document.SetFileName("name");
+        good = pair.Key() != nullptr && pair.Value() != nullptr && section != nullptr &&
+               section->AddValue(pair) && good;
+        good = document.SetFileName("name") && good;
         fault.FailAt(0);
-        const bool allSet = set[0] && set[1] && set[2] && set[3] && set[4] && set[5];
-        const bool pairWhole = pair.Key() != nullptr && pair.Value() != nullptr;
-        const bool complete =
-            Shown(Content(document)) == "{A: k=longest of all; l=w; p=q;}" && pairWhole;
-        EXPECT_TRUE(complete || !allSet || !pairWhole) << "allocation " << n;
+        EXPECT_TRUE(!good || Content(document) == "{A: k=longest of all; l=w; p=q;}") << n;
         ExpectUsable(document);
     });
     EXPECT_GT(failures, 8u);

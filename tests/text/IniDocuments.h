@@ -3,49 +3,22 @@
 
 #include "utilities/text/IniFileReader.h"
 
-#include <memory>
-#include <ostream>
 #include <string>
 #include <string_view>
-#include <utility>
-#include <vector>
 
-/// A document as plain data, for comparing.
-struct IniSectionText {
-    std::string name;
-    std::vector<std::pair<std::string, std::string>> pairs;
-    bool operator==(const IniSectionText&) const = default;
-};
-using IniText = std::vector<IniSectionText>;
-
-/// `{A: k=v; l=} {B: ...}`, with null values shown as "".
-inline std::string Shown(const IniText& sections) {
+/// `{A: k=v; l=;}{B: ...}`, with null texts shown as empty ones.
+inline std::string Content(CIniFileReader& document) {
+    const auto text = [](const char* owned) { return std::string(owned != nullptr ? owned : ""); };
     std::string shown;
-    for (const IniSectionText& section : sections) {
-        shown += "{" + section.name + ":";
-        for (const auto& [key, value] : section.pairs)
-            shown += " " + key + "=" + value + ";";
+    for (int s = 0; s < static_cast<int>(document.NumSections()); ++s) {
+        shown += "{" + text(document.SectionName(static_cast<unsigned>(s))) + ":";
+        for (int v = 0; v < document.GetNumValues(s); ++v) {
+            const CIniValue& pair = *document.GetValue(s, v);
+            shown += " " + text(pair.Key()) + "=" + text(pair.Value()) + ";";
+        }
         shown += "}";
     }
     return shown;
-}
-
-inline void PrintTo(const IniText& sections, std::ostream* stream) {
-    *stream << Shown(sections);
-}
-
-inline IniText Content(CIniFileReader& document) {
-    IniText sections;
-    for (int s = 0; s < static_cast<int>(document.NumSections()); ++s) {
-        IniSectionText section{document.SectionName(static_cast<unsigned>(s)), {}};
-        for (int v = 0; v < document.GetNumValues(s); ++v) {
-            const CIniValue* pair = document.GetValue(s, v);
-            section.pairs.emplace_back(pair->Key() != nullptr ? pair->Key() : "",
-                                       pair->Value() != nullptr ? pair->Value() : "");
-        }
-        sections.push_back(std::move(section));
-    }
-    return sections;
 }
 
 inline bool Load(CIniFileReader& document, std::string_view text, bool sort = false) {
@@ -53,10 +26,9 @@ inline bool Load(CIniFileReader& document, std::string_view text, bool sort = fa
                                    static_cast<unsigned>(text.size()), sort);
 }
 
-inline std::string Get(const CIniFileReader& document, const char* section, const char* key,
-                       const char* defaultValue = "(none)") {
+inline std::string Get(const CIniFileReader& document, const char* section, const char* key) {
     char buffer[1024];
-    document.GetString(section, key, defaultValue, buffer, sizeof buffer);
+    document.GetString(section, key, "(none)", buffer, sizeof buffer);
     return buffer;
 }
 

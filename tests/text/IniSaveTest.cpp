@@ -1,59 +1,14 @@
 #include "tests/support/AllocationFault.h"
 #include "tests/support/ImportPatch.h"
+#include "tests/support/RandomText.h"
 #include "tests/support/TestFolder.h"
 #include "tests/text/IniDocuments.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <gtest/gtest.h>
-#include <random>
 #include <windows.h>
 
 namespace {
-
-std::string SavedSection(const CIniSection& section) {
-    const TestFolder folder;
-    const std::string file = folder.File("section.txt");
-    std::FILE* stream = std::fopen(file.c_str(), "wb");
-    EXPECT_NE(stream, nullptr);
-    EXPECT_TRUE(section.Save(stream));
-    std::fclose(stream);
-    return ReadBytes(file);
-}
-
-/// A text whose bytes a document can hold at that place and that reads back as it is.
-std::string RandomWritable(std::mt19937& random, std::size_t longest, std::string_view forbidden) {
-    static constexpr std::string_view favourites = "\" \t=[]:;aB\xE4\x80";
-    std::string text(random() % (longest + 1), ' ');
-    for (char& c : text) {
-        do {
-            c = random() % 3 == 0 ? static_cast<char>(1 + random() % 255)
-                                  : favourites[random() % favourites.size()];
-        } while (forbidden.find(c) != std::string_view::npos);
-    }
-    return text;
-}
-
-std::string RandomKey(std::mt19937& random) {
-    std::string key;
-    while (key.empty() || key.front() == ' ' || key.back() == ' ' || key.front() == '[')
-        key = RandomWritable(random, 12, "=\r\n\t;");
-    return key;
-}
-
-std::string RandomValue(std::mt19937& random) {
-    for (;;) {
-        std::string value = RandomWritable(random, 20, ";\r\n");
-        if (value.empty())
-            return value;
-        const bool willBeQuoted = value.front() == ' ' || value.back() == ' ';
-        const std::size_t last = value.find_last_not_of(" \t");
-        const bool looksQuoted =
-            value.front() == '"' && last != std::string::npos && last > 0 && value[last] == '"';
-        if (willBeQuoted || (value.front() != '\t' && !looksQuoted))
-            return value;
-    }
-}
 
 DWORD writesUntilFull = 0;
 decltype(&std::fwrite) realWrite = nullptr;
@@ -92,19 +47,18 @@ TEST(IniSave, WritesWhatUsersExpect) {
     EXPECT_TRUE(document.SetFileName(""));
     EXPECT_EQ(document.FileName(), nullptr);
     EXPECT_FALSE(document.Save());
-}
 
-TEST(IniSave, Section) {
     CIniSection section("S");
-    section.AddValue("a", "1");
-    section.AddValue("b", " x");
-    section.AddValue("c", "x ");
-    section.AddValue("d", nullptr);
     section.AddValue(new CIniValue(nullptr, "no key"));
-    EXPECT_EQ(SavedSection(section), "[S]\r\na = 1\r\nb = \" x\"\r\nc = \"x \"\r\nd = \r\n");
+    section.AddValue("k", "v");
+    std::FILE* stream = std::fopen(file.c_str(), "wb");
+    ASSERT_NE(stream, nullptr);
+    EXPECT_TRUE(section.Save(stream));
     EXPECT_FALSE(section.Save(nullptr));
     section.SetName("");
-    EXPECT_FALSE(section.Save(stdout));
+    EXPECT_FALSE(section.Save(stream));
+    std::fclose(stream);
+    EXPECT_EQ(ReadBytes(file), "[S]\r\nk = v\r\n");
 }
 
 TEST(IniSave, ReadsBackToTheSame) {
@@ -115,23 +69,20 @@ TEST(IniSave, ReadsBackToTheSame) {
     for (int round = 0; round < 300; ++round) {
         CIniFileReader document;
         document.SetFileName(file.c_str());
-        const unsigned sections = random() % 6;
-        for (unsigned s = 0; s < sections; ++s) {
-            std::string name;
-            while (name.empty())
-                name = RandomWritable(random, 20, "]");
-            const unsigned pairs = 1 + random() % 8;
-            for (unsigned k = 0; k < pairs; ++k)
-                ASSERT_TRUE(document.SetValue(name.c_str(), RandomKey(random).c_str(),
-                                              RandomValue(random).c_str()));
+        for (unsigned pairs = random() % 40; pairs > 0; --pairs) {
+            // No blanks and quotes around what is written without quotes.
+            const std::string name = "n" + RandomText(random, 3, "\" \t=[:;aB\xE4\x80\r\n");
+            const std::string key = "k" + RandomText(random, 12, "\" []:aB\xE4\x80") + "k";
+            const std::string value = RandomText(random, 20, " =[]:aB\xE4\x80");
+            ASSERT_TRUE(document.SetValue(name.c_str(), key.c_str(), value.c_str()));
         }
         if (random() % 2 == 0)
             document.Sort();
         ASSERT_TRUE(document.Save());
         CIniFileReader copy;
         const bool sort = random() % 2 == 0;
-        const bool read = copy.Init(file.c_str(), sort);
-        ASSERT_EQ(read, document.NumSections() > 0) << "seed " << seed << ", round " << round;
+        ASSERT_EQ(copy.Init(file.c_str(), sort), document.NumSections() > 0)
+            << "seed " << seed << ", round " << round;
         if (sort)
             document.Sort();
         ASSERT_EQ(Content(copy), Content(document)) << "seed " << seed << ", round " << round;

@@ -2,45 +2,33 @@
 
 #include "tests/support/AllocationFault.h"
 
-#include <cstdlib>
-#include <cwchar>
 #include <gtest/gtest.h>
 
 TEST(CopyString, OwnsAnExactCopy) {
+    AllocationFault fault("vtrutils.dll");
     char* text = nullptr;
+    wchar_t* wide = nullptr;
     CopyStringA(&text, "abc");
-    EXPECT_STREQ(text, "abc");
-    char* block = text;
+    CopyStringW(&wide, L"abc");
+    fault.FailAt(1);
     CopyStringA(&text, "xyz");
-    EXPECT_EQ(text, block) << "an equal length is copied in place";
-    EXPECT_STREQ(text, "xyz");
-    CopyStringA(&text, text);
-    EXPECT_EQ(text, block);
+    CopyStringW(&wide, L"xyz");
+    EXPECT_STREQ(text, "xyz") << "an equal length is copied in place";
+    EXPECT_STREQ(wide, L"xyz") << "an equal length is copied in place";
+    fault.FailAt(0);
     CopyStringA(&text, text + 1);
+    CopyStringW(&wide, wide + 1);
     EXPECT_STREQ(text, "yz");
+    EXPECT_STREQ(wide, L"yz");
     CopyStringA(&text, "");
+    CopyStringW(&wide, L"");
     EXPECT_EQ(text, nullptr);
+    EXPECT_EQ(wide, nullptr);
     CopyStringA(&text, "a");
     CopyStringA(&text, nullptr);
     EXPECT_EQ(text, nullptr);
-
-    wchar_t* wide = nullptr;
-    CopyStringW(&wide, L"abc");
-    EXPECT_STREQ(wide, L"abc");
-    wchar_t* wideBlock = wide;
-    CopyStringW(&wide, L"xyz");
-    EXPECT_EQ(wide, wideBlock);
-    CopyStringW(&wide, wide + 2);
-    EXPECT_STREQ(wide, L"z");
-    CopyStringW(&wide, L"");
-    EXPECT_EQ(wide, nullptr);
-}
-
-TEST(CopyString, LackOfMemoryLeavesNull) {
-    AllocationFault fault("vtrutils.dll");
-    char* text = nullptr;
     CopyStringA(&text, "abc");
     fault.FailAt(1);
     CopyStringA(&text, "longer");
-    EXPECT_EQ(text, nullptr);
+    EXPECT_EQ(text, nullptr) << "memory ran out";
 }

@@ -11,17 +11,15 @@ std::wstring Widened(std::string_view text) {
     return {text.begin(), text.end()};
 }
 
-template <class Function>
-std::string InPlace(Function function, std::string_view text, bool alsoLineBreaks) {
+/// What is left of the text in place, which the wide function must leave too.
+template <class Function, class WideFunction>
+std::string InPlace(Function function, WideFunction wideFunction, std::string_view text,
+                    bool alsoLineBreaks) {
     GuardedBytes buffer(text);
     function(buffer.Data(), alsoLineBreaks);
-    return buffer.Data();
-}
-
-template <class Function>
-std::wstring WideInPlace(Function function, std::string_view text, bool alsoLineBreaks) {
-    GuardedUnits buffer(std::wstring_view(Widened(text)));
-    function(buffer.Data(), alsoLineBreaks);
+    GuardedUnits units{std::wstring_view(Widened(text))};
+    wideFunction(units.Data(), alsoLineBreaks);
+    EXPECT_EQ(units.View(), Widened(buffer.View()));
     return buffer.Data();
 }
 
@@ -37,48 +35,36 @@ TEST(TrimText, SpacesAndLineBreaks) {
     } rows[] = {
         {"", true, "", "", ""},
         {"   ", false, "", "", ""},
-        {"  a b ", false, "a b ", "  a b", "a b"},
         {"\ta\t", true, "\ta\t", "\ta\t", "\ta\t"},
         {" \r\n a \n\r ", false, "\r\n a \n\r ", " \r\n a \n\r", "\r\n a \n\r"},
         {" \r\n a \n\r ", true, "a \n\r ", " \r\n a", "a"},
-        {"\n", true, "", "", ""},
-        {"x", true, "x", "x", "x"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.text);
         const bool breaks = row.alsoLineBreaks;
-        EXPECT_EQ(InPlace(&RemoveLeadingSpacesA, row.text, breaks), row.leading);
-        EXPECT_EQ(InPlace(&RemoveTrailingSpacesA, row.text, breaks), row.trailing);
-        EXPECT_EQ(InPlace(&RemoveSpacesA, row.text, breaks), row.both);
-        EXPECT_EQ(WideInPlace(&RemoveLeadingSpacesW, row.text, breaks), Widened(row.leading));
-        EXPECT_EQ(WideInPlace(&RemoveTrailingSpacesW, row.text, breaks), Widened(row.trailing));
-        EXPECT_EQ(WideInPlace(&RemoveSpacesW, row.text, breaks), Widened(row.both));
+        EXPECT_EQ(InPlace(&RemoveLeadingSpacesA, &RemoveLeadingSpacesW, row.text, breaks),
+                  row.leading);
+        EXPECT_EQ(InPlace(&RemoveTrailingSpacesA, &RemoveTrailingSpacesW, row.text, breaks),
+                  row.trailing);
+        EXPECT_EQ(InPlace(&RemoveSpacesA, &RemoveSpacesW, row.text, breaks), row.both);
     }
     RemoveSpacesA(nullptr, true);
     RemoveSpacesW(nullptr, true);
-}
-
-TEST(TrimText, TrailingSpacesAreOverwritten) {
     char text[] = "a  ";
     RemoveTrailingSpacesA(text, false);
-    EXPECT_EQ(std::string_view(text, 3), std::string_view("a\0\0", 3));
+    EXPECT_EQ(text[2], '\0') << "trailing spaces are overwritten";
 }
 
 TEST(TrimText, WhitespaceCopied) {
-    static constexpr struct {
-        const char* source;
-        const char* result;
-    } rows[] = {
-        {" \t\n a b \n\t ", "a b"},
-        {"\r\nx\r\n", "\r\nx\r"},
-        {" \t\n", ""},
-        {"", ""},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.source);
-        GuardedBytes destination(std::strlen(row.result) + 1);
-        EXPECT_EQ(TrimWhitespace(row.source, destination.Data()), *row.result != '\0');
-        EXPECT_STREQ(destination.Data(), row.result);
+    const std::string longest(2047, 'x');
+    for (const auto& [source, result] :
+         {std::pair<std::string, std::string>{" \t\n a b \n\t ", "a b"},
+          {"\r\nx\r\n", "\r\nx\r"},
+          {" \t\n", ""},
+          {longest + longest, longest}}) {
+        GuardedBytes destination(result.size() + 1);
+        EXPECT_EQ(TrimWhitespace(source.c_str(), destination.Data()), !result.empty());
+        EXPECT_EQ(destination.Data(), result);
     }
     char buffer[4] = "abc";
     EXPECT_FALSE(TrimWhitespace(nullptr, buffer));
@@ -86,41 +72,22 @@ TEST(TrimText, WhitespaceCopied) {
     EXPECT_FALSE(TrimWhitespace("a", nullptr));
 }
 
-TEST(TrimText, AtMost2047BytesAreCopied) {
-    const std::string source(10'000, 'x');
-    GuardedBytes destination(2048);
-    EXPECT_TRUE(TrimWhitespace(source.c_str(), destination.Data()));
-    EXPECT_EQ(std::strlen(destination.Data()), 2047u);
-    EXPECT_TRUE(TrimChar('"', source.c_str(), destination.Data(), 1));
-    EXPECT_EQ(std::strlen(destination.Data()), 2047u);
-}
-
 TEST(TrimText, CharacterFromBothEnds) {
-    static constexpr struct {
-        const char* source;
+    const std::string longest(2047, 'x');
+    const struct {
+        std::string source;
         int maxCount;
-        const char* result;
+        std::string result;
     } rows[] = {
-        {"\"a\"", 1, "a"},
-        {"\"\"a\"", 1, "\"a"},
-        {"\"\"a\"\"\"", 2, "a\""},
-        {"\"\"\"", 5, ""},
-        {"\"", 1, ""},
-        {"\"a\"", 0, "\"a\""},
-        {"\"a\"", -1, "\"a\""},
-        {"a\"b", 3, "a\"b"},
-        {"\"\"\"\"", 1, "\"\""},
-        {"", 1, ""},
+        {"\"\"a\"", 1, "\"a"}, {"\"\"a\"\"\"", 2, "a\""}, {"\"\"\"", 5, ""},
+        {"\"", 1, ""},         {"\"a\"", 0, "\"a\""},     {"\"a\"", -1, "\"a\""},
+        {"a\"b", 3, "a\"b"},   {"\"\"\"\"", 1, "\"\""},   {longest + longest, 1, longest},
     };
     for (const auto& row : rows) {
-        SCOPED_TRACE(row.source);
         GuardedBytes source{std::string_view(row.source)};
-        EXPECT_EQ(TrimChar('"', source.Data(), source.Data(), row.maxCount), *row.result != '\0');
-        EXPECT_STREQ(source.Data(), row.result);
+        EXPECT_EQ(TrimChar('"', source.Data(), source.Data(), row.maxCount), !row.result.empty());
+        EXPECT_EQ(source.Data(), row.result) << row.source;
     }
-}
-
-TEST(TrimText, TrailByteIsNotTheCharacterToTrim) {
     const CodePage japanese(932);
     char result[16];
     EXPECT_TRUE(TrimChar('\\', "\\\x83\x5C\\", result, 5));

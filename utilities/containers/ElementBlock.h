@@ -47,9 +47,6 @@ public:
         return block[index].item;
     }
 
-    /// Where an insertion asked for at `index` lands.
-    int PlaceAt(int index) const { return index < 0 ? 0 : index < count ? index : count; }
-
     Element<Value>* begin() { return block; }
     Element<Value>* end() { return block + count; }
 

@@ -72,7 +72,11 @@ int CMegaArrayList::InsertNewHead(void* item, double sortValue) noexcept {
 }
 
 int CMegaArrayList::InsertToIndex(int index, void* item, double sortValue) noexcept {
-    const int place = elements.PlaceAt(index);
+    if (elements.IsEmpty())
+        return InsertNewHead(item, sortValue);
+    if (index >= elements.Count())
+        return AppendToTail(item, sortValue);
+    const int place = index > 0 ? index : 0;
     return elements.Insert(place, item, sortValue, growStep) ? place : -1;
 }
 

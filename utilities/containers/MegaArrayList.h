@@ -32,8 +32,9 @@ public:
     /// Always 0.
     int InsertNewHead(void* item, double sortValue) noexcept;
 
-    /// An index of `NumNodes()` or more appends, a negative one counts as 0. Returns the element's
-    /// index, or -1 when memory runs out.
+    /// Does and answers as `InsertNewHead` in an empty list and as `AppendToTail` for an index of
+    /// `NumNodes()` or more. A negative index counts as 0. Otherwise returns the index, or -1 when
+    /// memory runs out.
     int InsertToIndex(int index, void* item, double sortValue) noexcept;
 
     /// Null when out of range, with a log line when there is no block.

@@ -74,7 +74,11 @@ int CMyArrayList::InsertNewHead(void* item, long long sortValue) noexcept {
 }
 
 int CMyArrayList::InsertToIndex(int index, void* item, long long sortValue) noexcept {
-    const int place = elements.PlaceAt(index);
+    if (elements.IsEmpty())
+        return InsertNewHead(item, sortValue);
+    if (index >= elements.Count())
+        return AppendToTail(item, sortValue);
+    const int place = index > 0 ? index : 0;
     if (!elements.Insert(place, item, sortValue, growStep))
         return -1;
     sorted = false;

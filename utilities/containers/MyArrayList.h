@@ -37,9 +37,9 @@ public:
     /// Always 0. The list does not count as sorted afterwards.
     int InsertNewHead(void* item, long long sortValue) noexcept;
 
-    /// An index of `NumNodes()` or more appends, a negative one counts as 0. Returns the element's
-    /// index, or -1 when memory runs out. The sorted flag as for `AppendToTail`, but in an empty
-    /// list as for `InsertNewHead`.
+    /// Does and answers as `InsertNewHead` in an empty list and as `AppendToTail` for an index of
+    /// `NumNodes()` or more. A negative index counts as 0. Otherwise returns the index, or -1 when
+    /// memory runs out; the list does not count as sorted afterwards.
     int InsertToIndex(int index, void* item, long long sortValue) noexcept;
 
     /// Null when out of range.
@@ -105,6 +105,7 @@ public:
 
 private:
     friend struct vtr::Layout<CMyArrayList>;
+    friend class Observable; // blanks an element where it may neither move the others nor allocate
 
     vtr::ElementBlock<long long> elements;
     unsigned int growStep;

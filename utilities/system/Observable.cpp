@@ -24,15 +24,6 @@ CMyArrayList* ListAt(CMyArrayList& codes, int index) {
     return static_cast<CMyArrayList*>(codes.FastIndex(index));
 }
 
-/// Where the delivery goes on behind an observer that stood at `index`. It stands there still,
-/// unless observers had to be taken out at once because memory ran out.
-int PlaceBehind(CMyArrayList& list, int index, Observer* observer) {
-    if (list.Index(index, nullptr) == observer)
-        return index + 1;
-    const int moved = list.MemberIndex(observer, -1);
-    return moved < 0 ? index : moved + 1;
-}
-
 } // namespace
 
 /// Marks the deliveries under way; the outermost one does the removals that waited for it, also
@@ -117,6 +108,17 @@ void Observable::TakeOut(Observer* observer) {
         ListAt(codes, i)->Remove(observer, -1);
 }
 
+/// Leaves empty places, for good, so that the deliveries under way find the others where they were.
+void Observable::Blank(const Observer* observer) {
+    const int count = codes.NumNodes();
+    for (int i = 0; i < count; ++i) {
+        for (auto& element : ListAt(codes, i)->elements) {
+            if (element.item == observer)
+                element.item = nullptr;
+        }
+    }
+}
+
 void Observable::RemoveObserver(Observer* observer) {
     const CSmartLock lock(&section);
     if (alive == 0 || observer == nullptr)
@@ -126,9 +128,11 @@ void Observable::RemoveObserver(Observer* observer) {
         if (removedDuringDelivery.Member(observer) != 0 ||
             removedDuringDelivery.AppendToTail(observer, 0) >= 0)
             return;
-        // No memory to remember it by: it must go now, for the host may delete it.
+        // No memory to remember it by, and the host may delete it.
+        Blank(observer);
+    } else {
+        TakeOut(observer);
     }
-    TakeOut(observer);
 }
 
 void Observable::FreeRemovedObservers() {
@@ -153,18 +157,11 @@ void Observable::SendNotification(int code, void* data) {
     const CSmartLock lock(&section);
     const Delivery delivery(*this);
     CMyArrayList* list = ListOf(code);
-    if (list == nullptr)
-        return;
     const unsigned int clearingsBefore = clearings;
-    int index = 0;
-    for (int left = list->NumNodes(); left > 0; --left) {
-        auto* observer = static_cast<Observer*>(list->Index(index, nullptr));
-        if (observer == nullptr)
-            return;
-        if (removedDuringDelivery.Member(observer) == 0)
+    const int count = list != nullptr ? list->NumNodes() : 0;
+    for (int i = 0; i < count && clearings == clearingsBefore; ++i) {
+        auto* observer = static_cast<Observer*>(list->FastIndex(i));
+        if (observer != nullptr && removedDuringDelivery.Member(observer) == 0)
             observer->OnNotify(code, data, this);
-        if (clearings != clearingsBefore)
-            return;
-        index = PlaceBehind(*list, index, observer);
     }
 }

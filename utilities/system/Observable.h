@@ -66,6 +66,7 @@ private:
     CMyArrayList* ListOf(int code);
     CMyArrayList* MakeListOf(int code);
     void TakeOut(Observer* observer);
+    void Blank(const Observer* observer);
     void FreeRemovedObservers();
 
     int alive; ///< 1 until destruction

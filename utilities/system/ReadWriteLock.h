@@ -2,15 +2,16 @@
 #define VTRUTILS_SYSTEM_READWRITELOCK_H
 
 #include "utilities/Export.h"
-#include "utilities/system/Handles.h"
+#include "utilities/system/Owner.h"
 
 #include <atomic>
 #include <windows.h>
 
 /// Many readers or one writer. A writer that waits keeps new readers out until it has finished. A
-/// thread may read, and write, as often as it unlocks again, and read while it writes; a thread
-/// that only reads must neither ask to write nor, where another may be waiting to write, to read
-/// again: it would wait for itself. Thread-safety: locked by itself.
+/// thread may write as often as it unlocks again, and read while it writes. A thread that reads
+/// must not ask to write and, where another may be waiting to write, not to read again: it would
+/// wait for itself.
+/// Thread-safety: locked by itself.
 class VTRUTILS_API CReadWriteLock {
 public:
     CReadWriteLock() noexcept;
@@ -36,7 +37,7 @@ private:
 
     CRITICAL_SECTION readerGuard; ///< held while the count changes
     CRITICAL_SECTION writerGate;  ///< held by the writer, passed by each reader
-    vtr::EventHandle noReaders;
+    vtr::KernelHandle noReaders;
     std::atomic<int> readers;
 
     /// The event costs a call into the system, so that it is used only when a writer must wait:

@@ -2,13 +2,14 @@
 #define VTRUTILS_SYSTEM_SLIPLOCK_H
 
 #include "utilities/Export.h"
-#include "utilities/system/Handles.h"
+#include "utilities/system/Owner.h"
 
 #include <atomic>
 
 /// A lock with a time-out: one thread at a time, which may lock again as often as it unlocks again.
 /// Taking a free lock and taking it again cost no call into the system; threads that must wait do
-/// so at an event. Thread-safety: locked by itself.
+/// so at an event.
+/// Thread-safety: locked by itself.
 class VTRUTILS_API CSlipLock {
 public:
     CSlipLock() noexcept;
@@ -33,8 +34,8 @@ private:
 
     bool Wait(unsigned long self, unsigned long milliseconds) noexcept;
 
-    vtr::EventHandle lockEvent;  ///< signalled for a thread that waits, by one that unlocks
-    vtr::EventHandle guardEvent; ///< part of the record; the owner is atomic and needs no guard
+    vtr::KernelHandle lockEvent;  ///< signalled for a thread that waits, by one that unlocks
+    vtr::KernelHandle guardEvent; ///< part of the record; the owner is atomic and needs no guard
     std::atomic<unsigned long> owner; ///< thread, 0: free
     int recursion;                    ///< changed by the owner only
     std::atomic<int> waiting;         ///< threads at the lock event or on their way to it

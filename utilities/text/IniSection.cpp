@@ -16,8 +16,10 @@ void DeletePair(CIniValue* pair) {
 
 /// Requires: size > 0.
 void StoreCut(const char* text, char* buffer, unsigned size) {
-    const std::size_t length = strnlen(text, size - 1);
-    std::memcpy(buffer, text, length);
+    // Most texts are so short that finding their length and calling `memcpy` takes longer.
+    unsigned length = 0;
+    for (; length < size - 1 && text[length] != '\0'; ++length)
+        buffer[length] = text[length];
     buffer[length] = '\0';
 }
 
@@ -55,7 +57,7 @@ std::size_t LargestSavedSize(const CIniValue& pair) {
 CIniSection::CIniSection() noexcept : CIniSection(nullptr) {}
 
 CIniSection::CIniSection(const char* newName) noexcept
-    : keepSorted(false), inheritanceDone(false), quietDepth(0), quietRevision(0) {
+    : keepSorted(false), behindFound(0), inheritanceDone(false), quietDepth(0), quietRevision(0) {
     SetName(newName);
 }
 
@@ -222,15 +224,18 @@ const CIniValue* CIniSection::Find(const char* key) const noexcept {
     }
     unsigned low = 0;
     unsigned high = values.Count();
-    while (low < high) {
-        const unsigned middle = low + (high - low) / 2;
-        const int order = vtr::CompareText(values[middle]->Key(), key);
-        if (order == 0)
-            return values[middle];
+    // Sections are mostly read in order, so the pair behind the one found last is tried first.
+    unsigned i = behindFound < high ? behindFound : 0;
+    for (; low < high; i = low + (high - low) / 2) {
+        const int order = vtr::CompareText(values[i]->Key(), key);
+        if (order == 0) {
+            behindFound = i + 1;
+            return values[i];
+        }
         if (order < 0)
-            low = middle + 1;
+            low = i + 1;
         else
-            high = middle;
+            high = i;
     }
     return nullptr;
 }

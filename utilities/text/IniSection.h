@@ -105,6 +105,7 @@ private:
     char name[nameSize];
     vtr::PtrArray<CIniValue> values;
     bool keepSorted;
+    mutable unsigned behindFound; ///< where a look-up in order goes on; may be out of range
     vtr::PtrArray<char> parents;
 
     // What the resolving of parents remembers of this section; see IniInheritance.cpp.

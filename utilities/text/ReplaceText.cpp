@@ -32,7 +32,7 @@ public:
                 if (text == nullptr)
                     return nullptr;
             }
-            if (Matches(text, end))
+            if (MayBegin(*text) && Matches(text, end))
                 return text;
             text += Step(text, end);
         }
@@ -40,6 +40,16 @@ public:
     }
 
 private:
+    /// False, at the price of one comparison, for most characters that begin no occurrence: the two
+    /// cases of an ASCII letter differ in one bit.
+    bool MayBegin(char first) const {
+        static constexpr int caseBit = 'a' ^ 'A';
+        if (caseSensitive)
+            return first == *find;
+        const bool ascii = static_cast<signed char>(first | *find) >= 0;
+        return !ascii || ((first ^ *find) & ~caseBit) == 0;
+    }
+
     bool Matches(const char* text, const char* end) const {
         if (caseSensitive && !multibyte)
             return std::memcmp(text, find, length) == 0;

@@ -1,0 +1,36 @@
+#ifndef VTRUTILS_BENCH_SUPPORT_COMPARISON_H
+#define VTRUTILS_BENCH_SUPPORT_COMPARISON_H
+
+#include <benchmark/benchmark.h>
+#include <functional>
+#include <string>
+
+/// Works that are measured for ours and for peers, and the table that sets them side by side.
+
+namespace bench {
+
+/// The contender that all others are compared with.
+inline constexpr char ours[] = "ours";
+
+using Body = std::function<void(benchmark::State&)>;
+
+/// Adds a measurement. Works, the sizes of a work and its peers appear in the order in which they
+/// are first named; the first size of a work is its smallest. No name holds a "/".
+void Measure(const std::string& work, const std::string& size, const std::string& contender,
+             Body body);
+
+/// What is to be reached: the peer takes at least `ratio` times as long as ours.
+void ToReach(const std::string& work, const std::string& peer, double ratio);
+
+/// What is to be reached: ours at the last size takes at most `most` times as long as at the first.
+void GrowthToReach(const std::string& work, double most);
+
+/// Measures what the arguments (those of Google Benchmark) leave and prints one line for each work,
+/// size and peer: cells separated by tabs, in the columns of bench/table.awk. Times are medians of
+/// repetitions; the repetitions of all contenders are shuffled, so that a slow spell of the machine
+/// meets all alike. Returns the program's exit code: 1 when a measurement failed.
+int Run(int argc, char** argv);
+
+} // namespace bench
+
+#endif

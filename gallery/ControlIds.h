@@ -1,0 +1,39 @@
+#ifndef VTRUTILS_GALLERY_CONTROLIDS_H
+#define VTRUTILS_GALLERY_CONTROLIDS_H
+
+/* Ids of commands and controls, for the resource compiler, the windows and the tests that drive
+   them. A button has the id of the command it gives. */
+
+#define GALLERY_WINDOW_CLASS L"VtrGallery"
+#define GALLERY_PAGE_CLASS L"VtrGalleryPage"
+
+#define ID_ACCELERATORS 100
+
+/* Commands: the main window takes the last two, the page on show the others. */
+#define ID_OPEN 101
+#define ID_SAVE 102
+#define ID_SAVE_AS 103
+#define ID_FIND 104
+#define ID_FIND_NEXT 105
+#define ID_EDIT 106
+#define ID_NEXT_PAGE 107
+#define ID_PREVIOUS_PAGE 108
+
+/* Controls of the main window. */
+#define ID_PAGE_LABEL 200
+#define ID_PAGE_LIST 201
+
+/* Controls of the page "INI document". */
+#define ID_INI_FILE_LABEL 300
+#define ID_INI_SORT 301
+#define ID_INI_FIND_LABEL 302
+#define ID_INI_FIND_TEXT 303
+#define ID_INI_SECTIONS 304
+#define ID_INI_PAIRS 305
+#define ID_INI_VALUE_LABEL 306
+#define ID_INI_VALUE_TEXT 307
+#define ID_INI_SET 308
+#define ID_INI_MESSAGE 309
+#define ID_INI_COUNTS 310
+
+#endif

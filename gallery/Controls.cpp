@@ -1,0 +1,67 @@
+#include "gallery/Controls.h"
+
+#include <algorithm>
+#include <commctrl.h>
+
+namespace gallery {
+
+HWND MakeControl(HWND parent, const wchar_t* className, const wchar_t* text, DWORD style, int id) {
+    const bool sunken = (style & WS_BORDER) != 0;
+    return CreateWindowExW(sunken ? WS_EX_CLIENTEDGE : 0, className, text,
+                           WS_CHILD | WS_VISIBLE | (style & ~DWORD{WS_BORDER}), 0, 0, 0, 0, parent,
+                           reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
+                           GetModuleHandleW(nullptr), /*lpParam=*/nullptr);
+}
+
+HWND MakeButton(HWND parent, const wchar_t* text, int id) {
+    return MakeControl(parent, WC_BUTTONW, text, WS_TABSTOP | BS_PUSHBUTTON, id);
+}
+
+HWND MakeEdit(HWND parent, int id) {
+    return MakeControl(parent, WC_EDITW, L"", WS_TABSTOP | WS_BORDER | ES_AUTOHSCROLL, id);
+}
+
+HWND MakeLabel(HWND parent, const wchar_t* text, int id) {
+    return MakeControl(parent, WC_STATICW, text, SS_LEFT | SS_CENTERIMAGE, id);
+}
+
+HWND MakeTextLine(HWND parent, DWORD style, int id) {
+    return MakeControl(parent, WC_STATICW, L"", SS_NOPREFIX | SS_CENTERIMAGE | style, id);
+}
+
+std::wstring TextOf(HWND control) {
+    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(control)) + 1, L'\0');
+    const int length = GetWindowTextW(control, text.data(), static_cast<int>(text.size()));
+    text.resize(static_cast<std::size_t>(length));
+    return text;
+}
+
+void SetText(HWND control, const std::wstring& text) {
+    if (TextOf(control) != text)
+        SetWindowTextW(control, text.c_str());
+}
+
+void FocusAndSelect(HWND edit) {
+    SetFocus(edit);
+    SendMessageW(edit, EM_SETSEL, 0, -1);
+}
+
+void SetFontOfChildren(HWND parent, HFONT font) {
+    for (HWND child = GetWindow(parent, GW_CHILD); child != nullptr;
+         child = GetWindow(child, GW_HWNDNEXT))
+        SendMessageW(child, WM_SETFONT, reinterpret_cast<WPARAM>(font), /*redraw=*/TRUE);
+}
+
+Placement::~Placement() {
+    if (positions != nullptr)
+        EndDeferWindowPos(positions);
+}
+
+void Placement::Put(HWND child, int x, int y, int width, int height) {
+    if (positions != nullptr)
+        positions =
+            DeferWindowPos(positions, child, /*hWndInsertAfter=*/nullptr, x, y, std::max(width, 0),
+                           std::max(height, 0), SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
+}
+
+} // namespace gallery

@@ -1,0 +1,154 @@
+#include "gallery/IniModel.h"
+
+#include "gallery/StorableValue.h"
+#include "gallery/Text.h"
+
+#include <utility>
+#include <windows.h>
+
+namespace gallery {
+
+namespace {
+
+/// Milliseconds since it was made.
+class Stopwatch {
+public:
+    Stopwatch() : start(Now()) {}
+    double Milliseconds() const {
+        LARGE_INTEGER frequency;
+        QueryPerformanceFrequency(&frequency);
+        return 1000.0 * static_cast<double>(Now() - start) /
+               static_cast<double>(frequency.QuadPart);
+    }
+
+private:
+    static long long Now() {
+        LARGE_INTEGER now;
+        QueryPerformanceCounter(&now);
+        return now.QuadPart;
+    }
+    long long start;
+};
+
+/// A relative name would point elsewhere once the current folder changes.
+std::string AbsolutePath(const std::string& path) {
+    char absolute[MAX_PATH];
+    const DWORD length =
+        GetFullPathNameA(path.c_str(), sizeof absolute, absolute, /*lpFilePart=*/nullptr);
+    return length > 0 && length < sizeof absolute ? absolute : path;
+}
+
+} // namespace
+
+bool IniModel::Load(const std::string& path) {
+    auto fresh = std::make_unique<CIniFileReader>();
+    const std::string absolute = AbsolutePath(path);
+    const Stopwatch watch;
+    if (!fresh->Init(absolute.c_str(), /*sort=*/false))
+        return false;
+    milliseconds = watch.Milliseconds();
+    document = std::move(fresh);
+    changed = false;
+    return true;
+}
+
+bool IniModel::Save() {
+    if (!Loaded() || !document->Save())
+        return false;
+    changed = false;
+    return true;
+}
+
+bool IniModel::SaveAs(const std::string& path) {
+    if (!Loaded())
+        return false;
+    const std::string previous = Path();
+    if (document->SetFileName(AbsolutePath(path).c_str()) && Save())
+        return true;
+    document->SetFileName(previous.c_str());
+    return false;
+}
+
+void IniModel::Sort() {
+    if (!Loaded() || Sorted())
+        return;
+    document->Sort();
+    changed = true;
+}
+
+std::string IniModel::Path() const {
+    return Loaded() && document->FileName() != nullptr ? document->FileName() : "";
+}
+
+int IniModel::Sections() const {
+    return Loaded() ? static_cast<int>(document->NumSections()) : 0;
+}
+
+int IniModel::Pairs(int section) const {
+    return Loaded() ? document->GetNumValues(section) : 0;
+}
+
+int IniModel::AllPairs() const {
+    int pairs = 0;
+    for (int i = 0; i < Sections(); ++i)
+        pairs += Pairs(i);
+    return pairs;
+}
+
+std::wstring IniModel::SectionName(int section) const {
+    return Loaded() ? Widen(document->SectionName(static_cast<unsigned>(section))) : L"";
+}
+
+std::wstring IniModel::Key(Place place) const {
+    const CIniValue* pair = Pair(place);
+    return pair != nullptr ? Widen(pair->Key()) : L"";
+}
+
+std::wstring IniModel::Value(Place place) const {
+    const CIniValue* pair = Pair(place);
+    return pair != nullptr ? Widen(pair->Value()) : L"";
+}
+
+const wchar_t* IniModel::SetValue(Place place, const std::wstring& value) {
+    if (Pair(place) == nullptr)
+        return L"Select a pair first.";
+    std::string narrow;
+    if (!Narrow(value, narrow))
+        return L"The system's code page lacks a character of this value.";
+    const wchar_t* reason = WhyNotStorable(narrow);
+    if (reason != nullptr || value == Value(place))
+        return reason;
+    if (!document->SetValue(place.section, place.pair, narrow.c_str()))
+        return L"There is not enough memory.";
+    changed = true;
+    return nullptr;
+}
+
+IniModel::Match IniModel::FindKey(const std::wstring& text, Place after) const {
+    const std::wstring wanted = LowerCase(text);
+    Match match;
+    if (wanted.empty())
+        return match;
+    bool foundBehind = false;
+    for (int section = 0; section < Sections(); ++section) {
+        for (int pair = 0; pair < Pairs(section); ++pair) {
+            if (LowerCase(Key({section, pair})).find(wanted) == std::wstring::npos)
+                continue;
+            ++match.count;
+            const bool behind =
+                section > after.section || (section == after.section && pair > after.pair);
+            if (match.count == 1 || (behind && !foundBehind)) {
+                match.place = {section, pair};
+                match.number = match.count;
+            }
+            foundBehind = foundBehind || behind;
+        }
+    }
+    return match;
+}
+
+const CIniValue* IniModel::Pair(Place place) const {
+    return Loaded() ? document->GetValue(place.section, place.pair) : nullptr;
+}
+
+} // namespace gallery

@@ -1,0 +1,149 @@
+#include "gallery/ListView.h"
+
+#include "gallery/Controls.h"
+#include "gallery/Text.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace gallery {
+
+namespace {
+
+/// A quarter of the colour of selections: the system's own grey is hard to see beside white.
+COLORREF QuietSelection() {
+    const COLORREF strong = GetSysColor(COLOR_HIGHLIGHT);
+    const COLORREF paper = GetSysColor(COLOR_WINDOW);
+    const auto mix = [](int a, int b) { return static_cast<BYTE>((a + 3 * b) / 4); };
+    return RGB(mix(GetRValue(strong), GetRValue(paper)), mix(GetGValue(strong), GetGValue(paper)),
+               mix(GetBValue(strong), GetBValue(paper)));
+}
+
+} // namespace
+
+bool ListView::Create(HWND parent, const wchar_t* name, int id, Titles titles,
+                      TextOfCell textOfCell) {
+    cell = std::move(textOfCell);
+    const DWORD titleStyle = titles == Titles::shown ? LVS_NOSORTHEADER : LVS_NOCOLUMNHEADER;
+    list = MakeControl(parent, WC_LISTVIEWW, name,
+                       WS_TABSTOP | WS_BORDER | LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL |
+                           LVS_SHOWSELALWAYS | LVS_SHAREIMAGELISTS | titleStyle,
+                       id);
+    if (list == nullptr)
+        return false;
+    ListView_SetExtendedListViewStyle(list,
+                                      LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP);
+    return true;
+}
+
+void ListView::AddColumn(const wchar_t* title, Align align) {
+    LVCOLUMNW column{};
+    column.mask = LVCF_TEXT | LVCF_FMT | LVCF_SUBITEM;
+    column.fmt = align == Align::right ? LVCFMT_RIGHT : LVCFMT_LEFT;
+    column.pszText = const_cast<wchar_t*>(title);
+    column.iSubItem = columns;
+    SendMessageW(list, LVM_INSERTCOLUMNW, static_cast<WPARAM>(columns),
+                 reinterpret_cast<LPARAM>(&column));
+    ++columns;
+}
+
+void ListView::SetLook(const Look& look) {
+    vtr::ImageList images(ImageList_Create(/*cx=*/1, look.Line() + look.Pixels(6), ILC_COLOR,
+                                           /*cInitial=*/1, /*cGrow=*/0));
+    ListView_SetImageList(list, images.Get(), LVSIL_SMALL);
+    rowHeight = std::move(images);
+}
+
+void ListView::SetColumnWidth(int column, int pixels) {
+    if (ListView_GetColumnWidth(list, column) != pixels)
+        ListView_SetColumnWidth(list, column, std::max(pixels, 0));
+}
+
+int ListView::RoomForColumns(int listWidth) {
+    return std::max(0,
+                    listWidth - 2 * GetSystemMetrics(SM_CXEDGE) - GetSystemMetrics(SM_CXVSCROLL));
+}
+
+void ListView::SetRows(int count) {
+    quiet = true;
+    // A virtual list keeps the selection of a row that stays in range.
+    ListView_SetItemState(list, -1, 0, LVIS_SELECTED | LVIS_FOCUSED);
+    ListView_SetItemCountEx(list, count, /*dwFlags=*/0);
+    if (count > 0)
+        Select(0);
+    quiet = false;
+    RedrawRows();
+}
+
+void ListView::RedrawRows() {
+    InvalidateRect(list, nullptr, /*bErase=*/FALSE);
+}
+
+int ListView::Selected() const {
+    return ListView_GetNextItem(list, -1, LVNI_SELECTED);
+}
+
+void ListView::Select(int row) {
+    ListView_SetItemState(list, row, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+    ListView_EnsureVisible(list, row, /*fPartialOK=*/FALSE);
+}
+
+bool ListView::Notified(const NMHDR& header, LRESULT& result) {
+    if (header.hwndFrom != list)
+        return false;
+    if (header.code == LVN_GETDISPINFOW) {
+        LVITEMW& item = reinterpret_cast<NMLVDISPINFOW&>(const_cast<NMHDR&>(header)).item;
+        if ((item.mask & LVIF_TEXT) != 0) {
+            shown = cell(item.iItem, item.iSubItem);
+            item.pszText = shown.data();
+        }
+        result = 0;
+        return true;
+    }
+    if (header.code == LVN_ODFINDITEMW) {
+        result = FindRow(reinterpret_cast<const NMLVFINDITEMW&>(header));
+        return true;
+    }
+    if (header.code == static_cast<UINT>(NM_CUSTOMDRAW)) {
+        result = Draw(reinterpret_cast<NMLVCUSTOMDRAW&>(const_cast<NMHDR&>(header)));
+        return true;
+    }
+    // What a program selects by itself is no news for it.
+    return quiet && header.code == LVN_ITEMCHANGED;
+}
+
+bool ListView::SelectionMoved(const NMHDR& header) {
+    if (header.code != LVN_ITEMCHANGED)
+        return false;
+    const auto& change = reinterpret_cast<const NMLISTVIEW&>(header);
+    return (change.uNewState & LVIS_SELECTED) != 0 && (change.uOldState & LVIS_SELECTED) == 0;
+}
+
+/// The selected row of a list without the focus stays visible.
+LRESULT ListView::Draw(NMLVCUSTOMDRAW& draw) const {
+    if (draw.nmcd.dwDrawStage == CDDS_PREPAINT)
+        return CDRF_NOTIFYITEMDRAW;
+    if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT || GetFocus() == list ||
+        static_cast<int>(draw.nmcd.dwItemSpec) != Selected())
+        return CDRF_DODEFAULT;
+    draw.nmcd.uItemState &= ~UINT{CDIS_SELECTED};
+    draw.clrTextBk = QuietSelection();
+    draw.clrText = GetSysColor(COLOR_WINDOWTEXT);
+    return CDRF_NEWFONT;
+}
+
+/// Typing letters in the list goes to the next row that begins with them.
+LRESULT ListView::FindRow(const NMLVFINDITEMW& wanted) const {
+    if ((wanted.lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) == 0 || wanted.lvfi.psz == nullptr)
+        return -1;
+    const std::wstring start = LowerCase(wanted.lvfi.psz);
+    const int count = ListView_GetItemCount(list);
+    for (int i = 0; i < count; ++i) {
+        const int row = (std::max(wanted.iStart, 0) + i) % count;
+        if (LowerCase(cell(row, 0)).compare(0, start.size(), start) == 0)
+            return row;
+    }
+    return -1;
+}
+
+} // namespace gallery

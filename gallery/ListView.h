@@ -1,0 +1,59 @@
+#ifndef VTRUTILS_GALLERY_LISTVIEW_H
+#define VTRUTILS_GALLERY_LISTVIEW_H
+
+#include "gallery/Look.h"
+
+#include <functional>
+#include <string>
+
+namespace gallery {
+
+/// A list with columns that asks for a row's texts when it shows them, so its length costs nothing.
+/// One row is selected at a time. One thread at a time.
+class ListView {
+public:
+    using TextOfCell = std::function<std::wstring(int row, int column)>;
+
+    enum class Titles { shown, hidden };
+    enum class Align { left, right };
+
+    /// `name` is what screen readers say. False, with `GetLastError`, when it cannot be made.
+    bool Create(HWND parent, const wchar_t* name, int id, Titles titles, TextOfCell textOfCell);
+    HWND Handle() const { return list; }
+
+    void AddColumn(const wchar_t* title, Align align);
+    void SetLook(const Look& look);
+    void SetColumnWidth(int column, int pixels);
+    /// What is left for the columns of a list of that width that has, or may get, a scroll bar.
+    static int RoomForColumns(int listWidth);
+
+    /// Shows that many rows, the first one selected without a notification.
+    void SetRows(int count);
+    void RedrawRows();
+
+    /// -1 for none.
+    int Selected() const;
+    /// Selects the row and scrolls to it; tells the parent when the selection changes.
+    void Select(int row);
+
+    /// Answers the list's questions. True when `result` is the answer to its parent's WM_NOTIFY.
+    bool Notified(const NMHDR& header, LRESULT& result);
+
+    /// True when the notification says that another row is selected.
+    static bool SelectionMoved(const NMHDR& header);
+
+private:
+    LRESULT Draw(NMLVCUSTOMDRAW& draw) const;
+    LRESULT FindRow(const NMLVFINDITEMW& wanted) const;
+
+    HWND list = nullptr;
+    vtr::ImageList rowHeight; ///< of empty images: rows are as high as these
+    int columns = 0;
+    bool quiet = false;
+    TextOfCell cell;
+    std::wstring shown; ///< the text handed out last
+};
+
+} // namespace gallery
+
+#endif

@@ -1,0 +1,208 @@
+#include "gallery/MainWindow.h"
+
+#include "gallery/ControlIds.h"
+#include "gallery/Controls.h"
+#include "gallery/Pages.h"
+
+#include <algorithm>
+#include <commctrl.h>
+
+namespace gallery {
+
+namespace {
+
+constexpr SIZE usualSize = {1100, 700};
+constexpr SIZE leastSize = {680, 420};
+constexpr int pageListWidth = 150;
+constexpr int margin = 8;
+
+bool IsButton(HWND control) {
+    return (SendMessageW(control, WM_GETDLGCODE, 0, 0) & DLGC_BUTTON) != 0;
+}
+
+} // namespace
+
+bool MainWindow::Create() {
+    accelerators = LoadAcceleratorsW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(ID_ACCELERATORS));
+    made.resize(static_cast<std::size_t>(pageCount));
+    if (!CreateAs(GALLERY_WINDOW_CLASS, L"vtrutils gallery", /*extendedStyle=*/0,
+                  WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, usualSize, /*parent=*/nullptr))
+        return false;
+    pageLabel = MakeLabel(Handle(), L"&Pages", ID_PAGE_LABEL);
+    const auto title = [](int row, int) -> std::wstring { return pages[row].title; };
+    if (!pageList.Create(Handle(), L"Pages", ID_PAGE_LIST, ListView::Titles::hidden, title))
+        return false;
+    pageList.AddColumn(L"Page", ListView::Align::left);
+    pageList.SetRows(pageCount);
+    look.Update(Handle());
+    RECT work{};
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, /*fWinIni=*/0);
+    SetWindowPos(Handle(), /*hWndInsertAfter=*/nullptr, 0, 0,
+                 std::min<int>(look.Pixels(usualSize.cx), work.right - work.left),
+                 std::min<int>(look.Pixels(usualSize.cy), work.bottom - work.top),
+                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    return ShowPage(0);
+}
+
+void MainWindow::Show(int showCommand) {
+    ShowWindow(Handle(), showCommand);
+    CurrentPage().TakeFocus();
+    UpdateWindow(Handle());
+}
+
+bool MainWindow::ShowPage(int index) {
+    std::unique_ptr<Page>& page = made[static_cast<std::size_t>(index)];
+    if (page == nullptr) {
+        std::unique_ptr<Page> fresh = pages[index].make();
+        if (!fresh->Create(Handle(), *this))
+            return false;
+        page = std::move(fresh);
+    }
+    const int previous = current;
+    current = index;
+    Restyle();
+    ShowWindow(page->Handle(), SW_SHOW);
+    if (previous >= 0 && previous != index)
+        ShowWindow(made[static_cast<std::size_t>(previous)]->Handle(), SW_HIDE);
+    pageList.Select(index);
+    DocumentChanged();
+    return true;
+}
+
+bool MainWindow::TakeKey(MSG& message) const {
+    return TranslateAcceleratorW(Handle(), accelerators, &message) != 0 ||
+           IsDialogMessageW(Handle(), &message) != FALSE;
+}
+
+LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+    case WM_SIZE:
+        Arrange();
+        return 0;
+    case WM_GETMINMAXINFO:
+        LimitSize(*reinterpret_cast<MINMAXINFO*>(lParam));
+        return 0;
+    case WM_DPICHANGED: {
+        const auto& place = *reinterpret_cast<const RECT*>(lParam);
+        SetDpi(HIWORD(wParam));
+        SetWindowPos(Handle(), /*hWndInsertAfter=*/nullptr, place.left, place.top,
+                     place.right - place.left, place.bottom - place.top,
+                     SWP_NOZORDER | SWP_NOACTIVATE);
+        return 0;
+    }
+    case WM_SETTINGCHANGE:
+        look.Update(Handle());
+        Restyle();
+        return 0;
+    case WM_COMMAND:
+        Command(LOWORD(wParam), HIWORD(wParam));
+        return 0;
+    case WM_NOTIFY:
+        return Notify(*reinterpret_cast<const NMHDR*>(lParam));
+    case WM_ACTIVATE:
+        if (LOWORD(wParam) == WA_INACTIVE)
+            KeepFocus();
+        break;
+    case WM_SETFOCUS:
+        if (lastFocus != nullptr)
+            SetFocus(lastFocus);
+        return 0;
+    case WM_QUERYENDSESSION:
+        return MayClose();
+    case WM_CLOSE:
+        if (MayClose())
+            DestroyWindow(Handle());
+        return 0;
+    case WM_DESTROY:
+        PostQuitMessage(/*nExitCode=*/0);
+        return 0;
+    default:
+        break;
+    }
+    return Window::OnMessage(message, wParam, lParam);
+}
+
+void MainWindow::DocumentChanged() {
+    if (current < 0)
+        return;
+    const Page& page = CurrentPage();
+    const std::wstring name = page.DocumentName();
+    std::wstring title = page.Unsaved() ? L"*" : L"";
+    if (!name.empty())
+        title += name + L" - ";
+    SetText(Handle(), title + L"vtrutils gallery");
+}
+
+void MainWindow::Command(int id, int notification) {
+    const HWND focus = GetFocus();
+    if (id == ID_NEXT_PAGE) {
+        StepPage(1);
+    } else if (id == ID_PREVIOUS_PAGE) {
+        StepPage(-1);
+    } else if (id == IDOK && IsButton(focus)) {
+        SendMessageW(focus, BM_CLICK, 0, 0);
+    } else if (current >= 0) {
+        CurrentPage().Command(id, notification);
+    }
+}
+
+LRESULT MainWindow::Notify(const NMHDR& header) {
+    LRESULT result = 0;
+    if (!pageList.Notified(header, result) && ListView::SelectionMoved(header) &&
+        pageList.Selected() != current)
+        ShowPage(pageList.Selected());
+    return result;
+}
+
+void MainWindow::StepPage(int step) {
+    if (pageCount > 1 && ShowPage((current + pageCount + step) % pageCount))
+        CurrentPage().TakeFocus();
+}
+
+void MainWindow::SetDpi(unsigned dpi) {
+    look.Update(dpi);
+    Restyle();
+}
+
+void MainWindow::Restyle() {
+    SetFontOfChildren(Handle(), look.Font());
+    pageList.SetLook(look);
+    Arrange();
+    if (current >= 0)
+        CurrentPage().SetLook(look);
+}
+
+void MainWindow::Arrange() {
+    if (current < 0)
+        return;
+    RECT area{};
+    GetClientRect(Handle(), &area);
+    const int gap = look.Pixels(margin);
+    const int left = look.Pixels(pageListWidth);
+    const int labelHeight = look.Row();
+    Placement placement(/*expected=*/3);
+    placement.Put(pageLabel, gap, gap, left, labelHeight);
+    placement.Put(pageList.Handle(), gap, gap + labelHeight, left,
+                  area.bottom - labelHeight - 2 * gap);
+    pageList.SetColumnWidth(0, ListView::RoomForColumns(left));
+    placement.Put(CurrentPage().Handle(), left + 2 * gap, gap, area.right - left - 3 * gap,
+                  area.bottom - 2 * gap);
+}
+
+void MainWindow::LimitSize(MINMAXINFO& limits) const {
+    limits.ptMinTrackSize = {look.Pixels(leastSize.cx), look.Pixels(leastSize.cy)};
+}
+
+void MainWindow::KeepFocus() {
+    const HWND focus = GetFocus();
+    if (focus != nullptr && IsChild(Handle(), focus))
+        lastFocus = focus;
+}
+
+bool MainWindow::MayClose() const {
+    return std::all_of(made.begin(), made.end(), [](const std::unique_ptr<Page>& page) {
+        return page == nullptr || page->MayClose();
+    });
+}
+
+} // namespace gallery

@@ -1,0 +1,55 @@
+#ifndef VTRUTILS_GALLERY_MAINWINDOW_H
+#define VTRUTILS_GALLERY_MAINWINDOW_H
+
+#include "gallery/ListView.h"
+#include "gallery/Page.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace gallery {
+
+/// The window: the list of pages on the left, the chosen page on the right. A page is made when it
+/// is first shown. One thread at a time.
+class MainWindow : public Window, private PageHost {
+public:
+    /// False, with `GetLastError`, when a window cannot be made.
+    bool Create();
+    void Show(int showCommand);
+
+    /// False when the page cannot be made.
+    bool ShowPage(int index);
+    Page& CurrentPage() const { return *made[static_cast<std::size_t>(current)]; }
+
+    /// True when the message was a key of the window, or of Tab and its like, and is done with.
+    bool TakeKey(MSG& message) const;
+
+protected:
+    LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+private:
+    void DocumentChanged() override;
+
+    void Command(int id, int notification);
+    LRESULT Notify(const NMHDR& header);
+    void StepPage(int step);
+    void SetDpi(unsigned dpi);
+    void Restyle();
+    void Arrange();
+    void LimitSize(MINMAXINFO& limits) const;
+    void KeepFocus();
+    bool MayClose() const;
+
+    Look look;
+    HWND pageLabel = nullptr;
+    ListView pageList;
+    HWND lastFocus = nullptr;
+    HACCEL accelerators = nullptr;
+    std::vector<std::unique_ptr<Page>> made; ///< by index of the table; null until first shown
+    int current = -1;
+};
+
+} // namespace gallery
+
+#endif

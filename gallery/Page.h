@@ -1,0 +1,79 @@
+#ifndef VTRUTILS_GALLERY_PAGE_H
+#define VTRUTILS_GALLERY_PAGE_H
+
+#include "gallery/Look.h"
+#include "gallery/Window.h"
+
+#include <string>
+
+namespace gallery {
+
+/// What a page may ask of the window that shows it. One thread at a time.
+class PageHost {
+public:
+    /// The name of the page's document, or whether it is saved, is another now.
+    virtual void DocumentChanged() = 0;
+
+protected:
+    ~PageHost() = default;
+};
+
+/// One page of the gallery: a child window with the controls that show and drive one subsystem.
+/// A page makes its controls, places them, and answers their commands; the rest is optional.
+/// One thread at a time.
+class Page : public Window {
+public:
+    /// Makes the page's window and controls, hidden. False, with `GetLastError`, on failure.
+    bool Create(HWND parent, PageHost& newHost);
+
+    /// Takes fonts and sizes from `newLook`, which outlives the page, and places the controls anew.
+    void SetLook(const Look& newLook);
+
+    /// A command of an accelerator or a control: `id` with `notification` as WM_COMMAND has them.
+    /// IDOK stands for Enter outside of buttons, IDCANCEL for Esc.
+    virtual void Command(int id, int notification) = 0;
+
+    /// Gives the focus to the control where work begins.
+    virtual void TakeFocus() = 0;
+
+    /// Brings the page into the state that its picture shows. False when there is nothing to show.
+    virtual bool ShowExample() = 0;
+
+    /// "" for a page without a document.
+    virtual std::wstring DocumentName() const { return {}; }
+    virtual bool Unsaved() const { return false; }
+
+    /// Asks the user about what is not saved. False keeps the window open.
+    virtual bool MayClose() { return true; }
+
+    /// False when the page shows no documents or this one cannot be read; the page tells why.
+    virtual bool Open(const std::string&) { return false; }
+
+protected:
+    virtual bool MakeControls() = 0;
+
+    /// For what depends on the look beside fonts and places, which are seen to.
+    virtual void Restyle() {}
+
+    /// Places the controls in a page of that many pixels.
+    virtual void Arrange(int width, int height) = 0;
+
+    /// WM_NOTIFY of a control.
+    virtual LRESULT Notify(const NMHDR&) { return 0; }
+
+    LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+    PageHost& Host() const { return *host; }
+    const Look& Sizes() const { return *look; }
+
+    /// Places the controls again, after their texts changed. Nothing before the page has a look.
+    void Rearrange();
+
+private:
+    PageHost* host = nullptr;
+    const Look* look = nullptr;
+};
+
+} // namespace gallery
+
+#endif

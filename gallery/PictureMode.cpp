@@ -1,0 +1,59 @@
+#include "gallery/PictureMode.h"
+
+#include "gallery/MainWindow.h"
+#include "gallery/Pages.h"
+#include "gallery/Picture.h"
+#include "gallery/Text.h"
+
+#include <cstdio>
+
+namespace gallery {
+
+namespace {
+
+/// Handles everything that waits, then lets every window paint what is still to be painted.
+void FinishPainting(HWND window) {
+    MSG message;
+    while (PeekMessageW(&message, /*hWnd=*/nullptr, 0, 0, PM_REMOVE)) {
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+    RedrawWindow(window, /*lprcUpdate=*/nullptr, /*hrgnUpdate=*/nullptr,
+                 RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW);
+}
+
+bool MakePicture(MainWindow& window, int page, const PictureWriter& writer,
+                 const std::wstring& path) {
+    if (!window.ShowPage(page))
+        return false;
+    window.CurrentPage().TakeFocus();
+    if (!window.CurrentPage().ShowExample())
+        return false;
+    FinishPainting(window.Handle());
+    return writer.Write(window.Handle(), path);
+}
+
+} // namespace
+
+bool MakePictures(MainWindow& window, const std::string& folder) {
+    const std::wstring wideFolder = Widen(folder.c_str());
+    if (!CreateDirectoryW(wideFolder.c_str(), /*lpSecurityAttributes=*/nullptr) &&
+        GetLastError() != ERROR_ALREADY_EXISTS) {
+        std::fprintf(stderr, "gallery: could not make the folder %s\n", folder.c_str());
+        return false;
+    }
+    const PictureWriter writer;
+    bool good = true;
+    for (int i = 0; i < pageCount; ++i) {
+        const std::wstring path = wideFolder + L"\\" + pages[i].pictureName + L".png";
+        if (MakePicture(window, i, writer, path)) {
+            std::printf("%ls\n", path.c_str());
+        } else {
+            std::fprintf(stderr, "gallery: no picture of the page \"%ls\"\n", pages[i].title);
+            good = false;
+        }
+    }
+    return std::fflush(stdout) == 0 && good;
+}
+
+} // namespace gallery

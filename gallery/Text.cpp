@@ -1,0 +1,50 @@
+#include "gallery/Text.h"
+
+#include <cstdarg>
+#include <cwchar>
+#include <iterator>
+#include <windows.h>
+
+namespace gallery {
+
+std::wstring Widen(const char* text) {
+    const int units =
+        text == nullptr ? 0 : MultiByteToWideChar(CP_ACP, /*dwFlags=*/0, text, -1, nullptr, 0);
+    if (units <= 1)
+        return {};
+    std::wstring wide(static_cast<std::size_t>(units), L'\0');
+    MultiByteToWideChar(CP_ACP, /*dwFlags=*/0, text, -1, wide.data(), units);
+    wide.pop_back();
+    return wide;
+}
+
+bool Narrow(const std::wstring& wide, std::string& narrow) {
+    std::string result;
+    const int units = static_cast<int>(wide.size());
+    const int bytes = WideCharToMultiByte(CP_ACP, /*dwFlags=*/0, wide.data(), units, nullptr, 0,
+                                          /*lpDefaultChar=*/nullptr, /*lpUsedDefaultChar=*/nullptr);
+    result.resize(static_cast<std::size_t>(bytes));
+    WideCharToMultiByte(CP_ACP, /*dwFlags=*/0, wide.data(), units, result.data(), bytes,
+                        /*lpDefaultChar=*/nullptr, /*lpUsedDefaultChar=*/nullptr);
+    // A character that was replaced by a similar one or by "?" does not come back as it was.
+    if (Widen(result.c_str()) != wide)
+        return false;
+    narrow = result;
+    return true;
+}
+
+std::wstring LowerCase(std::wstring text) {
+    CharLowerBuffW(text.data(), static_cast<DWORD>(text.size()));
+    return text;
+}
+
+std::wstring Format(const wchar_t* format, ...) {
+    wchar_t text[1024];
+    va_list arguments;
+    va_start(arguments, format);
+    const int length = std::vswprintf(text, std::size(text), format, arguments);
+    va_end(arguments);
+    return length > 0 ? std::wstring(text, static_cast<std::size_t>(length)) : std::wstring();
+}
+
+} // namespace gallery

@@ -1,0 +1,25 @@
+#ifndef VTRUTILS_GALLERY_TEXT_H
+#define VTRUTILS_GALLERY_TEXT_H
+
+#include <string>
+
+/// Between the library's narrow texts, which are in the system's ANSI code page, and the wide ones
+/// that windows show. Immutable and safe.
+
+namespace gallery {
+
+/// "" for null.
+std::wstring Widen(const char* text);
+
+/// False, with `narrow` unchanged, when the code page lacks one of the characters.
+bool Narrow(const std::wstring& wide, std::string& narrow);
+
+/// With the case rule of the user's language.
+std::wstring LowerCase(std::wstring text);
+
+/// As `swprintf` does; "" when the result has more than 1,023 characters.
+std::wstring Format(const wchar_t* format, ...);
+
+} // namespace gallery
+
+#endif

@@ -1,0 +1,49 @@
+#include "gallery/Arguments.h"
+#include "gallery/MainWindow.h"
+#include "gallery/PictureMode.h"
+
+#include <commctrl.h>
+#include <cstdio>
+
+namespace {
+
+int Fail(const char* reason) {
+    std::fprintf(stderr, "gallery: %s\n", reason);
+    return 1;
+}
+
+bool PrepareControls() {
+    INITCOMMONCONTROLSEX classes{sizeof classes, ICC_STANDARD_CLASSES | ICC_LISTVIEW_CLASSES};
+    return InitCommonControlsEx(&classes) != FALSE;
+}
+
+int RunMessages(const gallery::MainWindow& window) {
+    MSG message;
+    while (GetMessageW(&message, /*hWnd=*/nullptr, 0, 0) > 0) {
+        if (!window.TakeKey(message)) {
+            TranslateMessage(&message);
+            DispatchMessageW(&message);
+        }
+    }
+    return static_cast<int>(message.wParam);
+}
+
+} // namespace
+
+int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int showCommand) {
+    const gallery::Arguments arguments = gallery::ReadArguments();
+    if (!arguments.mistake.empty())
+        return Fail(arguments.mistake.c_str());
+    gallery::MainWindow window;
+    if (!PrepareControls() || !window.Create())
+        return Fail("the window could not be made");
+    const bool opened = window.CurrentPage().Open(arguments.document);
+    if (arguments.pictureFolder.empty()) {
+        window.Show(showCommand);
+        return RunMessages(window);
+    }
+    if (!opened)
+        return Fail(("could not open " + arguments.document).c_str());
+    window.Show(SW_SHOWNORMAL);
+    return gallery::MakePictures(window, arguments.pictureFolder) ? 0 : 1;
+}

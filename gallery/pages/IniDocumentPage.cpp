@@ -1,0 +1,467 @@
+#include "gallery/ControlIds.h"
+#include "gallery/Controls.h"
+#include "gallery/FileDialog.h"
+#include "gallery/IniModel.h"
+#include "gallery/ListView.h"
+#include "gallery/Page.h"
+#include "gallery/Text.h"
+#include "vtrfutls/FileNames.h"
+
+#include <algorithm>
+#include <memory>
+
+namespace gallery {
+
+namespace {
+
+constexpr wchar_t findLabelText[] = L"&Find key:";
+constexpr wchar_t valueLabelText[] = L"&Value:";
+constexpr wchar_t openText[] = L"&Open...";
+constexpr wchar_t saveText[] = L"&Save";
+constexpr wchar_t saveAsText[] = L"Save &as...";
+constexpr wchar_t sortText[] = L"So&rt";
+constexpr wchar_t findNextText[] = L"Find &next";
+constexpr wchar_t setText[] = L"Se&t";
+
+constexpr wchar_t notSaved[] = L"Not saved: the file or its folder may not be written: ";
+constexpr wchar_t nameNotNarrow[] = L"The system's code page lacks a character of this name: ";
+
+const wchar_t* WhyNotLoaded(const std::string& path) {
+    const DWORD attributes = GetFileAttributesA(path.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES)
+        return L"there is no such file: ";
+    if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0)
+        return L"this is a folder: ";
+    return L"empty, not readable or no INI document: ";
+}
+
+/// Sections and pairs of an INI document: find a key, change a value, sort, save.
+class IniDocumentPage final : public Page {
+public:
+    void Command(int id, int notification) override;
+    void TakeFocus() override { SetFocus(sections.Handle()); }
+    bool ShowExample() override;
+    std::wstring DocumentName() const override;
+    bool Unsaved() const override { return model.Changed(); }
+    bool MayClose() override;
+    bool Open(const std::string& path) override;
+
+private:
+    bool MakeControls() override;
+    bool MakeLists();
+    void Restyle() override;
+    void Arrange(int width, int height) override;
+    int ArrangeFileRow(Placement& placement, int width) const;
+    void ArrangeFieldRow(Placement& placement, int y, int width, HWND label, HWND edit,
+                         HWND button) const;
+    void ArrangeLists(Placement& placement, int y, int width, int height);
+    LRESULT Notify(const NMHDR& header) override;
+
+    void Enter();
+    void Escape();
+    void AskAndOpen();
+    bool Save();
+    void SaveAs();
+    void Sort();
+    void FindNext();
+    void EditValue();
+    bool CommitValue();
+
+    void GoTo(IniModel::Place place);
+    void ShowDocument();
+    void ShowPairs();
+    void ShowValue();
+    void ShowState();
+    void Tell(const std::wstring& text) { SetText(message, text); }
+    void Warn(const std::wstring& text);
+    std::wstring Quoted(IniModel::Place place) const;
+
+    IniModel model;
+    IniModel::Place edited; ///< the pair whose value is in the edit field
+    bool overwriteAgreed = false;
+
+    HWND fileLabel = nullptr;
+    HWND open = nullptr;
+    HWND save = nullptr;
+    HWND saveAs = nullptr;
+    HWND sort = nullptr;
+    HWND findLabel = nullptr;
+    HWND findText = nullptr;
+    HWND findNext = nullptr;
+    ListView sections;
+    ListView pairs;
+    HWND valueLabel = nullptr;
+    HWND valueText = nullptr;
+    HWND set = nullptr;
+    HWND message = nullptr;
+    HWND counts = nullptr;
+};
+
+bool IniDocumentPage::MakeControls() {
+    const HWND page = Handle();
+    fileLabel = MakeTextLine(page, SS_PATHELLIPSIS, ID_INI_FILE_LABEL);
+    open = MakeButton(page, openText, ID_OPEN);
+    save = MakeButton(page, saveText, ID_SAVE);
+    saveAs = MakeButton(page, saveAsText, ID_SAVE_AS);
+    sort = MakeButton(page, sortText, ID_INI_SORT);
+    findLabel = MakeLabel(page, findLabelText, ID_INI_FIND_LABEL);
+    findText = MakeEdit(page, ID_INI_FIND_TEXT);
+    findNext = MakeButton(page, findNextText, ID_FIND_NEXT);
+    if (!MakeLists())
+        return false;
+    valueLabel = MakeLabel(page, valueLabelText, ID_INI_VALUE_LABEL);
+    valueText = MakeEdit(page, ID_INI_VALUE_TEXT);
+    set = MakeButton(page, setText, ID_INI_SET);
+    message = MakeTextLine(page, SS_ENDELLIPSIS, ID_INI_MESSAGE);
+    counts = MakeTextLine(page, SS_RIGHT, ID_INI_COUNTS);
+    ShowState();
+    return counts != nullptr;
+}
+
+bool IniDocumentPage::MakeLists() {
+    const auto sectionCell = [this](int row, int column) {
+        if (column == 1)
+            return std::to_wstring(model.Pairs(row));
+        const std::wstring name = model.SectionName(row);
+        return name.empty() ? L"(before the first section)" : name;
+    };
+    const auto pairCell = [this](int row, int column) {
+        const IniModel::Place place{sections.Selected(), row};
+        return column == 0 ? model.Key(place) : model.Value(place);
+    };
+    if (!sections.Create(Handle(), L"Sections", ID_INI_SECTIONS, ListView::Titles::shown,
+                         sectionCell) ||
+        !pairs.Create(Handle(), L"Pairs", ID_INI_PAIRS, ListView::Titles::shown, pairCell))
+        return false;
+    sections.AddColumn(L"Section", ListView::Align::left);
+    sections.AddColumn(L"Pairs", ListView::Align::right);
+    pairs.AddColumn(L"Key", ListView::Align::left);
+    pairs.AddColumn(L"Value", ListView::Align::left);
+    return true;
+}
+
+void IniDocumentPage::Restyle() {
+    sections.SetLook(Sizes());
+    pairs.SetLook(Sizes());
+}
+
+void IniDocumentPage::Arrange(int width, int height) {
+    const int gap = Sizes().Pixels(8);
+    const int row = Sizes().Row();
+    Placement placement(/*expected=*/15);
+    const int findRow = ArrangeFileRow(placement, width) + gap;
+    const int listTop = findRow + row + gap;
+    const int messageRow = height - row + gap / 2;
+    const int valueRow = messageRow - gap / 2 - row;
+    ArrangeFieldRow(placement, findRow, width, findLabel, findText, findNext);
+    ArrangeLists(placement, listTop, width, valueRow - gap - listTop);
+    ArrangeFieldRow(placement, valueRow, width, valueLabel, valueText, set);
+    const int countsWidth = std::min(width, Sizes().TextWidth(TextOf(counts).c_str()) + gap);
+    placement.Put(message, 0, messageRow, width - countsWidth - gap, row);
+    placement.Put(counts, width - countsWidth, messageRow, countsWidth, row);
+}
+
+/// Returns where the row ends.
+int IniDocumentPage::ArrangeFileRow(Placement& placement, int width) const {
+    const int gap = Sizes().Pixels(8);
+    const int row = Sizes().Row();
+    struct {
+        HWND button;
+        const wchar_t* text;
+    } const buttons[] = {
+        {sort, sortText}, {saveAs, saveAsText}, {save, saveText}, {open, openText}};
+    int right = width;
+    for (const auto& [button, text] : buttons) {
+        const int buttonWidth = Sizes().ButtonWidth(text);
+        placement.Put(button, right - buttonWidth, 0, buttonWidth, row);
+        right -= buttonWidth + gap;
+    }
+    placement.Put(fileLabel, 0, 0, right, row);
+    return row;
+}
+
+void IniDocumentPage::ArrangeFieldRow(Placement& placement, int y, int width, HWND label, HWND edit,
+                                      HWND button) const {
+    const int gap = Sizes().Pixels(8);
+    const int row = Sizes().Row();
+    const int labelWidth =
+        std::max(Sizes().TextWidth(findLabelText), Sizes().TextWidth(valueLabelText));
+    const int buttonWidth = Sizes().ButtonWidth(findNextText);
+    placement.Put(label, 0, y, labelWidth, row);
+    placement.Put(edit, labelWidth + gap, y + (row - Sizes().Field()) / 2,
+                  width - labelWidth - buttonWidth - 2 * gap, Sizes().Field());
+    placement.Put(button, width - buttonWidth, y, buttonWidth, row);
+}
+
+void IniDocumentPage::ArrangeLists(Placement& placement, int y, int width, int height) {
+    const int gap = Sizes().Pixels(8);
+    const int left = std::clamp(width / 3, Sizes().Pixels(180), Sizes().Pixels(300));
+    const int right = width - left - gap;
+    placement.Put(sections.Handle(), 0, y, left, height);
+    placement.Put(pairs.Handle(), left + gap, y, right, height);
+    const int number = Sizes().TextWidth(L"00000") + Sizes().Pixels(12);
+    sections.SetColumnWidth(0, ListView::RoomForColumns(left) - number);
+    sections.SetColumnWidth(1, number);
+    const int key = ListView::RoomForColumns(right) * 2 / 5;
+    pairs.SetColumnWidth(0, key);
+    pairs.SetColumnWidth(1, ListView::RoomForColumns(right) - key);
+}
+
+LRESULT IniDocumentPage::Notify(const NMHDR& header) {
+    LRESULT result = 0;
+    if (sections.Notified(header, result) || pairs.Notified(header, result))
+        return result;
+    const bool ofSections = header.hwndFrom == sections.Handle();
+    if (ListView::SelectionMoved(header) && ofSections)
+        ShowPairs();
+    else if (ListView::SelectionMoved(header))
+        ShowValue();
+    else if (header.code == static_cast<UINT>(NM_DBLCLK) && !ofSections)
+        EditValue();
+    return 0;
+}
+
+void IniDocumentPage::Command(int id, int notification) {
+    switch (id) {
+    case ID_OPEN:
+        return AskAndOpen();
+    case ID_SAVE:
+        Save();
+        return;
+    case ID_SAVE_AS:
+        return SaveAs();
+    case ID_INI_SORT:
+        return Sort();
+    case ID_FIND:
+        return FocusAndSelect(findText);
+    case ID_FIND_NEXT:
+        return FindNext();
+    case ID_EDIT:
+        return EditValue();
+    case ID_INI_SET:
+        CommitValue();
+        return;
+    case ID_INI_VALUE_TEXT:
+        // What was typed counts, however the field is left; Esc takes it back before.
+        if (notification == EN_KILLFOCUS)
+            CommitValue();
+        return;
+    case IDOK:
+        return Enter();
+    case IDCANCEL:
+        return Escape();
+    default:
+        return;
+    }
+}
+
+void IniDocumentPage::Enter() {
+    const HWND focus = GetFocus();
+    if (focus == findText)
+        FindNext();
+    else if (focus == sections.Handle())
+        SetFocus(pairs.Handle());
+    else if (focus == pairs.Handle())
+        EditValue();
+    else if (focus == valueText && CommitValue())
+        SetFocus(pairs.Handle());
+}
+
+void IniDocumentPage::Escape() {
+    if (GetFocus() == valueText) {
+        ShowValue();
+        SetFocus(pairs.Handle());
+    } else {
+        SetText(findText, L"");
+    }
+    Tell(L"");
+}
+
+bool IniDocumentPage::Open(const std::string& path) {
+    if (!model.Load(path)) {
+        Warn(L"Not opened, " + (WhyNotLoaded(path) + Widen(path.c_str())));
+        return false;
+    }
+    overwriteAgreed = false;
+    ShowDocument();
+    Tell(L"");
+    Host().DocumentChanged();
+    return true;
+}
+
+void IniDocumentPage::AskAndOpen() {
+    std::wstring name = Widen(model.Path().c_str());
+    std::string path;
+    if (!MayClose() || !AskForDocument(Handle(), FileQuestion::open, name))
+        return;
+    if (!Narrow(name, path))
+        return Warn(nameNotNarrow + name);
+    if (Open(path))
+        TakeFocus();
+}
+
+bool IniDocumentPage::Save() {
+    if (!CommitValue())
+        return false;
+    const std::wstring path = Widen(model.Path().c_str());
+    if (!overwriteAgreed) {
+        const std::wstring question =
+            L"Saving writes the sections with all their pairs, the inherited ones included. "
+            L"Comments, pairs before the first section and the names of parents are left out.\n\n"
+            L"Replace " +
+            path + L"?";
+        if (MessageBoxW(Handle(), question.c_str(), L"Save", MB_YESNO | MB_ICONQUESTION) != IDYES)
+            return false;
+        overwriteAgreed = true;
+    }
+    const IniModel::Place place = edited;
+    const bool saved = model.Save();
+    // A sorted document is sorted again by saving, which swaps equal names.
+    ShowDocument();
+    GoTo(place);
+    if (saved)
+        Tell(L"Saved.");
+    else
+        Warn(notSaved + path);
+    return saved;
+}
+
+void IniDocumentPage::SaveAs() {
+    std::wstring name = Widen(model.Path().c_str());
+    std::string path;
+    if (!CommitValue() || !AskForDocument(Handle(), FileQuestion::save, name))
+        return;
+    if (!Narrow(name, path))
+        return Warn(nameNotNarrow + name);
+    if (!model.SaveAs(path))
+        return Warn(notSaved + name);
+    overwriteAgreed = true;
+    ShowDocument();
+    Tell(L"Saved. Comments and pairs before the first section are not in the new file.");
+}
+
+void IniDocumentPage::Sort() {
+    if (!CommitValue())
+        return;
+    model.Sort();
+    TakeFocus();
+    ShowDocument();
+    Tell(L"Sorted: keys are found by binary search from now on.");
+}
+
+void IniDocumentPage::FindNext() {
+    if (!CommitValue())
+        return;
+    const std::wstring text = TextOf(findText);
+    if (text.empty()) {
+        Tell(L"Type a part of a key to find.");
+        return FocusAndSelect(findText);
+    }
+    const IniModel::Match match = model.FindKey(text, {sections.Selected(), pairs.Selected()});
+    if (match.count == 0)
+        return Warn(L"No key contains \"" + text + L"\".");
+    GoTo(match.place);
+    Tell(Format(L"Match %d of %d: ", match.number, match.count) + Quoted(match.place) + L".");
+}
+
+void IniDocumentPage::EditValue() {
+    if (pairs.Selected() >= 0)
+        FocusAndSelect(valueText);
+}
+
+/// False when what was typed cannot be the value; the page tells why.
+bool IniDocumentPage::CommitValue() {
+    const std::wstring value = TextOf(valueText);
+    if (value == model.Value(edited))
+        return true;
+    const wchar_t* reason = model.SetValue(edited, value);
+    if (reason != nullptr) {
+        Warn(reason);
+        return false;
+    }
+    pairs.RedrawRows();
+    ShowState();
+    Tell(L"Set " + Quoted(edited) + L".");
+    return true;
+}
+
+bool IniDocumentPage::MayClose() {
+    CommitValue();
+    if (!model.Changed())
+        return true;
+    const std::wstring question = L"Save the changes to " + DocumentName() + L"?";
+    const int answer = MessageBoxW(Handle(), question.c_str(), L"vtrutils gallery",
+                                   MB_YESNOCANCEL | MB_ICONQUESTION);
+    return answer == IDNO || (answer == IDYES && Save());
+}
+
+std::wstring IniDocumentPage::DocumentName() const {
+    char name[MAX_PATH];
+    return ExtractFileName(model.Path().c_str(), name, sizeof name) ? Widen(name) : L"";
+}
+
+/// A search for a key of a section in the middle.
+bool IniDocumentPage::ShowExample() {
+    if (model.AllPairs() == 0)
+        return false;
+    const int section = model.Sections() / 2;
+    GoTo({section, 0});
+    SetText(findText, model.Key({section, model.Pairs(section) / 2}));
+    FindNext();
+    SetFocus(pairs.Handle());
+    return true;
+}
+
+void IniDocumentPage::GoTo(IniModel::Place place) {
+    sections.Select(place.section);
+    pairs.Select(place.pair);
+}
+
+void IniDocumentPage::ShowDocument() {
+    sections.SetRows(model.Sections());
+    ShowPairs();
+    SetText(fileLabel, Widen(model.Path().c_str()));
+    ShowState();
+}
+
+void IniDocumentPage::ShowPairs() {
+    pairs.SetRows(model.Pairs(sections.Selected()));
+    ShowValue();
+}
+
+void IniDocumentPage::ShowValue() {
+    edited = {sections.Selected(), pairs.Selected()};
+    SetText(valueText, model.Value(edited));
+}
+
+void IniDocumentPage::ShowState() {
+    for (const HWND button : {save, saveAs, findNext, set})
+        EnableWindow(button, model.Loaded());
+    EnableWindow(sort, model.Loaded() && !model.Sorted());
+    if (model.Loaded())
+        SetText(counts, Format(L"%d sections, %d pairs, %ls, loaded in %.2f ms", model.Sections(),
+                               model.AllPairs(), model.Sorted() ? L"sorted" : L"file order",
+                               model.LoadMilliseconds()));
+    Host().DocumentChanged();
+    Rearrange();
+}
+
+void IniDocumentPage::Warn(const std::wstring& text) {
+    MessageBeep(MB_ICONWARNING);
+    Tell(text);
+}
+
+/// "Key" in [Section].
+std::wstring IniDocumentPage::Quoted(IniModel::Place place) const {
+    return L"\"" + model.Key(place) + L"\" in [" + model.SectionName(place.section) + L"]";
+}
+
+} // namespace
+
+std::unique_ptr<Page> MakeIniDocumentPage();
+
+std::unique_ptr<Page> MakeIniDocumentPage() {
+    return std::make_unique<IniDocumentPage>();
+}
+
+} // namespace gallery

@@ -1,0 +1,160 @@
+#include "tests/gallery/GalleryProcess.h"
+
+#include "gallery/ControlIds.h"
+#include "vtrfutls/FileNames.h"
+
+#include <gtest/gtest.h>
+#include <iterator>
+
+namespace {
+
+constexpr DWORD longestWait = 30000;
+constexpr wchar_t questionClass[] = L"#32770";
+
+std::wstring TextOf(HWND window) {
+    wchar_t text[512] = L"";
+    DWORD_PTR length = 0;
+    SendMessageTimeoutW(window, WM_GETTEXT, std::size(text), reinterpret_cast<LPARAM>(text),
+                        SMTO_ABORTIFHUNG, /*uTimeout=*/2000, &length);
+    return text;
+}
+
+INPUT KeyInput(WORD key, WORD scan, DWORD flags) {
+    INPUT input{};
+    input.type = INPUT_KEYBOARD;
+    input.ki.wVk = key;
+    input.ki.wScan = scan;
+    input.ki.dwFlags = flags;
+    return input;
+}
+
+void Send(INPUT input) {
+    ASSERT_EQ(1u, SendInput(1, &input, sizeof input));
+}
+
+} // namespace
+
+std::string ProgramFolder() {
+    char program[MAX_PATH] = "";
+    char folder[MAX_PATH] = "";
+    GetModuleFileNameA(/*hModule=*/nullptr, program, sizeof program);
+    ExtractDirectory(program, folder, sizeof folder);
+    return folder;
+}
+
+GalleryProcess::GalleryProcess(const std::string& arguments) {
+    std::string commandLine = "\"" + ProgramFolder() + "gallery.exe\" " + arguments;
+    STARTUPINFOA start{};
+    start.cb = sizeof start;
+    PROCESS_INFORMATION started{};
+    EXPECT_TRUE(CreateProcessA(/*lpApplicationName=*/nullptr, commandLine.data(),
+                               /*lpProcessAttributes=*/nullptr, /*lpThreadAttributes=*/nullptr,
+                               /*bInheritHandles=*/FALSE, /*dwCreationFlags=*/0,
+                               /*lpEnvironment=*/nullptr, /*lpCurrentDirectory=*/nullptr, &start,
+                               &started))
+        << "error " << GetLastError();
+    process.Reset(started.hProcess);
+    id = started.dwProcessId;
+    const vtr::KernelHandle thread(started.hThread);
+}
+
+GalleryProcess::~GalleryProcess() {
+    if (WaitForSingleObject(process.Get(), 0) == WAIT_TIMEOUT) {
+        ADD_FAILURE() << "the gallery still runs";
+        TerminateProcess(process.Get(), /*uExitCode=*/99);
+        WaitForSingleObject(process.Get(), longestWait);
+    }
+}
+
+int GalleryProcess::ExitCode() {
+    DWORD code = 0;
+    if (WaitForSingleObject(process.Get(), longestWait) != WAIT_OBJECT_0 ||
+        !GetExitCodeProcess(process.Get(), &code))
+        return -1;
+    return static_cast<int>(code);
+}
+
+void GalleryProcess::WaitForTitle(const std::wstring& title) {
+    Wait("the title", [&] {
+        window = FindWindowOfClass(GALLERY_WINDOW_CLASS);
+        return window != nullptr && IsWindowVisible(window) && TextOf(window) == title;
+    });
+    GiveKeyboard(window);
+}
+
+void GalleryProcess::WaitForText(int control, const std::wstring& part) {
+    Wait("a text", [&] { return TextOf(Control(control)).find(part) != std::wstring::npos; });
+}
+
+void GalleryProcess::WaitForFocus(int control) {
+    Wait("the focus", [&] { return FocusedControl() == Control(control); });
+}
+
+void GalleryProcess::WaitForQuestion() {
+    HWND question = nullptr;
+    Wait("a question", [&] {
+        question = FindWindowOfClass(questionClass);
+        return question != nullptr && IsWindowVisible(question);
+    });
+    GiveKeyboard(question);
+}
+
+void GalleryProcess::WaitForNoQuestion() {
+    Wait("the end of a question", [&] { return FindWindowOfClass(questionClass) == nullptr; });
+    GiveKeyboard(window);
+}
+
+void GalleryProcess::Press(WORD key, WORD modifier) {
+    if (modifier != 0)
+        Send(KeyInput(modifier, /*scan=*/0, /*flags=*/0));
+    Send(KeyInput(key, /*scan=*/0, /*flags=*/0));
+    Send(KeyInput(key, /*scan=*/0, KEYEVENTF_KEYUP));
+    if (modifier != 0)
+        Send(KeyInput(modifier, /*scan=*/0, KEYEVENTF_KEYUP));
+}
+
+void GalleryProcess::Type(const std::wstring& text) {
+    for (const wchar_t character : text) {
+        Send(KeyInput(/*key=*/0, character, KEYEVENTF_UNICODE));
+        Send(KeyInput(/*key=*/0, character, KEYEVENTF_UNICODE | KEYEVENTF_KEYUP));
+    }
+}
+
+void GalleryProcess::Wait(const char* what, const std::function<bool()>& condition) {
+    const ULONGLONG end = GetTickCount64() + longestWait;
+    bool ended = false;
+    while (!testing::Test::HasFatalFailure() && !condition()) {
+        ASSERT_FALSE(ended) << "the gallery ended before there was " << what;
+        ASSERT_LT(GetTickCount64(), end) << "waited in vain for " << what;
+        ended = WaitForSingleObject(process.Get(), /*dwMilliseconds=*/10) == WAIT_OBJECT_0;
+    }
+}
+
+void GalleryProcess::GiveKeyboard(HWND target) {
+    SetForegroundWindow(target);
+    Wait("the keyboard", [&] { return GetForegroundWindow() == target; });
+}
+
+HWND GalleryProcess::FindWindowOfClass(const wchar_t* className) const {
+    HWND found = nullptr;
+    while ((found = FindWindowExW(/*hWndParent=*/nullptr, found, className, nullptr)) != nullptr) {
+        DWORD owner = 0;
+        GetWindowThreadProcessId(found, &owner);
+        if (owner == id)
+            return found;
+    }
+    return nullptr;
+}
+
+HWND GalleryProcess::Control(int control) const {
+    const HWND page =
+        FindWindowExW(window, /*hWndChildAfter=*/nullptr, GALLERY_PAGE_CLASS, nullptr);
+    return GetDlgItem(page, control);
+}
+
+HWND GalleryProcess::FocusedControl() const {
+    GUITHREADINFO state{};
+    state.cbSize = sizeof state;
+    GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &state);
+    return state.hwndFocus;
+}

@@ -1,0 +1,51 @@
+#ifndef VTRUTILS_TESTS_GALLERY_GALLERYPROCESS_H
+#define VTRUTILS_TESTS_GALLERY_GALLERYPROCESS_H
+
+#include "utilities/system/Handles.h"
+
+#include <functional>
+#include <string>
+
+/// The folder of this program, where the gallery and its documents stand too, with a trailing
+/// backslash.
+std::string ProgramFolder();
+
+/// The real gallery, driven by the keyboard as a user drives it. What it is asked to wait for fails
+/// the test after 30 s, and at once when the program ends; after a failure nothing is waited for.
+class GalleryProcess {
+public:
+    explicit GalleryProcess(const std::string& arguments);
+    GalleryProcess(const GalleryProcess&) = delete;
+    GalleryProcess& operator=(const GalleryProcess&) = delete;
+    ~GalleryProcess();
+
+    /// Waits for the end of the program. -1 when it does not come.
+    int ExitCode();
+
+    /// Waits for the window to have this title, and gives it the keyboard.
+    void WaitForTitle(const std::wstring& title);
+
+    /// Waits for the text of the control with this id to hold `part`.
+    void WaitForText(int id, const std::wstring& part);
+    void WaitForFocus(int id);
+
+    /// Waits for a question of the program's and gives it the keyboard.
+    void WaitForQuestion();
+    void WaitForNoQuestion();
+
+    void Press(WORD key, WORD modifier = 0);
+    void Type(const std::wstring& text);
+
+private:
+    void Wait(const char* what, const std::function<bool()>& condition);
+    void GiveKeyboard(HWND window);
+    HWND FindWindowOfClass(const wchar_t* className) const;
+    HWND Control(int id) const;
+    HWND FocusedControl() const;
+
+    vtr::KernelHandle process;
+    DWORD id = 0;
+    HWND window = nullptr;
+};
+
+#endif

@@ -423,8 +423,10 @@ TEST(RectangleList, ChangesNothingWithoutMemory) {
             list.consolidate();
             model.list = {model.Bounds()};
         });
-        Fill(list, {{0, 0, 1, 4}, {1, 1, 2, 5}, {2, 2, 3, 6}, {9, 0, 1000, 1}});
-        refused += list.getNumRectangles() == 4 ? 0 : 1;
+        const Rectangles staircase = {{0, 0, 1, 9},  {1, 1, 2, 10}, {2, 2, 3, 11},  {3, 3, 4, 12},
+                                      {4, 4, 5, 13}, {5, 5, 6, 14}, {9, 0, 1000, 1}};
+        Fill(list, staircase);
+        refused += Of(list) == staircase ? 0 : 1;
         run([&](auto& model) {
             list.consolidate();
             model.Consolidate();

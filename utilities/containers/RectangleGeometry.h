@@ -1,7 +1,7 @@
 #ifndef VTRUTILS_CONTAINERS_RECTANGLEGEOMETRY_H
 #define VTRUTILS_CONTAINERS_RECTANGLEGEOMETRY_H
 
-#include "utilities/containers/RectangleRun.h"
+#include "utilities/containers/ValueRun.h"
 
 #include <windows.h>
 
@@ -10,6 +10,8 @@
 /// Immutable and safe.
 
 namespace vtr {
+
+using RectangleRun = ValueRun<RECT>;
 
 inline bool IsEmpty(const RECT& r) {
     return r.left >= r.right || r.top >= r.bottom;

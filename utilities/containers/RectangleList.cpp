@@ -30,7 +30,7 @@ unsigned AsUnsigned(LONG value) {
 }
 
 LONG Sum(LONG value, int offset) {
-    return static_cast<LONG>(AsUnsigned(value) + static_cast<unsigned>(offset));
+    return static_cast<int>(AsUnsigned(value) + static_cast<unsigned>(offset));
 }
 
 bool Contains(const RECT& a, const RECT& b) {
@@ -88,19 +88,20 @@ RectangleList::RectangleList(RECT& rectangle) noexcept : RectangleList() {
     Append(rectangle);
 }
 
-RectangleList::RectangleList(const RectangleList& other) noexcept
-    : CMyArrayList(), consolidateOnAdd(other.consolidateOnAdd),
-      consolidationThreshold(other.consolidationThreshold), addCounter(other.addCounter),
-      nextConsolidationAt(other.nextConsolidationAt),
-      consolidationInterval(other.consolidationInterval) {
-    CopyRectangles(other);
+RectangleList::RectangleList(const RectangleList& other) noexcept : RectangleList() {
+    *this = other;
 }
 
 RectangleList& RectangleList::operator=(const RectangleList& other) noexcept {
     if (this == &other)
         return *this;
     clear();
-    CopyRectangles(other);
+    for (int i = 0; i < other.NumNodes(); ++i) {
+        if (!Append(other.At(i))) {
+            clear();
+            break;
+        }
+    }
     consolidateOnAdd = other.consolidateOnAdd;
     consolidationThreshold = other.consolidationThreshold;
     addCounter = other.addCounter;
@@ -334,7 +335,7 @@ bool RectangleList::Append(const RECT& rectangle) noexcept {
     const int count = NumNodes();
     if (copy == nullptr || AppendToTail(copy.get(), 0) < count)
         return false;
-    copy.release();
+    static_cast<void>(copy.release());
     return true;
 }
 
@@ -359,14 +360,6 @@ void RectangleList::KeepOnly(int from, int to, Keep keep) noexcept {
         ++kept;
     }
     Truncate(kept);
-}
-
-/// Requires: an empty list.
-void RectangleList::CopyRectangles(const RectangleList& other) noexcept {
-    for (int i = 0; i < other.NumNodes(); ++i) {
-        if (!Append(other.At(i)))
-            return clear();
-    }
 }
 
 /// Puts these rectangles in the place of those from `first` on. False, with nothing changed, when

@@ -7,7 +7,8 @@
 #include <windows.h>
 
 namespace vtr {
-class RectangleRun;
+template <class T>
+class ValueRun;
 }
 
 /// A region of the screen as rectangles that do not overlap, to keep track of what must be painted.
@@ -97,8 +98,7 @@ private:
     void Truncate(int count) noexcept;
     template <class Keep>
     void KeepOnly(int from, int to, Keep keep) noexcept;
-    void CopyRectangles(const RectangleList& other) noexcept;
-    bool ReplaceFrom(int first, const vtr::RectangleRun& rectangles) noexcept;
+    bool ReplaceFrom(int first, const vtr::ValueRun<RECT>& rectangles) noexcept;
     bool AppendUncovered(const RECT& added, int count) noexcept;
     void ConsolidateWhenDue() noexcept;
 

@@ -1,8 +1,6 @@
 #include "utilities/containers/RectangleMerging.h"
 
-#include "utilities/containers/RectangleGeometry.h"
-
-#include <cstdlib>
+#include <initializer_list>
 
 namespace vtr {
 
@@ -17,31 +15,21 @@ public:
 
     /// `predicate` holds for two rectangles in either order.
     FirstPair(const RectangleRun& run, Matches* predicate) : rectangles(run), matches(predicate) {}
-    FirstPair(const FirstPair&) = delete;
-    FirstPair& operator=(const FirstPair&) = delete;
-    ~FirstPair() { std::free(partners); }
 
     /// Takes in the rectangles appended since the last call. False when memory runs out.
     bool TakeAppended() {
-        const int wanted = rectangles.Count();
-        if (wanted > capacity) {
-            const int larger = wanted + wanted / 2;
-            const std::size_t size = static_cast<std::size_t>(larger) * sizeof(int);
-            void* grown = std::realloc(partners, size);
-            if (grown == nullptr)
+        while (Count() < rectangles.Count()) {
+            if (!partners.Append(unknown))
                 return false;
-            partners = static_cast<int*>(grown);
-            capacity = larger;
-        }
-        for (; count < wanted; ++count) {
-            partners[count] = unknown;
-            Changed(count);
+            Changed(Count() - 1);
         }
         return true;
     }
 
+    int Count() const { return partners.Count(); }
+
     bool Find(int& first, int& second) {
-        for (first = 0; first < count; ++first) {
+        for (first = 0; first < Count(); ++first) {
             if (partners[first] == unknown)
                 partners[first] = LastPartner(first);
             second = partners[first];
@@ -83,7 +71,7 @@ private:
     }
 
     int LastPartner(int index) const {
-        int partner = count - 1;
+        int partner = Count() - 1;
         while (partner > index &&
                (IsRemoved(partner) || !matches(rectangles[index], rectangles[partner])))
             --partner;
@@ -92,9 +80,7 @@ private:
 
     const RectangleRun& rectangles;
     Matches* matches;
-    int* partners = nullptr;
-    int count = 0;
-    int capacity = 0;
+    ValueRun<int> partners;
 };
 
 /// Where `r` is to be cut: at the first edge of its neighbour's that lies strictly inside it.
@@ -150,7 +136,7 @@ bool MergeAdjacent(RectangleRun& rectangles) {
         pairs.Changed(first);
     }
     int kept = 0;
-    for (int i = 0; i < rectangles.Count(); ++i) {
+    for (int i = 0; i < pairs.Count(); ++i) {
         if (!pairs.IsRemoved(i))
             rectangles[kept++] = rectangles[i];
     }

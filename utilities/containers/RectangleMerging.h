@@ -1,7 +1,7 @@
 #ifndef VTRUTILS_CONTAINERS_RECTANGLEMERGING_H
 #define VTRUTILS_CONTAINERS_RECTANGLEMERGING_H
 
-#include "utilities/containers/RectangleRun.h"
+#include "utilities/containers/RectangleGeometry.h"
 
 /// How fewer rectangles are made of many that do not overlap. The order of what comes out is part
 /// of the result: it is that of looking, after each change, through all pairs from the start, at

@@ -57,16 +57,21 @@ bool IsLess(const Char* left, const Char* right) {
     return Compare(left, right) < 0;
 }
 
+void Copy(char** target, const char* source) {
+    CopyStringA(target, source);
+}
+
+void Copy(wchar_t** target, const wchar_t* source) {
+    CopyStringW(target, source);
+}
+
 /// A copy as an entry is kept, so null for an empty text. False when memory runs out.
 template <class Char>
 bool Keep(const Char* text, Owned<Char>& kept) {
-    if (IsEmpty(text))
-        return true;
-    const std::size_t units = std::char_traits<Char>::length(text) + 1;
-    kept = Allocate<Char>(units);
-    if (kept != nullptr)
-        std::memcpy(kept.get(), text, units * sizeof(Char));
-    return kept != nullptr;
+    Char* copy = nullptr;
+    Copy(&copy, text);
+    kept.reset(copy);
+    return copy != nullptr || IsEmpty(text);
 }
 
 /// Zero for a text that cannot be converted. UTF-8, as ANSI code page, takes no flags.
@@ -106,7 +111,7 @@ bool CopyAll(const vtr::PtrArray<Char>& source, vtr::PtrArray<Char>& target) {
             FreeAll(target);
             return false;
         }
-        copy.release();
+        static_cast<void>(copy.release());
     }
     return true;
 }
@@ -241,7 +246,7 @@ bool CStringDynArray::Add(Texts& texts, Text text) noexcept {
                                  IsLess<typename Text::element_type>);
     if (!texts.Insert(static_cast<unsigned>(place - texts.begin()), text.get()))
         return false;
-    text.release();
+    static_cast<void>(text.release());
     sorted = maintainSorted;
     return true;
 }

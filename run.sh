@@ -21,26 +21,33 @@ cmake --preset "$preset" >/dev/null
 cmake --build --preset "$preset" --target gallery
 gallery=build/$preset/bin/gallery.exe
 
-# registry add|delete KEY [ARGUMENT...]: deleting what is not there is fine.
-registry() { "$wine_loader" reg "$1" "HKCU\\Software\\Wine\\$2" "${@:3}" /f >/dev/null 2>&1 || [ "$1" = delete ]; }
+# Wine draws the buttons of title bars with a font of its own, which Debian's build fails to find.
+add_symbols() { ln -sf /usr/share/wine/fonts/marlett.ttf "$WINEPREFIX/drive_c/windows/Fonts/"; }
 
-wine_prefix gallery
-# Wine draws the buttons of title bars with this font of its own, which Debian's build fails to find.
-ln -sf /usr/share/wine/fonts/marlett.ttf "$WINEPREFIX/drive_c/windows/Fonts/"
-wine_start
+# A window on a display that is gone would wait unseen, forever.
+if [[ ${DISPLAY:-} =~ ^:([0-9]+) ]]; then
+    socket=/tmp/.X11-unix/X${BASH_REMATCH[1]}
+    [ -S "$socket" ] || grep -q "$socket\$" /proc/net/unix || fail "no X server on DISPLAY=$DISPLAY"
+fi
+
 if [ -n "${DISPLAY:-}" ]; then
-    # The user's window manager frames the window.
-    registry delete 'X11 Driver' /v Managed
-    registry delete Explorer /v Desktop
+    # Windows that are open already live on: the server ends by itself after the last of them.
+    wine_prefix gallery
+    add_symbols
     "$wine_loader" "$gallery" "${arguments[@]}" || fail "the gallery ended with code $?"
+    "$wine_server" -w
     exit 0
 fi
 
-# A desktop of Wine's own gives the window a title bar where no window manager runs.
+wine_prefix pictures
+add_symbols
+wine_start
 wine_display
 wine_unmanaged
-registry add 'Explorer\Desktops' /v Gallery /d 1280x800
-registry add Explorer /v Desktop /d Gallery
+# A desktop of Wine's own gives the window a title bar where no window manager runs.
+explorer='HKCU\Software\Wine\Explorer'
+"$wine_loader" reg add "$explorer\\Desktops" /v Gallery /d 1280x800 /f >/dev/null
+"$wine_loader" reg add "$explorer" /v Desktop /d Gallery /f >/dev/null
 pictures=build/pictures
 rm -rf "$pictures"
 mkdir -p "$pictures"

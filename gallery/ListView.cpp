@@ -84,6 +84,8 @@ int ListView::Selected() const {
 }
 
 void ListView::Select(int row) {
+    if (row < 0)
+        return;
     ListView_SetItemState(list, row, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
     ListView_EnsureVisible(list, row, /*fPartialOK=*/FALSE);
 }

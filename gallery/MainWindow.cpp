@@ -76,9 +76,6 @@ bool MainWindow::TakeKey(MSG& message) const {
 
 LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
-    case WM_SIZE:
-        Arrange();
-        return 0;
     case WM_GETMINMAXINFO:
         LimitSize(*reinterpret_cast<MINMAXINFO*>(lParam));
         return 0;
@@ -94,11 +91,6 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         look.Update(Handle());
         Restyle();
         return 0;
-    case WM_COMMAND:
-        Command(LOWORD(wParam), HIWORD(wParam));
-        return 0;
-    case WM_NOTIFY:
-        return Notify(*reinterpret_cast<const NMHDR*>(lParam));
     case WM_ACTIVATE:
         if (LOWORD(wParam) == WA_INACTIVE)
             KeepFocus();

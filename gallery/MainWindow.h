@@ -31,8 +31,9 @@ protected:
 private:
     void DocumentChanged() override;
 
-    void Command(int id, int notification);
-    LRESULT Notify(const NMHDR& header);
+    void Sized() override { Arrange(); }
+    void Command(int id, int notification) override;
+    LRESULT Notify(const NMHDR& header) override;
     void StepPage(int step);
     void SetDpi(unsigned dpi);
     void Restyle();

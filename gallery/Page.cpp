@@ -27,19 +27,4 @@ void Page::Rearrange() {
     Arrange(area.right, area.bottom);
 }
 
-LRESULT Page::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-    switch (message) {
-    case WM_SIZE:
-        Rearrange();
-        return 0;
-    case WM_COMMAND:
-        Command(LOWORD(wParam), HIWORD(wParam));
-        return 0;
-    case WM_NOTIFY:
-        return Notify(*reinterpret_cast<const NMHDR*>(lParam));
-    default:
-        return Window::OnMessage(message, wParam, lParam);
-    }
-}
-
 } // namespace gallery

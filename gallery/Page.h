@@ -31,7 +31,7 @@ public:
 
     /// A command of an accelerator or a control: `id` with `notification` as WM_COMMAND has them.
     /// IDOK stands for Enter outside of buttons, IDCANCEL for Esc.
-    virtual void Command(int id, int notification) = 0;
+    void Command(int id, int notification) override = 0;
 
     /// Gives the focus to the control where work begins.
     virtual void TakeFocus() = 0;
@@ -58,16 +58,13 @@ protected:
     /// Places the controls in a page of that many pixels.
     virtual void Arrange(int width, int height) = 0;
 
-    /// WM_NOTIFY of a control.
-    virtual LRESULT Notify(const NMHDR&) { return 0; }
-
-    LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
-
     PageHost& Host() const { return *host; }
     const Look& Sizes() const { return *look; }
 
     /// Places the controls again, after their texts changed. Nothing before the page has a look.
     void Rearrange();
+
+    void Sized() override { Rearrange(); }
 
 private:
     PageHost* host = nullptr;

@@ -26,7 +26,18 @@ bool Window::CreateAs(const wchar_t* className, const wchar_t* title, DWORD exte
 }
 
 LRESULT Window::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-    return DefWindowProcW(window, message, wParam, lParam);
+    switch (message) {
+    case WM_SIZE:
+        Sized();
+        return 0;
+    case WM_COMMAND:
+        Command(LOWORD(wParam), HIWORD(wParam));
+        return 0;
+    case WM_NOTIFY:
+        return Notify(*reinterpret_cast<const NMHDR*>(lParam));
+    default:
+        return DefWindowProcW(window, message, wParam, lParam);
+    }
 }
 
 LRESULT CALLBACK Window::Procedure(HWND handle, UINT message, WPARAM wParam,

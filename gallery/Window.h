@@ -23,7 +23,16 @@ protected:
     bool CreateAs(const wchar_t* className, const wchar_t* title, DWORD extendedStyle, DWORD style,
                   SIZE size, HWND parent);
 
-    /// Called for every message but the first few that precede WM_NCCREATE.
+    /// WM_SIZE.
+    virtual void Sized() {}
+
+    /// WM_COMMAND of a control or an accelerator.
+    virtual void Command(int, int /*notification*/) {}
+
+    /// WM_NOTIFY of a control.
+    virtual LRESULT Notify(const NMHDR&) { return 0; }
+
+    /// Called for every message but the few that precede WM_NCCREATE; hands those above on.
     virtual LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
 
 private:

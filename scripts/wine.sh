@@ -9,6 +9,9 @@ project_root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 export WINEDEBUG=${WINEDEBUG:--all}
 export WINEDLLOVERRIDES="winedbg.exe=d;mscoree=;mshtml=;winemenubuilder.exe=d"
 export WINEARCH=win64
+# The locale decides the ANSI code page, here 1252, and which names files can have: without UTF-8
+# only those of ASCII letters.
+export LC_ALL=C.UTF-8
 
 # Debian's `wine` wrapper prints a hint about 32-bit programs before each run; the loader does not.
 wine_loader=/usr/lib/wine/wine64
@@ -17,7 +20,7 @@ wine_server=/usr/lib/wine/wineserver64
 [ -x "$wine_server" ] || wine_server=wineserver
 
 # wine_prefix NAME: selects build/wine/NAME and makes it when it is not there. Creating one takes
-# about 20 s, so it is made once and copied.
+# about 20 s and 700 MB, so it is made once; copies share its files but for the registry.
 wine_prefix() {
     local template="$project_root/build/wine/template"
     export WINEPREFIX="$project_root/build/wine/$1" VTRUTILS_WINE=1
@@ -32,7 +35,12 @@ wine_prefix() {
             WINEPREFIX="$template.new" "$wine_server" -w
             mv "$template.new" "$template"
         fi
-        [ -d "$WINEPREFIX" ] || cp -a "$template" "$WINEPREFIX"
+        if [ ! -d "$WINEPREFIX" ]; then
+            rm -rf "$WINEPREFIX.new"
+            cp -al "$template" "$WINEPREFIX.new"
+            cp -a --remove-destination "$template"/*.reg "$WINEPREFIX.new"
+            mv "$WINEPREFIX.new" "$WINEPREFIX"
+        fi
     ) 9>"$project_root/build/wine/.lock"
 }
 
@@ -45,19 +53,24 @@ wine_unmanaged() {
 # wine_display: starts an X server of our own on a free number and sets DISPLAY.
 wine_display() {
     local number
-    exec 8< <(exec Xvfb -displayfd 1 -screen 0 1280x800x24 -nolisten tcp 2>/dev/null)
+    exec 8< <(exec Xvfb -displayfd 1 -screen 0 1280x800x24 -nolisten tcp 2>/dev/null 7>&-)
     xvfb_pid=$!
     read -r -t 30 number <&8 || { echo "wine: Xvfb did not start" >&2; return 1; }
     export DISPLAY=":$number"
 }
 
-# wine_start: one server for the whole run; programs then start in about 0.1 s. Registers the
-# clean-up that runs however the script ends.
+# wine_start: one server for the whole run; programs then start in about 0.1 s. Waits for another run
+# in the same prefix to end, and registers the clean-up that runs however the script ends.
 wine_start() {
+    exec 7>"$WINEPREFIX/.lock"
+    flock -n 7 || { echo "wine: waiting for another run in $(basename "$WINEPREFIX")"; flock 7; }
     trap wine_stop EXIT
     trap 'exit 130' INT
     trap 'exit 143' TERM
-    "$wine_server" -p
+    # A server that a killed run has left.
+    "$wine_server" -k 7>&- >/dev/null 2>&1 || true
+    "$wine_server" -w 7>&- >/dev/null 2>&1 || true
+    "$wine_server" -p 7>&-
 }
 
 wine_stop() {

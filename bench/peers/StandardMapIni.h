@@ -38,109 +38,92 @@ void SplitIni(std::string_view text, OnPair pair) {
     }
 }
 
-/// Requires: the value fits.
-inline void CopyValue(std::string_view value, char* buffer) {
-    std::memcpy(buffer, value.data(), value.size());
-    buffer[value.size()] = '\0';
-}
-
-template <class Map>
-std::size_t CountPairs(const Map& sections) {
-    std::size_t count = 0;
-    for (const auto& [name, pairs] : sections)
-        count += pairs.size();
-    return count;
-}
-
-/// Nested hash maps, exact in case, so that nothing is spent on folding.
-class HashMapIni {
+/// A document as `Sections`, a map from names to maps of keys and values, which are stored and
+/// sought as `Name` gives them.
+template <class Sections, class Name>
+class MapsOfMaps {
 public:
-    static constexpr char name[] = "hash maps";
-
     bool Load(const char* path) {
         const std::string text = ReadWhole(path);
         std::string_view lastName;
-        Pairs* last = nullptr;
+        typename Sections::mapped_type* last = nullptr;
         SplitIni(text, [&](std::string_view section, std::string_view key, std::string_view value) {
             if (last == nullptr || lastName.data() != section.data())
-                last = &sections[std::string(section)];
+                last = &sections[std::string(Name(section).Text())];
             lastName = section;
-            (*last)[std::string(key)] = value;
+            (*last)[std::string(Name(key).Text())] = value;
         });
         return !sections.empty();
     }
 
+    /// Requires: the value fits.
     bool Find(const char* section, const char* key, char* buffer) const {
-        const auto found = sections.find(std::string_view(section));
+        const auto found = sections.find(Name(section).Text());
         if (found == sections.end())
             return false;
-        const auto pair = found->second.find(std::string_view(key));
+        const auto pair = found->second.find(Name(key).Text());
         if (pair == found->second.end())
             return false;
-        CopyValue(pair->second, buffer);
+        const std::string& value = pair->second;
+        std::memcpy(buffer, value.c_str(), value.size() + 1);
         return true;
     }
 
-    std::size_t Count() const { return CountPairs(sections); }
+    std::size_t Count() const {
+        std::size_t count = 0;
+        for (const auto& [name, pairs] : sections)
+            count += pairs.size();
+        return count;
+    }
 
 private:
-    struct Hash : std::hash<std::string_view> {
-        using is_transparent = void;
-    };
-    using Pairs = std::unordered_map<std::string, std::string, Hash, std::equal_to<>>;
-
-    std::unordered_map<std::string, Pairs, Hash, std::equal_to<>> sections;
+    Sections sections;
 };
 
-/// Nested ordered maps whose keys are in lower case: like ours, blind to case and sorted.
-class MapIni {
+class ExactName {
 public:
-    static constexpr char name[] = "std::map";
-
-    bool Load(const char* path) {
-        const std::string text = ReadWhole(path);
-        std::string_view lastName;
-        Pairs* last = nullptr;
-        SplitIni(text, [&](std::string_view section, std::string_view key, std::string_view value) {
-            if (last == nullptr || lastName.data() != section.data())
-                last = &sections[std::string(Folded(section).Text())];
-            lastName = section;
-            (*last)[std::string(Folded(key).Text())] = value;
-        });
-        return !sections.empty();
-    }
-
-    bool Find(const char* section, const char* key, char* buffer) const {
-        const auto found = sections.find(Folded(section).Text());
-        if (found == sections.end())
-            return false;
-        const auto pair = found->second.find(Folded(key).Text());
-        if (pair == found->second.end())
-            return false;
-        CopyValue(pair->second, buffer);
-        return true;
-    }
-
-    std::size_t Count() const { return CountPairs(sections); }
+    explicit ExactName(std::string_view text) : exact(text) {}
+    std::string_view Text() const { return exact; }
 
 private:
-    /// A name in lower case, without a block of memory of its own.
-    class Folded {
-    public:
-        explicit Folded(std::string_view text) : length(text.size()) {
-            for (std::size_t i = 0; i < length; ++i)
-                folded[i] =
-                    text[i] >= 'A' && text[i] <= 'Z' ? static_cast<char>(text[i] | 0x20) : text[i];
-        }
-        std::string_view Text() const { return {folded, length}; }
+    std::string_view exact;
+};
 
-    private:
-        char folded[256];
-        std::size_t length;
-    };
-    using Pairs = std::map<std::string, std::string, std::less<>>;
+/// A name in lower case, without a block of memory of its own.
+class FoldedName {
+public:
+    explicit FoldedName(std::string_view text) : length(text.size()) {
+        for (std::size_t i = 0; i < length; ++i)
+            folded[i] =
+                text[i] >= 'A' && text[i] <= 'Z' ? static_cast<char>(text[i] | 0x20) : text[i];
+    }
+    std::string_view Text() const { return {folded, length}; }
 
-    std::map<std::string, Pairs, std::less<>> sections;
+private:
+    char folded[256];
+    std::size_t length;
+};
+
+struct TextHash : std::hash<std::string_view> {
+    using is_transparent = void;
+};
+
+template <class Value>
+using HashMap = std::unordered_map<std::string, Value, TextHash, std::equal_to<>>;
+
+template <class Value>
+using OrderedMap = std::map<std::string, Value, std::less<>>;
+
+/// Exact in case, so that nothing is spent on folding.
+class HashMapIni : public MapsOfMaps<HashMap<HashMap<std::string>>, ExactName> {
+public:
+    static constexpr char name[] = "hash maps";
+};
+
+/// Like ours, blind to case and sorted.
+class MapIni : public MapsOfMaps<OrderedMap<OrderedMap<std::string>>, FoldedName> {
+public:
+    static constexpr char name[] = "std::map";
 };
 
 } // namespace bench

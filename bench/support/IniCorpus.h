@@ -13,8 +13,8 @@ struct IniPair {
     std::string value;
 };
 
-/// A document such as a large settings file: sections of 20 to 25 pairs in no order, about 35 bytes
-/// a line. No section name repeats, and no key within its section; no value is empty. The same
+/// A document such as a large settings file: sections of 20 to 25 pairs in no order, 27 bytes a
+/// line. No section name repeats, and no key within its section; no value is empty. The same
 /// `count` gives the same pairs.
 std::vector<IniPair> MakeIniPairs(std::size_t count);
 

@@ -69,6 +69,7 @@ private:
 
     void GoTo(IniModel::Place place);
     void ShowDocument();
+    void Refresh();
     void ShowPairs();
     void ShowValue();
     void ShowState();
@@ -301,7 +302,7 @@ void IniDocumentPage::AskAndOpen() {
 }
 
 bool IniDocumentPage::Save() {
-    if (!CommitValue())
+    if (!model.Loaded() || !CommitValue())
         return false;
     const std::wstring path = Widen(model.Path().c_str());
     if (!overwriteAgreed) {
@@ -314,11 +315,8 @@ bool IniDocumentPage::Save() {
             return false;
         overwriteAgreed = true;
     }
-    const IniModel::Place place = edited;
     const bool saved = model.Save();
-    // A sorted document is sorted again by saving, which swaps equal names.
-    ShowDocument();
-    GoTo(place);
+    Refresh();
     if (saved)
         Tell(L"Saved.");
     else
@@ -329,14 +327,14 @@ bool IniDocumentPage::Save() {
 void IniDocumentPage::SaveAs() {
     std::wstring name = Widen(model.Path().c_str());
     std::string path;
-    if (!CommitValue() || !AskForDocument(Handle(), FileQuestion::save, name))
+    if (!model.Loaded() || !CommitValue() || !AskForDocument(Handle(), FileQuestion::save, name))
         return;
     if (!Narrow(name, path))
         return Warn(nameNotNarrow + name);
     if (!model.SaveAs(path))
         return Warn(notSaved + name);
     overwriteAgreed = true;
-    ShowDocument();
+    Refresh();
     Tell(L"Saved. Comments and pairs before the first section are not in the new file.");
 }
 
@@ -403,7 +401,7 @@ std::wstring IniDocumentPage::DocumentName() const {
 /// A search for a key of a section in the middle.
 bool IniDocumentPage::ShowExample() {
     if (model.AllPairs() == 0)
-        return false;
+        return model.Loaded();
     const int section = model.Sections() / 2;
     GoTo({section, 0});
     SetText(findText, model.Key({section, model.Pairs(section) / 2}));
@@ -422,6 +420,13 @@ void IniDocumentPage::ShowDocument() {
     ShowPairs();
     SetText(fileLabel, Widen(model.Path().c_str()));
     ShowState();
+}
+
+/// After saving: a sorted document was sorted again, which swaps equal names.
+void IniDocumentPage::Refresh() {
+    const IniModel::Place place = edited;
+    ShowDocument();
+    GoTo(place);
 }
 
 void IniDocumentPage::ShowPairs() {

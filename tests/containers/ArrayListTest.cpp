@@ -389,6 +389,15 @@ TEST(MyArrayList, TracksWhetherItIsSorted) {
     EXPECT_FALSE(list.IsSorted());
 }
 
+TEST(MyArrayList, CountsAsUnsortedAfterEveryAppendButTheFirst) {
+    CMyArrayList list;
+    for (int i = 0; i < 25; ++i) {
+        EXPECT_TRUE(list.VerifyListIsSorted());
+        list.AppendToTail(&list, i);
+        EXPECT_EQ(list.IsSorted(), i == 0) << i;
+    }
+}
+
 TEST(MyArrayList, VerifiesFromTheSmallest32BitValuePlusOne) {
     for (const auto& [value, sorted] :
          {std::pair(-2147483647LL, true), std::pair(-2147483648LL, false),

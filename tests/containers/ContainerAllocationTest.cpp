@@ -127,6 +127,24 @@ TYPED_TEST(ArrayAllocation, FailsWithTheListWhole) {
     EXPECT_GE(failures, 10u);
 }
 
+TYPED_TEST(ArrayAllocation, MovesTheBlockSeldom) {
+    AllocationFault fault("vtrutils.dll");
+    TypeParam list;
+    const auto allocations = [&](int from, int to) {
+        fault.FailAt(0);
+        for (int i = from; i < to; ++i)
+            list.AppendToTail(&list, 0);
+        for (int i = from; i > to; --i)
+            list.RemoveByIndex(i - 1);
+        return fault.Count();
+    };
+    EXPECT_EQ(allocations(0, 60), 6u) << "a small one at each step";
+    EXPECT_LE(allocations(60, 100'000), 12u) << "a large one when it has doubled";
+    for (int i = 0; i < 40; ++i)
+        EXPECT_EQ(allocations(100'000, 65'530) + allocations(65'530, 100'000), 0u);
+    EXPECT_GE(allocations(100'000, 100), 3u) << "but it does shrink";
+}
+
 template <class List>
 class ChainAllocation : public testing::Test {};
 using Chains = testing::Types<CMyList, CMegaList>;

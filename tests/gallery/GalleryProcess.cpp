@@ -79,7 +79,6 @@ void GalleryProcess::WaitForTitle(const std::wstring& title) {
         window = FindWindowOfClass(GALLERY_WINDOW_CLASS);
         return window != nullptr && IsWindowVisible(window) && TextOf(window) == title;
     });
-    GiveKeyboard(window);
 }
 
 void GalleryProcess::WaitForText(int control, const std::wstring& part) {
@@ -90,18 +89,18 @@ void GalleryProcess::WaitForFocus(int control) {
     Wait("the focus", [&] { return FocusedControl() == Control(control); });
 }
 
-void GalleryProcess::WaitForQuestion() {
+void GalleryProcess::Answer(int button) {
     HWND question = nullptr;
     Wait("a question", [&] {
         question = FindWindowOfClass(questionClass);
         return question != nullptr && IsWindowVisible(question);
     });
-    GiveKeyboard(question);
+    PostMessageW(question, WM_COMMAND, static_cast<WPARAM>(button), 0);
+    Wait("the end of a question", [&] { return !IsWindow(question); });
 }
 
-void GalleryProcess::WaitForNoQuestion() {
-    Wait("the end of a question", [&] { return FindWindowOfClass(questionClass) == nullptr; });
-    GiveKeyboard(window);
+void GalleryProcess::Close() {
+    PostMessageW(window, WM_SYSCOMMAND, SC_CLOSE, 0);
 }
 
 void GalleryProcess::Press(WORD key, WORD modifier) {
@@ -130,9 +129,9 @@ void GalleryProcess::Wait(const char* what, const std::function<bool()>& conditi
     }
 }
 
-void GalleryProcess::GiveKeyboard(HWND target) {
-    SetForegroundWindow(target);
-    Wait("the keyboard", [&] { return GetForegroundWindow() == target; });
+void GalleryProcess::GiveKeyboard() {
+    SetForegroundWindow(window);
+    Wait("the keyboard", [&] { return GetForegroundWindow() == window; });
 }
 
 HWND GalleryProcess::FindWindowOfClass(const wchar_t* className) const {

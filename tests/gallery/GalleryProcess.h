@@ -22,23 +22,30 @@ public:
     /// Waits for the end of the program. -1 when it does not come.
     int ExitCode();
 
-    /// Waits for the window to have this title, and gives it the keyboard.
+    /// Waits for the window to have this title.
     void WaitForTitle(const std::wstring& title);
+
+    /// Waits until the keys that are pressed go to the window, from `WaitForTitle` until the first
+    /// question: when a window of its own closes, an X server without a window manager may take the
+    /// keyboard away at any later moment.
+    void GiveKeyboard();
 
     /// Waits for the text of the control with this id to hold `part`.
     void WaitForText(int id, const std::wstring& part);
     void WaitForFocus(int id);
 
-    /// Waits for a question of the program's and gives it the keyboard.
-    void WaitForQuestion();
-    void WaitForNoQuestion();
+    /// Waits for a question of the program's, presses the button with this id, and waits until the
+    /// question is gone.
+    void Answer(int button);
+
+    /// What the close button of the title bar does.
+    void Close();
 
     void Press(WORD key, WORD modifier = 0);
     void Type(const std::wstring& text);
 
 private:
     void Wait(const char* what, const std::function<bool()>& condition);
-    void GiveKeyboard(HWND window);
     HWND FindWindowOfClass(const wchar_t* className) const;
     HWND Control(int id) const;
     HWND FocusedControl() const;

@@ -41,7 +41,7 @@ void ExpectSamePairs(CIniFileReader& before, CIniFileReader& after) {
     }
 }
 
-TEST(Gallery, FindsEditsSortsAndSavesByKeyboardAlone) {
+TEST(Gallery, FindsEditsSortsAndSavesByKeyboard) {
     const TestFolder folder;
     const std::string file = CopyOfShippedDocument(folder);
     CIniFileReader before;
@@ -49,6 +49,7 @@ TEST(Gallery, FindsEditsSortsAndSavesByKeyboardAlone) {
 
     GalleryProcess gallery("\"" + file + "\"");
     gallery.WaitForTitle(L"desk.ini - vtrutils gallery");
+    gallery.GiveKeyboard();
     gallery.Press('F', VK_CONTROL);
     gallery.WaitForFocus(ID_INI_FIND_TEXT);
     gallery.Type(L"PAN L");
@@ -74,11 +75,10 @@ TEST(Gallery, FindsEditsSortsAndSavesByKeyboardAlone) {
     gallery.Press('R', VK_MENU);
     gallery.WaitForText(ID_INI_COUNTS, L"sorted");
     gallery.Press('S', VK_CONTROL);
-    gallery.WaitForQuestion();
-    gallery.Press(VK_RETURN);
+    gallery.Answer(IDYES);
     gallery.WaitForText(ID_INI_MESSAGE, L"Saved.");
     gallery.WaitForTitle(L"desk.ini - vtrutils gallery");
-    gallery.Press(VK_F4, VK_MENU);
+    gallery.Close();
     EXPECT_EQ(0, gallery.ExitCode());
 
     CIniFileReader after;
@@ -93,18 +93,17 @@ TEST(Gallery, AsksBeforeItDropsChanges) {
     const std::string file = folder.Write("small.ini", "[One]\r\nkey = value\r\n");
     GalleryProcess gallery("\"" + file + "\"");
     gallery.WaitForTitle(L"small.ini - vtrutils gallery");
+    gallery.GiveKeyboard();
     gallery.Press(VK_F2);
     gallery.WaitForFocus(ID_INI_VALUE_TEXT);
     gallery.Type(L"other");
+    gallery.WaitForText(ID_INI_VALUE_TEXT, L"other");
     // Typed and not yet set: closing counts it as a change all the same.
-    gallery.Press(VK_F4, VK_MENU);
-    gallery.WaitForQuestion();
-    gallery.Press(VK_ESCAPE);
-    gallery.WaitForNoQuestion();
+    gallery.Close();
+    gallery.Answer(IDCANCEL);
     gallery.WaitForTitle(L"*small.ini - vtrutils gallery");
-    gallery.Press(VK_F4, VK_MENU);
-    gallery.WaitForQuestion();
-    gallery.Press('N', VK_MENU);
+    gallery.Close();
+    gallery.Answer(IDNO);
     EXPECT_EQ(0, gallery.ExitCode());
     EXPECT_EQ("[One]\r\nkey = value\r\n", ReadBytes(file));
 }
@@ -114,7 +113,7 @@ TEST(Gallery, TellsThatADocumentIsMissing) {
     GalleryProcess gallery("\"" + folder.File("missing.ini") + "\"");
     gallery.WaitForTitle(L"vtrutils gallery");
     gallery.WaitForText(ID_INI_MESSAGE, L"there is no such file");
-    gallery.Press(VK_F4, VK_MENU);
+    gallery.Close();
     EXPECT_EQ(0, gallery.ExitCode());
 }
 

@@ -132,6 +132,24 @@ TEST(IniSection, SortedSectionFindsByBinarySearchAndKeepsItsOrder) {
     EXPECT_TRUE(section.HasValue("B"));
 }
 
+TEST(IniSection, SortedSectionWithRepeatedKeysAnswersTheSameEachTime) {
+    CIniSection section("S");
+    for (const char* key : {"b", "a", "B", "A", "c", "b"})
+        section.AddValue(key, std::to_string(section.NumValues()).c_str());
+    section.Sort();
+    std::string answers[2];
+    for (std::string& answer : answers) {
+        for (const char* key : {"a", "b", "c", "b", "a", "a"}) {
+            char value[8];
+            section.GetString(key, "", value, sizeof value);
+            answer += value;
+        }
+    }
+    EXPECT_EQ(answers[0], answers[1]);
+    EXPECT_EQ(answers[0][1], answers[0][3]);
+    EXPECT_EQ(answers[0][4], answers[0][5]);
+}
+
 TEST(IniDocument, SetValueAddsWhatIsMissing) {
     CIniFileReader document;
     CapturedLog log;
@@ -156,6 +174,10 @@ TEST(IniDocument, SetValueAddsWhatIsMissing) {
     EXPECT_TRUE(document.SetValue("Ant", "a", "3"));
     EXPECT_EQ(Shown(Content(document)), "{Ant: a=3; b=x;}{Mouse: a=2; z=1;}{Zebra: b=2;}");
     EXPECT_TRUE(document.GetSection("mouse")->KeepSorted());
+    document.GetSection("Ant")->SetKeepSorted(false);
+    EXPECT_TRUE(document.SetValue("Ant", "A0", "4"));
+    EXPECT_STREQ(document.GetSection("Ant")->GetValue(1u)->Key(), "A0");
+    EXPECT_TRUE(document.GetSection("Ant")->KeepSorted());
     EXPECT_TRUE(document.SetValue(std::string(70, 'n').c_str(), "k", "v"));
     EXPECT_STREQ(document.SectionName(2), std::string(63, 'n').c_str());
 }

@@ -135,9 +135,22 @@ TEST(IniInheritance, StopsBehindTenLevels) {
 TEST(IniInheritance, SortedDocumentResolvesToTheSamePairs) {
     const IniText text = Inherited("[D] : [B]\nz=1\n[B]\nx=2\nA=3\nm=\n", true);
     EXPECT_EQ(Shown(text), "{B: A=3; m=; x=2;}{D: A=3; m=; x=2; z=1;}");
-    // Of repeated keys a sorted section finds any; none may be lost.
-    const IniText repeated = Inherited("[D] : [B]\nz=1\nz=2\na=1\n[B]\nx=2\nz=3\nb=4\n", true);
-    EXPECT_EQ(repeated[1].pairs.size(), 5u) << Shown(repeated);
+}
+
+TEST(IniInheritance, SortedSectionWithRepeatedKeysGetsPairByPair) {
+    // Each pair that is added sorts the section again and so turns its repeated keys around.
+    const std::string text = "[D] : [B]\nz=1\nz=2\na=1\n[B]\nx=2\nz=3\nb=4\n";
+    CIniFileReader expected;
+    ASSERT_TRUE(Load(expected, text, /*sort=*/true));
+    CIniSection& child = *expected.GetSection("D");
+    const CIniSection& parent = *expected.GetSection("B");
+    for (unsigned i = 0; i < parent.NumValues(); ++i) {
+        const CIniValue& pair = *parent.GetValue(i);
+        if (!child.HasValue(pair.Key())) {
+            ASSERT_TRUE(child.SetValue(pair.Key(), pair.Value()));
+        }
+    }
+    EXPECT_EQ(Inherited(text, /*sort=*/true), Content(expected));
 }
 
 TEST(IniInheritance, FollowsTheRuleOnRandomGraphs) {

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
-#include <malloc.h>
+#include <xmmintrin.h>
 
 /// Which way elements move: over a removed one, or aside for a new one.
 enum _tshift { shiftClose = 0, shiftOpen = 1 };
@@ -17,12 +17,34 @@ struct Element {
     Value sortValue;
 };
 
+/// The size of an element of either kind.
+constexpr std::size_t elementSize = 16;
+
+/// The block itself, whose growth is the same for both kinds.
+struct BlockFields {
+    void* block = nullptr;
+    int capacity = 0;
+    int count = 0;
+};
+
+/// Makes room for `needed` elements: the first block gets the whole steps above `needed`, a later
+/// one is a step larger than before. Up to 64 elements memory holds exactly the capacity; above, a
+/// power of two is kept at hand, so that a step seldom moves the whole list, nor do steps to and
+/// fro. False, with nothing changed, when memory runs out. Requires: step > 0, needed <= count + 1
+/// once there is a block.
+bool GrowBlock(BlockFields& fields, int needed, unsigned step);
+
+/// Gives one step back when `newCount` elements leave it unused, and the block when they are none;
+/// its capacity then stays as it was until the next block. A block that cannot be made smaller is
+/// used as it is.
+void ShrinkBlock(BlockFields& fields, int newCount, unsigned step);
+
 /// The block of elements behind `CMyArrayList` and `CMegaArrayList`: growth, moving and searching.
 /// Its three fields are the first of both, which is why the growth step comes with each call.
 /// Searches expect ascending sort values; on others they end, at some element. Hosts see it only as
 /// a private field. One thread at a time.
 template <class Value>
-class ElementBlock {
+class ElementBlock : private BlockFields {
 public:
     ElementBlock() = default;
     ElementBlock(const ElementBlock&) = delete;
@@ -35,64 +57,42 @@ public:
     bool Contains(int index) const { return index >= 0 && index < count; }
 
     /// Requires: Contains(index).
-    Element<Value>& operator[](int index) { return block[index]; }
-    const Element<Value>& operator[](int index) const { return block[index]; }
+    Element<Value>& operator[](int index) { return Elements()[index]; }
+    const Element<Value>& operator[](int index) const { return Elements()[index]; }
 
     /// Null when out of range; `sortValueOut` may be null and is then not written.
     void* At(int index, Value* sortValueOut) const {
         if (!Contains(index))
             return nullptr;
         if (sortValueOut != nullptr)
-            *sortValueOut = block[index].sortValue;
-        return block[index].item;
+            *sortValueOut = Elements()[index].sortValue;
+        return Elements()[index].item;
     }
 
-    Element<Value>* begin() { return block; }
-    Element<Value>* end() { return block + count; }
-
-    /// True when there is a block with room for `needed` elements afterwards: the first block gets
-    /// the whole steps above `needed`, a later one is a step larger than before. False, with
-    /// nothing changed, when memory runs out. Requires: step > 0, needed <= Count() + 1 once there
-    /// is a block.
-    bool Grow(int needed, unsigned step) {
-        if (block == nullptr) {
-            const long long first = (static_cast<unsigned>(needed) / step + 1LL) * step;
-            return Reallocate(first);
-        }
-        return needed <= capacity || Reallocate(static_cast<long long>(capacity) + step);
-    }
-
-    /// Gives one step back when `newCount` elements leave it unused, and the block when they are
-    /// none; its capacity then stays as it was until the next block. A block that cannot be made
-    /// smaller is used as it is.
-    void Shrink(int newCount, unsigned step) {
-        if (block == nullptr || newCount > static_cast<long long>(capacity) - step)
-            return;
-        if (newCount < 1) {
-            std::free(block);
-            block = nullptr;
-            return;
-        }
-        capacity -= static_cast<int>(step);
-        if (capacity <= exactSlots || Slots() / 2 >= static_cast<std::size_t>(capacity))
-            Resize(WithReserve(capacity));
-    }
+    Element<Value>* begin() { return Elements(); }
+    Element<Value>* end() { return Elements() + count; }
 
     /// Moves the elements from `index` on by one place. Opening requires room for one more.
     void Shift(int index, _tshift direction) {
         if (index >= count)
             return;
-        Element<Value>* from = block + index;
+        Element<Value>* from = Elements() + index;
         const std::size_t size = static_cast<std::size_t>(count - index) * sizeof *from;
         std::memmove(direction == shiftOpen ? from + 1 : from - 1, from, size);
     }
 
+    /// Room for one more without growing.
+    bool HasRoom() const { return block != nullptr && count < capacity; }
+
+    /// Requires: HasRoom().
+    void Append(void* item, Value sortValue) { Elements()[count++] = {item, sortValue}; }
+
     /// False, with nothing changed, when memory runs out. Requires: 0 <= index <= Count().
     bool Insert(int index, void* item, Value sortValue, unsigned step) {
-        if (!Grow(count + 1, step))
+        if (!HasRoom() && !GrowBlock(*this, count + 1, step))
             return false;
         Shift(index, shiftOpen);
-        block[index] = {item, sortValue};
+        Elements()[index] = {item, sortValue};
         ++count;
         return true;
     }
@@ -101,23 +101,23 @@ public:
     void Remove(int index, unsigned step) {
         Shift(index + 1, shiftClose);
         --count;
-        Shrink(count, step);
+        ShrinkBlock(*this, count, step);
     }
 
     void ForgetElements() { count = 0; }
 
     /// Forgets the elements and frees the block.
     void Clear(unsigned step) {
-        Shrink(0, step);
+        ShrinkBlock(*this, 0, step);
         count = 0;
     }
 
     /// Takes copies of all elements of another block. Empty when memory runs out.
     void Copy(const ElementBlock& other, unsigned step) {
         Clear(step);
-        if (other.count == 0 || !Grow(other.count, step))
+        if (other.count == 0 || !GrowBlock(*this, other.count, step))
             return;
-        std::memcpy(block, other.block, static_cast<std::size_t>(other.count) * sizeof *block);
+        std::memcpy(block, other.block, static_cast<std::size_t>(other.count) * elementSize);
         count = other.count;
     }
 
@@ -128,7 +128,7 @@ public:
         int high = count - 1;
         int middle = high / 2;
         while (low != middle) {
-            if (block[middle].sortValue < value)
+            if (Elements()[middle].sortValue < value)
                 low = middle;
             else
                 high = middle;
@@ -144,12 +144,12 @@ public:
         if (count >= bisectedCount)
             return BisectPrevious(value);
         if (count <= 2)
-            return count == 2 && value >= block[1].sortValue   ? 1
-                   : count >= 1 && value >= block[0].sortValue ? 0
-                                                               : -1;
+            return count == 2 && value >= Elements()[1].sortValue   ? 1
+                   : count >= 1 && value >= Elements()[0].sortValue ? 0
+                                                                    : -1;
         for (int i = 0; i < count; ++i) {
-            if (block[i].sortValue >= value)
-                return block[i].sortValue == value ? i : i - 1;
+            if (Elements()[i].sortValue >= value)
+                return Elements()[i].sortValue == value ? i : i - 1;
         }
         return count - 1;
     }
@@ -157,17 +157,17 @@ public:
     /// An element with exactly this sort value, or -1.
     int FindEqual(Value value) const {
         const int found = FindPrevious(value);
-        return found >= 0 && block[found].sortValue == value ? found : -1;
+        return found >= 0 && Elements()[found].sortValue == value ? found : -1;
     }
 
     /// First and last of the neighbours of an element that have its sort value, itself included.
     int RunStart(int index) const {
-        while (index > 0 && block[index - 1].sortValue == block[index].sortValue)
+        while (index > 0 && Elements()[index - 1].sortValue == Elements()[index].sortValue)
             --index;
         return index;
     }
     int RunEnd(int index) const {
-        while (index + 1 < count && block[index + 1].sortValue == block[index].sortValue)
+        while (index + 1 < count && Elements()[index + 1].sortValue == Elements()[index].sortValue)
             ++index;
         return index;
     }
@@ -175,7 +175,7 @@ public:
     /// The first element that holds the item, or -1.
     int FindItem(const void* item) const {
         for (int i = 0; i < count; ++i) {
-            if (block[i].item == item)
+            if (Elements()[i].item == item)
                 return i;
         }
         return -1;
@@ -190,8 +190,8 @@ public:
         const int found = FindEqual(value);
         if (found < 0)
             return -1;
-        for (int i = RunStart(found); i < count && block[i].sortValue == value; ++i) {
-            if (block[i].item == item)
+        for (int i = RunStart(found); i < count && Elements()[i].sortValue == value; ++i) {
+            if (Elements()[i].item == item)
                 return i;
         }
         return -1;
@@ -212,9 +212,9 @@ public:
     /// stands before the first.
     int FindDescent(Value& previous) const {
         for (int i = 0; i < count; ++i) {
-            if (block[i].sortValue < previous)
+            if (Elements()[i].sortValue < previous)
                 return i;
-            previous = block[i].sortValue;
+            previous = Elements()[i].sortValue;
         }
         return -1;
     }
@@ -230,7 +230,7 @@ public:
     }
 
     void* ReportRunStart(int index, int* indexOut) const {
-        const bool found = Contains(index) && block[index].item != nullptr;
+        const bool found = Contains(index) && Elements()[index].item != nullptr;
         return Report(found ? RunStart(index) : -1, indexOut, nullptr);
     }
 
@@ -243,60 +243,36 @@ private:
     /// From here on the search by sort value bisects.
     static constexpr int bisectedCount = 25;
 
-    /// Up to this capacity, 4 KB, memory holds exactly the capacity; above it, half as much again,
-    /// so that a step seldom moves the whole list.
-    static constexpr int exactSlots = 256;
-
-    static std::size_t WithReserve(int slots) {
-        const std::size_t exact = static_cast<std::size_t>(slots);
-        return slots <= exactSlots ? exact : exact + exact / 2;
-    }
-
-    std::size_t Slots() const { return _msize(block) / sizeof *block; }
-
-    bool Resize(std::size_t slots) {
-        void* resized = std::realloc(block, slots * sizeof *block);
-        if (resized == nullptr)
-            return false;
-        block = static_cast<Element<Value>*>(resized);
-        return true;
-    }
-
-    bool Reallocate(long long newCapacity) {
-        if (newCapacity > 0x7FFFFFFF)
-            return false;
-        const int slots = static_cast<int>(newCapacity);
-        const bool fits =
-            block != nullptr && slots > exactSlots && Slots() >= static_cast<std::size_t>(slots);
-        if (!fits && !Resize(WithReserve(slots)))
-            return false;
-        capacity = slots;
-        return true;
-    }
-
     int BisectPrevious(Value value) const {
-        int low = 0;
-        int high = count;
-        int middle = count / 2;
+        // The part that is left, told by its start and length so that narrowing it takes no branch,
+        // which would be guessed wrong every other time.
+        unsigned low = 0;
+        unsigned length = static_cast<unsigned>(count);
+        unsigned half = length / 2;
         do {
-            if (block[middle].sortValue == value)
+            // Whichever half is left, what it is compared with next is on its way.
+            _mm_prefetch(reinterpret_cast<const char*>(Elements() + low + half / 2), _MM_HINT_T0);
+            _mm_prefetch(reinterpret_cast<const char*>(Elements() + low + half + half / 2),
+                         _MM_HINT_T0);
+            const Value middle = Elements()[low + half].sortValue;
+            if (middle == value)
                 break;
-            if (value >= block[middle].sortValue)
-                low = middle;
-            else
-                high = middle;
-            middle = low + (high - low) / 2;
-        } while (middle != low);
-        return middle + 1 < count && block[middle + 1].sortValue == value ? middle + 1 : middle;
+            const unsigned above = value >= middle ? 1 : 0;
+            low += half & (0 - above);
+            length = half + (above & length);
+            half = length / 2;
+        } while (half != 0);
+        const int found = static_cast<int>(low + half);
+        return found + 1 < count && Elements()[found + 1].sortValue == value ? found + 1 : found;
     }
 
-    Element<Value>* block = nullptr;
-    int capacity = 0;
-    int count = 0;
+    Element<Value>* Elements() const { return static_cast<Element<Value>*>(block); }
 };
 
-static_assert(sizeof(Element<long long>) == 16 && offsetof(Element<long long>, sortValue) == 8);
-static_assert(sizeof(Element<double>) == 16 && offsetof(Element<double>, sortValue) == 8);
+static_assert(sizeof(Element<long long>) == elementSize);
+static_assert(sizeof(Element<double>) == elementSize);
+static_assert(offsetof(Element<long long>, sortValue) == 8);
+static_assert(offsetof(Element<double>, sortValue) == 8);
 static_assert(sizeof(ElementBlock<long long>) == 16 && sizeof(ElementBlock<double>) == 16);
 
 } // namespace vtr

@@ -1,10 +1,10 @@
 #include "utilities/containers/HashTable.h"
 
-#include <cstdlib>
-#include <cstring>
+#include "utilities/text/MultibyteText.h"
+
+#include <cstddef>
 #include <new>
 // Behind them: its one-letter macros break C++ headers.
-#include <mbctype.h>
 #include <mbstring.h>
 
 #pragma GCC diagnostic ignored "-Winvalid-offsetof" // asserted on, which is safe
@@ -22,17 +22,17 @@ const unsigned char* Bytes(const char* text) {
     return reinterpret_cast<const unsigned char*>(text);
 }
 
-bool SameBytes(const char* left, const char* right) {
-    while (*left == *right && *left != '\0') {
-        ++left;
-        ++right;
+/// What `_mbscmp` calls equal. Texts that differ first in characters below 0x80 are different in
+/// every code page; others may not be where such a byte is half a character.
+bool SameKey(const char* left, const char* right) {
+    std::size_t i = 0;
+    for (; left[i] == right[i]; ++i) {
+        if (left[i] == '\0')
+            return true;
     }
-    return *left == *right;
-}
-
-/// In a single-byte code page only the same bytes are the same text.
-bool SameKey(const char* left, const char* right, bool multibyte) {
-    return SameBytes(left, right) || (multibyte && _mbscmp(Bytes(left), Bytes(right)) == 0);
+    if (static_cast<signed char>(left[i]) >= 0 && static_cast<signed char>(right[i]) >= 0)
+        return false;
+    return vtr::IsMultibyteCodePage() && _mbscmp(Bytes(left), Bytes(right)) == 0;
 }
 
 } // namespace
@@ -61,10 +61,10 @@ CHashTable::~CHashTable() {
 void CHashTable::MakeBuckets(int number) noexcept {
     const std::size_t size = static_cast<std::size_t>(number);
     CMyArrayList* lists = new (std::nothrow) CMyArrayList[size];
-    buckets = static_cast<CMyArrayList**>(std::malloc(size * sizeof *buckets));
+    buckets = new (std::nothrow) CMyArrayList*[size];
     if (lists == nullptr || buckets == nullptr) {
         delete[] lists;
-        std::free(buckets);
+        delete[] buckets;
         buckets = nullptr;
         return;
     }
@@ -76,7 +76,7 @@ void CHashTable::MakeBuckets(int number) noexcept {
 void CHashTable::FreeBuckets() noexcept {
     if (bucketCount > 0)
         delete[] buckets[0];
-    std::free(buckets);
+    delete[] buckets;
     buckets = nullptr;
     bucketCount = 0;
 }
@@ -105,14 +105,15 @@ int CHashTable::IndexOf(const char* key, const long long* value,
     if (key == nullptr || bucketCount == 0)
         return -1;
     bucket = buckets[HashFunction(key)];
-    const bool multibyte = _getmbcp() != 0;
     const int count = bucket->NumNodes();
     for (int i = 0; i < count; ++i) {
+        const char* other = static_cast<const char*>(bucket->FastIndex(i));
+        // A host that has the bucket may have put a null there.
+        if (other == nullptr || !SameKey(other, key))
+            continue;
         long long found = 0;
-        const char* other = static_cast<const char*>(bucket->Index(i, &found));
-        // A host that has the bucket may have put anything there.
-        if (other != nullptr && (value == nullptr || found == *value) &&
-            SameKey(other, key, multibyte))
+        bucket->Index(i, &found);
+        if (value == nullptr || found == *value)
             return i;
     }
     return -1;

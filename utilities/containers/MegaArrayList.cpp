@@ -61,7 +61,7 @@ int CMegaArrayList::AddSorted(void* item, double sortValue, _AddSortedLoc where)
     return place;
 }
 
-int CMegaArrayList::AppendToTail(void* item, double sortValue) noexcept {
+int CMegaArrayList::GrowAndAppend(void* item, double sortValue) noexcept {
     elements.Insert(elements.Count(), item, sortValue, growStep);
     return elements.Count() - 1;
 }

@@ -27,7 +27,12 @@ public:
     int AddSorted(void* item, double sortValue, _AddSortedLoc where) noexcept;
 
     /// The new element's index, which is `NumNodes()` - 1 also when memory runs out.
-    int AppendToTail(void* item, double sortValue) noexcept;
+    int AppendToTail(void* item, double sortValue) noexcept {
+        if (!elements.HasRoom())
+            return GrowAndAppend(item, sortValue);
+        elements.Append(item, sortValue);
+        return elements.Count() - 1;
+    }
 
     /// Always 0.
     int InsertNewHead(void* item, double sortValue) noexcept;
@@ -100,6 +105,7 @@ public:
 private:
     friend struct vtr::Layout<CMegaArrayList>;
 
+    int GrowAndAppend(void* item, double sortValue) noexcept;
     int PlaceFor(double sortValue, _AddSortedLoc where) const noexcept;
 
     vtr::ElementBlock<double> elements;

@@ -26,7 +26,8 @@ void MergeRuns(T* const* source, T** target, unsigned from, unsigned middle, uns
 /// that holds the result.
 template <class T, class Less>
 T** MergeAllRuns(T** items, T** scratch, unsigned count, Less& less) {
-    for (unsigned width = 1; width<count; width = width> count / 2 ? count : width * 2) {
+    for (unsigned width = 1; width < count;
+         width += width < count - width ? width : count - width) {
         for (unsigned from = 0; from < count;) {
             const unsigned middle = count - from < width ? count : from + width;
             const unsigned to = count - middle < width ? count : middle + width;

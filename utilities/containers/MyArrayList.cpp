@@ -60,7 +60,7 @@ int CMyArrayList::AddSorted(void* item, long long sortValue) noexcept {
     return inserted || index < count ? index : index - 1;
 }
 
-int CMyArrayList::AppendToTail(void* item, long long sortValue) noexcept {
+int CMyArrayList::GrowAndAppend(void* item, long long sortValue) noexcept {
     const bool first = elements.IsEmpty();
     if (elements.Insert(elements.Count(), item, sortValue, growStep))
         sorted = first;

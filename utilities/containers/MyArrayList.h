@@ -32,7 +32,13 @@ public:
 
     /// The new element's index, which is `NumNodes()` - 1 also when memory runs out. The list
     /// counts as sorted afterwards only if it was empty.
-    int AppendToTail(void* item, long long sortValue) noexcept;
+    int AppendToTail(void* item, long long sortValue) noexcept {
+        if (!elements.HasRoom())
+            return GrowAndAppend(item, sortValue);
+        sorted = elements.IsEmpty();
+        elements.Append(item, sortValue);
+        return elements.Count() - 1;
+    }
 
     /// Always 0. The list does not count as sorted afterwards.
     int InsertNewHead(void* item, long long sortValue) noexcept;
@@ -106,6 +112,8 @@ public:
 private:
     friend struct vtr::Layout<CMyArrayList>;
     friend class Observable; // blanks an element where it may neither move the others nor allocate
+
+    int GrowAndAppend(void* item, long long sortValue) noexcept;
 
     vtr::ElementBlock<long long> elements;
     unsigned int growStep;

@@ -38,13 +38,15 @@ CReadWriteLock::~CReadWriteLock() {
 
 void CReadWriteLock::ReadLock() noexcept {
     const CSmartLock gate(&writerGate);
-    const CSmartLock guard(&readerGuard);
     ++readers;
 }
 
 void CReadWriteLock::ReadUnlock() noexcept {
+    if (--readers > 0 || !writerWaits)
+        return;
     const CSmartLock guard(&readerGuard);
-    if (--readers == 0 && writerWaits) {
+    // The writer may have seen that nobody reads any more, and have gone on.
+    if (writerWaits) {
         writerWaits = false;
         SetEvent(noReaders.Get());
     }
@@ -61,13 +63,18 @@ void CReadWriteLock::WriteUnlock() noexcept {
     LeaveCriticalSection(&writerGate);
 }
 
+/// The writer says that it waits before it looks at the count, and a reader counts itself out
+/// before it looks for a writer: one of the two sees the other.
 void CReadWriteLock::WaitForReaders() noexcept {
     {
         const CSmartLock guard(&readerGuard);
-        if (readers == 0)
-            return;
         ResetEvent(noReaders.Get());
         writerWaits = true;
+    }
+    if (readers == 0) {
+        const CSmartLock guard(&readerGuard);
+        writerWaits = false;
+        return;
     }
     // Without an event, for which there was no memory, the waiting is done by looking.
     while (WaitForSingleObject(noReaders.Get(), INFINITE) != WAIT_OBJECT_0 && readers > 0)

@@ -35,14 +35,14 @@ private:
 
     void WaitForReaders() noexcept;
 
-    CRITICAL_SECTION readerGuard; ///< held while the count changes
+    CRITICAL_SECTION readerGuard; ///< held while the event is set or reset
     CRITICAL_SECTION writerGate;  ///< held by the writer, passed by each reader
     vtr::KernelHandle noReaders;
     std::atomic<int> readers;
 
     /// The event costs a call into the system, so that it is used only when a writer must wait:
     /// then this is set, and the last reader signals.
-    bool writerWaits;
+    std::atomic<bool> writerWaits;
 };
 
 #endif

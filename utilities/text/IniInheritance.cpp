@@ -69,6 +69,7 @@ bool CIniFileReader::ProcessParentage(CIniSection* section, int depth) noexcept 
     if (quiet && depth >= section->quietDepth)
         return false;
 
+    const bool sorted = section->keepSorted;
     const unsigned revisionBefore = revision;
     bool complete = true;
     vtr::NameIndex keys;
@@ -80,13 +81,13 @@ bool CIniFileReader::ProcessParentage(CIniSection* section, int depth) noexcept 
         if (parent->NumParents() > 0)
             complete = ProcessParentage(parent, depth + 1) && complete;
         if (section->NumValues() != ownPairs)
-            keys = vtr::NameIndex(); // A circle led back here and may have sorted the pairs anew.
+            keys = vtr::NameIndex(); // A circle led back here and added pairs.
         if (!CopyMissing(*section, *parent, keys)) {
             complete = false;
             break;
         }
     }
-    if (section->keepSorted && revision != revisionBefore)
+    if (sorted && !section->keepSorted)
         section->Sort();
     section->inheritanceDone = complete;
     if (revision == revisionBefore) {
@@ -124,6 +125,8 @@ bool CIniFileReader::CopyMissing(CIniSection& child, const CIniSection& parent,
                 outOfMemory = true;
                 return false;
             }
+            // Sorted once, behind the last parent.
+            child.keepSorted = child.keepSorted && own != nullptr;
             ++revision;
             CatchUp(keys, child);
         }

@@ -57,7 +57,8 @@ std::size_t LargestSavedSize(const CIniValue& pair) {
 CIniSection::CIniSection() noexcept : CIniSection(nullptr) {}
 
 CIniSection::CIniSection(const char* newName) noexcept
-    : keepSorted(false), behindFound(0), inheritanceDone(false), quietDepth(0), quietRevision(0) {
+    : keepSorted(false), keysDiffer(false), behindFound(0), inheritanceDone(false), quietDepth(0),
+      quietRevision(0) {
     SetName(newName);
 }
 
@@ -101,6 +102,7 @@ bool CIniSection::AddValue(CIniValue& value) noexcept {
 }
 
 bool CIniSection::AddValue(CIniValue* value) noexcept {
+    keysDiffer = false;
     return value != nullptr && values.Append(value);
 }
 
@@ -186,6 +188,9 @@ void CIniSection::Sort() noexcept {
         return vtr::CompareText(a->Key(), b->Key()) < 0;
     };
     keepSorted = vtr::MergeSort(values.Data(), values.Count(), less);
+    keysDiffer = keepSorted;
+    for (unsigned i = 1; keysDiffer && i < values.Count(); ++i)
+        keysDiffer = less(values[i - 1], values[i]);
 }
 
 bool CIniSection::Save(std::FILE* stream) const noexcept {
@@ -224,8 +229,11 @@ const CIniValue* CIniSection::Find(const char* key) const noexcept {
     }
     unsigned low = 0;
     unsigned high = values.Count();
+    unsigned i = high / 2;
     // Sections are mostly read in order, so the pair behind the one found last is tried first.
-    unsigned i = behindFound < high ? behindFound : 0;
+    // Where keys repeat, that would make the pair that is found depend on what was read before.
+    if (keysDiffer && behindFound < high)
+        i = behindFound;
     for (; low < high; i = low + (high - low) / 2) {
         const int order = vtr::CompareText(values[i]->Key(), key);
         if (order == 0) {

@@ -105,6 +105,7 @@ private:
     char name[nameSize];
     vtr::PtrArray<CIniValue> values;
     bool keepSorted;
+    bool keysDiffer;              ///< no two keys are the same: known by sorting
     mutable unsigned behindFound; ///< where a look-up in order goes on; may be out of range
     vtr::PtrArray<char> parents;
 

@@ -36,4 +36,12 @@
 #define ID_INI_MESSAGE 309
 #define ID_INI_COUNTS 310
 
+/* Controls of the page "Regions". */
+#define ID_REGIONS_HELP 500
+#define ID_REGIONS_CONSOLIDATE 501
+#define ID_REGIONS_CLEAR 502
+#define ID_REGIONS_CANVAS 503
+#define ID_REGIONS_MESSAGE 504
+#define ID_REGIONS_COUNTS 505
+
 #endif

@@ -4,7 +4,9 @@
 
 // The table of pages: title, name of the picture, and NAME for the function `MakeNAME` that the
 // page's file in pages/ defines.
-#define GALLERY_PAGES(PAGE) PAGE(L"INI document", L"ini-document", IniDocumentPage)
+#define GALLERY_PAGES(PAGE)                                                                        \
+    PAGE(L"INI document", L"ini-document", IniDocumentPage)                                        \
+    PAGE(L"Regions", L"regions", RegionsPage)
 
 namespace gallery {
 

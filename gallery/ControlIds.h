@@ -36,6 +36,20 @@
 #define ID_INI_MESSAGE 309
 #define ID_INI_COUNTS 310
 
+/* Controls of the page "Observers"; a button that sends has the code added. */
+#define ID_OBSERVERS_LABEL 400
+#define ID_OBSERVERS_LIST 401
+#define ID_OBSERVERS_ADD 402
+#define ID_OBSERVERS_REMOVE 403
+#define ID_OBSERVERS_REMOVE_ALL 404
+#define ID_OBSERVERS_SEND_LABEL 405
+#define ID_OBSERVERS_LOG_LABEL 406
+#define ID_OBSERVERS_LOG 407
+#define ID_OBSERVERS_CLEAR 408
+#define ID_OBSERVERS_MESSAGE 409
+#define ID_OBSERVERS_COUNTS 410
+#define ID_OBSERVERS_SEND 420
+
 /* Controls of the page "Regions". */
 #define ID_REGIONS_HELP 500
 #define ID_REGIONS_CONSOLIDATE 501

@@ -99,6 +99,9 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         if (lastFocus != nullptr)
             SetFocus(lastFocus);
         return 0;
+    case WM_NEXTDLGCTL:
+        MoveFocus(wParam, LOWORD(lParam) != 0);
+        return 0;
     case WM_QUERYENDSESSION:
         return MayClose();
     case WM_CLOSE:
@@ -189,6 +192,15 @@ void MainWindow::KeepFocus() {
     const HWND focus = GetFocus();
     if (focus != nullptr && IsChild(Handle(), focus))
         lastFocus = focus;
+}
+
+/// What dialogs do for WM_NEXTDLGCTL, which the key of a label ends in on some systems.
+void MainWindow::MoveFocus(WPARAM wanted, bool isControl) const {
+    const HWND control = isControl
+                             ? reinterpret_cast<HWND>(wanted)
+                             : GetNextDlgTabItem(Handle(), GetFocus(), /*bPrevious=*/wanted != 0);
+    if (control != nullptr)
+        SetFocus(control);
 }
 
 bool MainWindow::MayClose() const {

@@ -40,6 +40,7 @@ private:
     void Arrange();
     void LimitSize(MINMAXINFO& limits) const;
     void KeepFocus();
+    void MoveFocus(WPARAM wanted, bool isControl) const;
     bool MayClose() const;
 
     Look look;

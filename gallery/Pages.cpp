@@ -6,6 +6,7 @@
 // page's file in pages/ defines.
 #define GALLERY_PAGES(PAGE)                                                                        \
     PAGE(L"INI document", L"ini-document", IniDocumentPage)                                        \
+    PAGE(L"Observers", L"observers", ObserversPage)                                                \
     PAGE(L"Regions", L"regions", RegionsPage)
 
 namespace gallery {

@@ -146,8 +146,10 @@ HWND GalleryProcess::FindWindowOfClass(const wchar_t* className) const {
 }
 
 HWND GalleryProcess::Control(int control) const {
-    const HWND page =
-        FindWindowExW(window, /*hWndChildAfter=*/nullptr, GALLERY_PAGE_CLASS, nullptr);
+    HWND page = nullptr;
+    do {
+        page = FindWindowExW(window, page, GALLERY_PAGE_CLASS, nullptr);
+    } while (page != nullptr && !IsWindowVisible(page));
     return GetDlgItem(page, control);
 }
 

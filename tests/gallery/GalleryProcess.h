@@ -30,7 +30,7 @@ public:
     /// keyboard away at any later moment.
     void GiveKeyboard();
 
-    /// Waits for the text of the control with this id to hold `part`.
+    /// Waits for the text of the control with this id, on the page that is shown, to hold `part`.
     void WaitForText(int id, const std::wstring& part);
     void WaitForFocus(int id);
 

@@ -1,9 +1,9 @@
 #ifndef VTRUTILS_CONTAINERS_NODECHAIN_H
 #define VTRUTILS_CONTAINERS_NODECHAIN_H
 
-#include "utilities/containers/ListTooLong.h"
+#include "utilities/containers/NodeCursor.h"
 
-#include <new>
+#include <utility>
 
 namespace vtr {
 
@@ -13,9 +13,17 @@ namespace vtr {
 /// `std::length_error` beyond the largest `int`. Hosts see it only as a private field. One thread
 /// at a time.
 template <class Node>
-class NodeChain {
+class NodeChain : private NodeCursor<Node> {
+    using Base = NodeCursor<Node>;
+    using Base::count;
+    using Base::cursor;
+    using Base::cursorIndex;
+    using Base::head;
+    using Base::sorted;
+    using Base::tail;
+
 public:
-    using Value = decltype(Node::sortValue);
+    using typename Base::Value;
 
     NodeChain() = default;
     NodeChain(const NodeChain&) = delete;
@@ -34,17 +42,17 @@ public:
         } else if (value > tail->sortValue || (afterEquals && value == tail->sortValue)) {
             index = AppendToTail(item, value);
         } else {
-            AdvanceFromHead([=](const Node* next) {
+            this->AdvanceFromHead([=](const Node* next) {
                 return next->sortValue < value || (afterEquals && next->sortValue == value);
             });
-            return LinkBehindCursor(item, value) ? cursorIndex + 1 : -1;
+            return this->LinkBehindCursor(item, value) ? cursorIndex + 1 : -1;
         }
         sorted = wasSorted;
         return index;
     }
 
     int AppendToTail(void* item, Value value) {
-        Node* node = MakeNode(item, value, nullptr);
+        Node* node = this->MakeNode(item, value, nullptr);
         if (node == nullptr)
             return -1;
         sorted = cursorIndex == 0;
@@ -57,7 +65,7 @@ public:
     }
 
     int InsertNewHead(void* item, Value value) {
-        Node* node = MakeNode(item, value, head);
+        Node* node = this->MakeNode(item, value, head);
         if (node == nullptr)
             return -1;
         sorted = cursorIndex == 0;
@@ -74,8 +82,8 @@ public:
         if (head == nullptr)
             return AppendToTail(item, value);
         const bool atHead = cursorIndex == 0;
-        WalkTo(index < 0 ? 0 : index < count ? index : count - 1);
-        if (!LinkBehindCursor(item, value))
+        this->WalkTo(index < 0 ? 0 : index < count ? index : count - 1);
+        if (!this->LinkBehindCursor(item, value))
             return -1;
         sorted = atHead;
         cursor = cursor->next;
@@ -86,7 +94,7 @@ public:
     Node* NodeByIndex(int index) {
         if (index < 0 || index >= count)
             return nullptr;
-        WalkTo(index);
+        this->WalkTo(index);
         return cursor;
     }
 
@@ -105,7 +113,7 @@ public:
         if (head == nullptr)
             return nullptr;
         const bool stays = head->sortValue >= value;
-        AdvanceFromHead([=](const Node* next) { return !stays && next->sortValue <= value; });
+        this->AdvanceFromHead([=](const Node* next) { return !stays && next->sortValue <= value; });
         if (indexOut != nullptr)
             *indexOut = cursorIndex;
         return cursor;
@@ -130,23 +138,23 @@ public:
     }
 
     bool Contains(const void* item) {
-        return Find([=](const Node* node) { return node->item == item; }) != nullptr;
+        return this->Find([=](const Node* node) { return node->item == item; }) != nullptr;
     }
 
     bool Remove(const void* item) {
-        return Unlink(Find([=](const Node* node) { return node->item == item; }));
+        return this->Unlink(this->Find([=](const Node* node) { return node->item == item; }));
     }
 
     /// Never looks into `wanted`, which may be any pointer.
     bool RemoveByNode(const Node* wanted) {
-        return Unlink(Find([=](const Node* node) { return node == wanted; }));
+        return this->Unlink(this->Find([=](const Node* node) { return node == wanted; }));
     }
 
     void RemoveByIndex(int index) {
         if (index < 0 || index >= count)
             return;
-        WalkTo(index > 0 ? index - 1 : 0);
-        Unlink(index > 0 ? cursor->next : head);
+        this->WalkTo(index > 0 ? index - 1 : 0);
+        this->Unlink(index > 0 ? cursor->next : head);
     }
 
     /// The sorted flag stays.
@@ -166,7 +174,7 @@ public:
         Value previous = -2147483647;
         sorted = true;
         for (int i = 0; sorted && i < count; ++i) {
-            WalkTo(i);
+            this->WalkTo(i);
             sorted = !(cursor->sortValue <= previous);
             previous = cursor->sortValue;
         }
@@ -189,100 +197,13 @@ public:
     }
 
     void Swap(NodeChain& other) {
-        Exchange(head, other.head);
-        Exchange(tail, other.tail);
-        Exchange(cursor, other.cursor);
-        Exchange(count, other.count);
-        Exchange(cursorIndex, other.cursorIndex);
-        Exchange(sorted, other.sorted);
+        std::swap(head, other.head);
+        std::swap(tail, other.tail);
+        std::swap(cursor, other.cursor);
+        std::swap(count, other.count);
+        std::swap(cursorIndex, other.cursorIndex);
+        std::swap(sorted, other.sorted);
     }
-
-private:
-    template <class T>
-    static void Exchange(T& left, T& right) {
-        const T old = left;
-        left = right;
-        right = old;
-    }
-
-    Node* MakeNode(void* item, Value value, Node* next) const {
-        if (count == 0x7FFFFFFF)
-            ThrowListTooLong();
-        return new (std::nothrow) Node{item, value, next};
-    }
-
-    /// The cursor stays.
-    bool LinkBehindCursor(void* item, Value value) {
-        Node* node = MakeNode(item, value, cursor->next);
-        if (node == nullptr)
-            return false;
-        cursor->next = node;
-        if (tail == cursor)
-            tail = node;
-        ++count;
-        return true;
-    }
-
-    /// Requires: 0 <= index < Count().
-    void WalkTo(int index) {
-        if (index == count - 1) {
-            cursor = tail;
-            cursorIndex = index;
-            return;
-        }
-        if (index < cursorIndex) {
-            cursor = head;
-            cursorIndex = 0;
-        }
-        for (; cursorIndex < index; ++cursorIndex)
-            cursor = cursor->next;
-    }
-
-    /// Puts the cursor on the head and then forward while `passes` accepts the next node.
-    template <class Predicate>
-    void AdvanceFromHead(Predicate passes) {
-        Node* node = head;
-        int index = 0;
-        for (; node->next != nullptr && passes(node->next); ++index)
-            node = node->next;
-        cursor = node;
-        cursorIndex = index;
-    }
-
-    /// The first node that `matches` accepts, or null. The cursor ends on the node before it, on
-    /// the head if that is it, and on the tail without a result.
-    template <class Predicate>
-    Node* Find(Predicate matches) {
-        if (head == nullptr)
-            return nullptr;
-        const bool isHead = matches(head);
-        AdvanceFromHead([&](const Node* next) { return !isHead && !matches(next); });
-        return isHead ? head : cursor->next;
-    }
-
-    /// Requires: null, the head, or the node behind the cursor.
-    bool Unlink(Node* node) {
-        if (node == nullptr)
-            return false;
-        if (node == head) {
-            head = cursor = node->next;
-            cursorIndex = 0;
-        } else {
-            cursor->next = node->next;
-        }
-        if (node == tail)
-            tail = cursor;
-        delete node;
-        --count;
-        return true;
-    }
-
-    Node* head = nullptr;
-    Node* tail = nullptr;
-    Node* cursor = nullptr; ///< null only while the list is empty
-    int count = 0;
-    int cursorIndex = 0;
-    bool sorted = true;
 };
 
 } // namespace vtr

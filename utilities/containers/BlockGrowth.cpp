@@ -1,6 +1,8 @@
-#include "utilities/containers/ElementBlock.h"
+#include "utilities/containers/BlockGrowth.h"
 
 #include <bit>
+#include <cstdlib>
+#include <cstring>
 #include <malloc.h>
 
 namespace vtr {

@@ -122,18 +122,20 @@ void RegionsPage::Clear() {
 
 void RegionsPage::ShowState() {
     RectangleList& region = canvas.Region();
+    const int count = region.getNumRectangles();
     long area = 0;
-    for (int i = 0; i < region.getNumRectangles(); ++i) {
+    for (int i = 0; i < count; ++i) {
         const RECT& r = *region.getRectangle(i);
         area += (r.right - r.left) * (r.bottom - r.top);
     }
-    std::wstring state = Number(region.getNumRectangles(), L"rectangle");
-    if (!region.isEmpty())
-        state +=
-            L" cover " + Number(area, L"cell") + L", bounds " + SizeAndPlace(region.getBounds());
+    std::wstring state = Number(count, L"rectangle");
+    if (count > 0) {
+        state += count == 1 ? L" covers " : L" cover ";
+        state += Number(area, L"cell") + L", bounds " + SizeAndPlace(region.getBounds());
+    }
     SetText(counts, state);
-    EnableWindow(consolidate, !region.isEmpty());
-    EnableWindow(clear, !region.isEmpty());
+    EnableWindow(consolidate, count > 0);
+    EnableWindow(clear, count > 0);
     Rearrange();
 }
 

@@ -178,6 +178,18 @@ bool CByteQueue::RecycleBuffers() const noexcept {
     return recycle;
 }
 
+unsigned long CByteQueue::MinRecycleBufferSize() const noexcept {
+    return minRecycledSize;
+}
+
+void CByteQueue::Lock() noexcept {
+    EnterCriticalSection(&section);
+}
+
+void CByteQueue::Unlock() noexcept {
+    LeaveCriticalSection(&section);
+}
+
 /// Moves the first blocks, which are drained, to the end, or frees those of other sizes.
 void CByteQueue::TakeFromFront(unsigned number) noexcept {
     fullBlocks -= std::min(fullBlocks, number);

@@ -37,11 +37,11 @@ public:
     void SetRecycleBuffers(bool on) noexcept;
     bool RecycleBuffers() const noexcept;
 
-    unsigned long MinRecycleBufferSize() const noexcept { return minRecycledSize; }
+    unsigned long MinRecycleBufferSize() const noexcept;
 
-    void Lock() noexcept { EnterCriticalSection(&section); }
+    void Lock() noexcept;
     /// Requires: the calling thread holds the lock.
-    void Unlock() noexcept { LeaveCriticalSection(&section); }
+    void Unlock() noexcept;
 
 private:
     friend struct vtr::Layout<CByteQueue>;

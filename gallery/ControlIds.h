@@ -50,4 +50,12 @@
 #define ID_OBSERVERS_COUNTS 410
 #define ID_OBSERVERS_SEND 420
 
+/* Controls of the page "Regions". */
+#define ID_REGIONS_HELP 500
+#define ID_REGIONS_CONSOLIDATE 501
+#define ID_REGIONS_CLEAR 502
+#define ID_REGIONS_CANVAS 503
+#define ID_REGIONS_MESSAGE 504
+#define ID_REGIONS_COUNTS 505
+
 #endif

@@ -6,7 +6,8 @@
 // page's file in pages/ defines.
 #define GALLERY_PAGES(PAGE)                                                                        \
     PAGE(L"INI document", L"ini-document", IniDocumentPage)                                        \
-    PAGE(L"Observers", L"observers", ObserversPage)
+    PAGE(L"Observers", L"observers", ObserversPage)                                                \
+    PAGE(L"Regions", L"regions", RegionsPage)
 
 namespace gallery {
 

@@ -119,6 +119,20 @@ void GalleryProcess::Type(const std::wstring& text) {
     }
 }
 
+void GalleryProcess::Drag(int control, POINT from, POINT to, Button button) {
+    const bool left = button == Button::left;
+    const auto sendAt = [&](POINT place, DWORD flags) {
+        ClientToScreen(Control(control), &place);
+        SetCursorPos(place.x, place.y);
+        INPUT input{};
+        input.type = INPUT_MOUSE;
+        input.mi.dwFlags = flags;
+        Send(input);
+    };
+    sendAt(from, left ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_RIGHTDOWN);
+    sendAt(to, left ? MOUSEEVENTF_LEFTUP : MOUSEEVENTF_RIGHTUP);
+}
+
 void GalleryProcess::Wait(const char* what, const std::function<bool()>& condition) {
     const ULONGLONG end = GetTickCount64() + longestWait;
     bool ended = false;

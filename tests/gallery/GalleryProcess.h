@@ -44,6 +44,10 @@ public:
     void Press(WORD key, WORD modifier = 0);
     void Type(const std::wstring& text);
 
+    enum class Button { left, right };
+    /// Presses the button at one place in the control with this id and lets it go at another.
+    void Drag(int id, POINT from, POINT to, Button button);
+
 private:
     void Wait(const char* what, const std::function<bool()>& condition);
     HWND FindWindowOfClass(const wchar_t* className) const;

@@ -3,6 +3,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
 namespace vtr {
 
@@ -91,6 +92,12 @@ public:
         for (unsigned i = 0; i < number; ++i)
             dispose(items[i]);
         std::free(items);
+    }
+
+    void Swap(PtrArray& other) {
+        std::swap(slots, other.slots);
+        std::swap(count, other.count);
+        std::swap(capacity, other.capacity);
     }
 
 private:

@@ -1,0 +1,169 @@
+#include "gallery/ControlIds.h"
+#include "gallery/Controls.h"
+#include "gallery/Page.h"
+#include "gallery/RegionCanvas.h"
+#include "gallery/Text.h"
+
+#include <algorithm>
+#include <memory>
+
+namespace gallery {
+
+namespace {
+
+constexpr wchar_t help[] = L"Drag to add, with the right button to subtract. Keys: arrows move the "
+                           L"frame, Shift+arrows size it, Insert adds, Delete subtracts.";
+constexpr wchar_t consolidateText[] = L"&Consolidate";
+constexpr wchar_t clearText[] = L"C&lear";
+
+/// A region of rectangles that do not overlap: add, subtract, and see the pieces.
+class RegionsPage final : public Page {
+public:
+    void Command(int id, int notification) override;
+    void TakeFocus() override { SetFocus(canvas.Handle()); }
+    bool ShowExample() override;
+
+private:
+    bool MakeControls() override;
+    void Restyle() override { canvas.SetLook(Sizes()); }
+    void Arrange(int width, int height) override;
+
+    void Consolidate();
+    void Clear();
+    void ShowState();
+    void Tell(const std::wstring& text) { SetText(message, text); }
+
+    RegionCanvas canvas;
+    HWND helpLine = nullptr;
+    HWND consolidate = nullptr;
+    HWND clear = nullptr;
+    HWND message = nullptr;
+    HWND counts = nullptr;
+};
+
+std::wstring SizeAndPlace(const RECT& r) {
+    return Format(L"%ld x %ld at %ld, %ld", r.right - r.left, r.bottom - r.top, r.left, r.top);
+}
+
+std::wstring Number(long number, const wchar_t* thing) {
+    return Format(L"%ld %ls%ls", number, thing, number == 1 ? L"" : L"s");
+}
+
+bool RegionsPage::MakeControls() {
+    helpLine = MakeTextLine(Handle(), SS_ENDELLIPSIS, ID_REGIONS_HELP);
+    consolidate = MakeButton(Handle(), consolidateText, ID_REGIONS_CONSOLIDATE);
+    clear = MakeButton(Handle(), clearText, ID_REGIONS_CLEAR);
+    const auto whenChanged = [this](RegionCanvas::Change change, const RECT& r) {
+        const bool added = change == RegionCanvas::Change::added;
+        Tell((added ? L"Added " : L"Subtracted ") + SizeAndPlace(r) + L".");
+        ShowState();
+    };
+    if (!canvas.Create(Handle(), ID_REGIONS_CANVAS, whenChanged))
+        return false;
+    message = MakeTextLine(Handle(), SS_ENDELLIPSIS, ID_REGIONS_MESSAGE);
+    counts = MakeTextLine(Handle(), SS_RIGHT, ID_REGIONS_COUNTS);
+    SetText(helpLine, help);
+    canvas.SetFrame({4, 4, 14, 10});
+    ShowState();
+    return counts != nullptr;
+}
+
+void RegionsPage::Arrange(int width, int height) {
+    const int gap = Sizes().Pixels(8);
+    const int row = Sizes().Row();
+    const int clearWidth = Sizes().ButtonWidth(clearText);
+    const int consolidateWidth = Sizes().ButtonWidth(consolidateText);
+    const int clearLeft = width - clearWidth;
+    const int consolidateLeft = clearLeft - gap - consolidateWidth;
+    const int messageRow = height - row + gap / 2;
+    const int countsWidth = std::min(width, Sizes().TextWidth(TextOf(counts).c_str()) + gap);
+    Placement placement(/*expected=*/6);
+    placement.Put(helpLine, 0, 0, consolidateLeft - gap, row);
+    placement.Put(consolidate, consolidateLeft, 0, consolidateWidth, row);
+    placement.Put(clear, clearLeft, 0, clearWidth, row);
+    placement.Put(canvas.Handle(), 0, row + gap, width, messageRow - gap / 2 - row - gap);
+    placement.Put(message, 0, messageRow, width - countsWidth - gap, row);
+    placement.Put(counts, width - countsWidth, messageRow, countsWidth, row);
+}
+
+void RegionsPage::Command(int id, int /*notification*/) {
+    switch (id) {
+    case ID_REGIONS_CONSOLIDATE:
+        return Consolidate();
+    case ID_REGIONS_CLEAR:
+        return Clear();
+    case IDOK:
+        if (GetFocus() == canvas.Handle())
+            canvas.AddFrame();
+        return;
+    case IDCANCEL:
+        return canvas.StopDragging();
+    default:
+        return;
+    }
+}
+
+void RegionsPage::Consolidate() {
+    const int before = canvas.Region().getNumRectangles();
+    canvas.Region().consolidate();
+    const int after = canvas.Region().getNumRectangles();
+    canvas.Redraw();
+    Tell(L"Consolidated: " + Number(before, L"rectangle") + Format(L" became %d.", after));
+    ShowState();
+}
+
+void RegionsPage::Clear() {
+    canvas.Region().clear();
+    canvas.Redraw();
+    Tell(L"");
+    TakeFocus();
+    ShowState();
+}
+
+void RegionsPage::ShowState() {
+    RectangleList& region = canvas.Region();
+    const int count = region.getNumRectangles();
+    long area = 0;
+    for (int i = 0; i < count; ++i) {
+        const RECT& r = *region.getRectangle(i);
+        area += (r.right - r.left) * (r.bottom - r.top);
+    }
+    std::wstring state = Number(count, L"rectangle");
+    if (count > 0) {
+        state += count == 1 ? L" covers " : L" cover ";
+        state += Number(area, L"cell") + L", bounds " + SizeAndPlace(region.getBounds());
+    }
+    SetText(counts, state);
+    EnableWindow(consolidate, count > 0);
+    EnableWindow(clear, count > 0);
+    Rearrange();
+}
+
+/// Windows of a desk, one of them with holes, and the frame ready to cut another.
+bool RegionsPage::ShowExample() {
+    RectangleList& region = canvas.Region();
+    region.clear();
+    RECT added[] = {{3, 3, 27, 19},   {19, 12, 45, 29}, {39, 5, 61, 17},
+                    {52, 13, 71, 33}, {6, 23, 22, 38},  {14, 31, 40, 41}};
+    RECT subtracted[] = {{9, 8, 17, 14},  {26, 17, 35, 24}, {57, 18, 66, 27},
+                         {46, 8, 54, 11}, {20, 34, 33, 38}, {10, 28, 12, 36}};
+    RECT islands[] = {{60, 21, 63, 24}, {29, 19, 32, 22}};
+    for (RECT& r : added)
+        region.add(&r);
+    for (RECT& r : subtracted)
+        region.subtract(&r);
+    for (RECT& r : islands)
+        region.add(&r);
+    canvas.SetFrame({35, 20, 48, 35});
+    Tell(L"Added 3 x 3 at 29, 19.");
+    ShowState();
+    return true;
+}
+
+} // namespace
+
+std::unique_ptr<Page> MakeRegionsPage() {
+    return std::make_unique<RegionsPage>();
+}
+
+} // namespace gallery

@@ -1,0 +1,58 @@
+#include "gallery/ControlIds.h"
+#include "tests/gallery/GalleryProcess.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+void ShowRegions(GalleryProcess& gallery) {
+    gallery.WaitForTitle(L"media-settings.ini - vtrutils gallery");
+    gallery.GiveKeyboard();
+    // The pages are a ring, and this one is the last.
+    gallery.Press(VK_TAB, VK_CONTROL);
+    gallery.Press(VK_TAB, VK_CONTROL);
+    gallery.WaitForFocus(ID_REGIONS_CANVAS);
+}
+
+TEST(RegionsPage, AddsAndSubtractsByKeyboard) {
+    GalleryProcess gallery("");
+    ShowRegions(gallery);
+    gallery.Press(VK_INSERT);
+    gallery.WaitForText(ID_REGIONS_COUNTS, L"1 rectangle covers 60 cells, bounds 10 x 6 at 4, 4");
+    gallery.Press(VK_RIGHT);
+    gallery.Press(VK_DOWN);
+    gallery.Press(VK_LEFT, VK_SHIFT);
+    gallery.Press(VK_LEFT, VK_SHIFT);
+    gallery.Press(VK_UP, VK_SHIFT);
+    gallery.Press(VK_UP, VK_SHIFT);
+    gallery.Press(VK_DELETE);
+    gallery.WaitForText(ID_REGIONS_MESSAGE, L"Subtracted 8 x 4 at 5, 5.");
+    gallery.WaitForText(ID_REGIONS_COUNTS, L"4 rectangles cover 28 cells");
+    // Not beyond the edge.
+    for (int i = 0; i < 7; ++i)
+        gallery.Press(VK_LEFT);
+    gallery.Press(VK_RETURN);
+    gallery.WaitForText(ID_REGIONS_MESSAGE, L"Added 8 x 4 at 0, 5.");
+    gallery.Press('C', VK_MENU);
+    gallery.WaitForText(ID_REGIONS_MESSAGE, L"became 1.");
+    gallery.WaitForText(ID_REGIONS_COUNTS, L"1 rectangle covers 84 cells, bounds 14 x 6 at 0, 4");
+    gallery.Press('L', VK_MENU);
+    gallery.WaitForText(ID_REGIONS_COUNTS, L"0 rectangles");
+    gallery.WaitForFocus(ID_REGIONS_CANVAS);
+    gallery.Close();
+    EXPECT_EQ(0, gallery.ExitCode());
+}
+
+TEST(RegionsPage, AddsAndSubtractsByMouse) {
+    GalleryProcess gallery("");
+    ShowRegions(gallery);
+    gallery.Drag(ID_REGIONS_CANVAS, {150, 150}, {30, 30}, GalleryProcess::Button::left);
+    gallery.WaitForText(ID_REGIONS_COUNTS, L"1 rectangle covers");
+    gallery.Drag(ID_REGIONS_CANVAS, {80, 80}, {85, 85}, GalleryProcess::Button::right);
+    gallery.WaitForText(ID_REGIONS_MESSAGE, L"Subtracted");
+    gallery.WaitForText(ID_REGIONS_COUNTS, L"4 rectangles cover");
+    gallery.Close();
+    EXPECT_EQ(0, gallery.ExitCode());
+}
+
+} // namespace

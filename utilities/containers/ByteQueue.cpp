@@ -1,0 +1,231 @@
+#include "utilities/containers/ByteQueue.h"
+
+#include "utilities/system/Lock.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdlib>
+#include <cstring>
+#include <limits>
+
+namespace {
+
+constexpr unsigned smallestRecycled = 32000;
+constexpr unsigned largestRecycled = 1000000;
+
+/// The slots at the front are closed when they are at least one for so many blocks.
+constexpr unsigned blocksPerEmptySlot = 32;
+
+} // namespace
+
+/// The bytes stand behind the record, in the same allocation.
+struct CByteQueue::Block {
+    unsigned char* block;
+    unsigned char* readPtr; ///< the next unread byte; null when nothing is unread
+    unsigned int unread;
+    unsigned int size;
+    unsigned int free; ///< at the end of `block`
+
+    /// A full block. Null when memory runs out.
+    static Block* Make(const unsigned char* data, unsigned int length) {
+        void* memory = std::malloc(sizeof(Block) + length);
+        if (memory == nullptr)
+            return nullptr;
+        auto* bytes = static_cast<unsigned char*>(memory) + sizeof(Block);
+        std::memcpy(bytes, data, length);
+        auto* made = static_cast<Block*>(memory);
+        *made = {bytes, bytes, length, length, 0};
+        return made;
+    }
+
+    void Reset() {
+        readPtr = nullptr;
+        unread = 0;
+        free = size;
+    }
+
+    /// Appends to what is unread, or starts anew when nothing is. Returns how many bytes had room.
+    unsigned int Write(const unsigned char* data, unsigned int length) {
+        if (unread == 0)
+            Reset();
+        const unsigned int taken = std::min(length, free);
+        std::memcpy(block + (size - free), data, taken);
+        if (readPtr == nullptr)
+            readPtr = block;
+        unread += taken;
+        free -= taken;
+        return taken;
+    }
+
+    /// Returns how many bytes there were.
+    unsigned int Read(unsigned char* buffer, unsigned int most) {
+        const unsigned int taken = std::min(most, unread);
+        std::memcpy(buffer, readPtr, taken);
+        unread -= taken;
+        readPtr = unread > 0 ? readPtr + taken : nullptr;
+        return taken;
+    }
+};
+
+template <>
+struct vtr::Layout<CByteQueue> {
+    using Block = CByteQueue::Block;
+    static_assert(sizeof(Block) == 32);
+    static_assert(offsetof(Block, readPtr) == 8 && offsetof(Block, unread) == 16);
+    static_assert(offsetof(Block, size) == 20 && offsetof(Block, free) == 24);
+
+    static_assert(sizeof(PtrArray<Block>) == 16 && sizeof(CRITICAL_SECTION) == 40);
+    static_assert(sizeof(CByteQueue) == 88);
+    static_assert(offsetof(CByteQueue, blocks) == 0);
+    static_assert(offsetof(CByteQueue, section) == 16);
+    static_assert(offsetof(CByteQueue, recycle) == 56);
+    static_assert(offsetof(CByteQueue, minRecycledSize) == 60);
+    static_assert(offsetof(CByteQueue, maxRecycledSize) == 64);
+};
+
+CByteQueue::CByteQueue() noexcept
+    : recycle(true), minRecycledSize(smallestRecycled), maxRecycledSize(largestRecycled),
+      emptySlots(0), fullBlocks(0), waiting(0) {
+    InitializeCriticalSection(&section);
+}
+
+CByteQueue::CByteQueue(const CByteQueue& other) noexcept : CByteQueue() {
+    const CSmartLock hold(&other.section);
+    recycle = other.recycle;
+    CopyBlocks(other);
+}
+
+CByteQueue& CByteQueue::operator=(const CByteQueue& other) noexcept {
+    if (this == &other)
+        return *this;
+    // One lock at a time: two queues may be assigned to each other on two threads.
+    CByteQueue copy(other);
+    const CSmartLock hold(&section);
+    blocks.Swap(copy.blocks);
+    recycle = copy.recycle;
+    emptySlots = copy.emptySlots;
+    fullBlocks = copy.fullBlocks;
+    waiting = copy.waiting;
+    return *this;
+}
+
+CByteQueue::~CByteQueue() {
+    RemoveEverything();
+    DeleteCriticalSection(&section);
+}
+
+bool CByteQueue::AddData(const unsigned char* data, unsigned long length) noexcept {
+    if (data == nullptr || length == 0)
+        return false;
+    const CSmartLock hold(&section);
+    for (unsigned i = emptySlots + fullBlocks; recycle && i < blocks.Count() && length > 0; ++i) {
+        const unsigned int taken = blocks[i]->Write(data, length);
+        data += taken;
+        length -= taken;
+        waiting += taken;
+        if (blocks[i]->free == 0)
+            ++fullBlocks;
+    }
+    if (length == 0)
+        return true;
+    Block* added = Block::Make(data, length);
+    if (added == nullptr || !blocks.Append(added)) {
+        std::free(added);
+        return false;
+    }
+    ++fullBlocks;
+    waiting += length;
+    return true;
+}
+
+unsigned long CByteQueue::GetData(unsigned char* buffer, unsigned long maxLength) noexcept {
+    if (buffer == nullptr)
+        return 0;
+    const CSmartLock hold(&section);
+    unsigned long copied = 0;
+    unsigned next = emptySlots;
+    while (copied < maxLength && next < blocks.Count() && blocks[next]->unread > 0) {
+        copied += blocks[next]->Read(buffer + copied, maxLength - copied);
+        if (blocks[next]->unread == 0)
+            ++next;
+    }
+    waiting -= copied;
+    TakeFromFront(next - emptySlots);
+    return copied;
+}
+
+unsigned long CByteQueue::TotalBytesAvailable() const noexcept {
+    const CSmartLock hold(&section);
+    constexpr unsigned long most = std::numeric_limits<unsigned long>::max();
+    return waiting < most ? static_cast<unsigned long>(waiting) : most;
+}
+
+void CByteQueue::RemoveEverything() noexcept {
+    const CSmartLock hold(&section);
+    blocks.Clear(std::free);
+    emptySlots = fullBlocks = 0;
+    waiting = 0;
+}
+
+void CByteQueue::SetRecycleBuffers(bool on) noexcept {
+    const CSmartLock hold(&section);
+    if (blocks.Count() == 0)
+        recycle = on;
+}
+
+bool CByteQueue::RecycleBuffers() const noexcept {
+    const CSmartLock hold(&section);
+    return recycle;
+}
+
+unsigned long CByteQueue::MinRecycleBufferSize() const noexcept {
+    return minRecycledSize;
+}
+
+void CByteQueue::Lock() noexcept {
+    EnterCriticalSection(&section);
+}
+
+void CByteQueue::Unlock() noexcept {
+    LeaveCriticalSection(&section);
+}
+
+/// Moves the first blocks, which are drained, to the end, or frees those of other sizes.
+void CByteQueue::TakeFromFront(unsigned number) noexcept {
+    fullBlocks -= std::min(fullBlocks, number);
+    Block** const first = blocks.begin() + emptySlots;
+    Block** const end = first + number;
+    Block** kept = end;
+    for (Block** place = end; place != first;) {
+        Block* drained = *--place;
+        if (recycle && drained->size >= minRecycledSize && drained->size <= maxRecycledSize) {
+            drained->Reset();
+            *--kept = drained;
+        } else {
+            std::free(drained);
+        }
+    }
+    std::rotate(kept, end, blocks.end());
+    std::fill(first, kept, nullptr);
+    emptySlots += static_cast<unsigned>(kept - first);
+    if (emptySlots > 0 && emptySlots >= (blocks.Count() - emptySlots) / blocksPerEmptySlot) {
+        blocks.RemoveIf([](const Block* block) { return block == nullptr; }, [](Block*) {});
+        emptySlots = 0;
+    }
+}
+
+/// Requires: no blocks, and the other queue is locked.
+void CByteQueue::CopyBlocks(const CByteQueue& other) noexcept {
+    for (const Block* block : other.blocks) {
+        if (block == nullptr || block->unread == 0)
+            continue;
+        Block* copy = Block::Make(block->readPtr, block->unread);
+        if (copy == nullptr || !blocks.Append(copy)) {
+            std::free(copy);
+            RemoveEverything();
+            return;
+        }
+        ++fullBlocks;
+        waiting += block->unread;
+    }
+}

@@ -1,0 +1,67 @@
+#ifndef VTRUTILS_CONTAINERS_BYTEQUEUE_H
+#define VTRUTILS_CONTAINERS_BYTEQUEUE_H
+
+#include "utilities/Export.h"
+#include "utilities/containers/PtrArray.h"
+
+#include <windows.h>
+
+/// A first-in, first-out queue of bytes between a thread that produces and one that consumes. Bytes
+/// are kept in blocks as large as the call that brought them; with recycling on, which it is at the
+/// start, drained blocks of 32,000 to 1,000,000 bytes are filled again instead of freed, so that a
+/// steady stream allocates nothing.
+/// Thread-safety: locked by itself; `Lock` and `Unlock` bracket calls that hang together.
+class VTRUTILS_API CByteQueue {
+public:
+    CByteQueue() noexcept;
+    /// Has copies of the waiting bytes and the recycling setting; empty when memory runs out.
+    CByteQueue(const CByteQueue& other) noexcept;
+    CByteQueue& operator=(const CByteQueue& other) noexcept;
+    /// Requires: no other thread is at the queue.
+    ~CByteQueue();
+
+    /// Copies the bytes behind those that wait. False for null or no bytes, and when memory runs
+    /// out: what found room in recycled blocks is then queued, the rest is not.
+    bool AddData(const unsigned char* data, unsigned long length) noexcept;
+
+    /// Takes up to `maxLength` bytes out and returns how many; 0 for a null buffer.
+    unsigned long GetData(unsigned char* buffer, unsigned long maxLength) noexcept;
+
+    /// The number of bytes that wait; where 32 bits cannot hold it, the largest that they can.
+    unsigned long TotalBytesAvailable() const noexcept;
+
+    /// Frees every block, those kept for reuse included.
+    void RemoveEverything() noexcept;
+
+    /// Nothing while the queue has blocks, those kept for reuse included.
+    void SetRecycleBuffers(bool on) noexcept;
+    bool RecycleBuffers() const noexcept;
+
+    unsigned long MinRecycleBufferSize() const noexcept;
+
+    void Lock() noexcept;
+    /// Requires: the calling thread holds the lock.
+    void Unlock() noexcept;
+
+private:
+    friend struct vtr::Layout<CByteQueue>;
+    struct Block;
+
+    void TakeFromFront(unsigned number) noexcept;
+    void CopyBlocks(const CByteQueue& other) noexcept;
+
+    /// First blocks with waiting bytes, of which all but the last are full, then empty ones.
+    vtr::PtrArray<Block> blocks;
+    mutable CRITICAL_SECTION section;
+    bool recycle;
+    unsigned int minRecycledSize;
+    unsigned int maxRecycledSize;
+
+    /// Slots at the front whose blocks are gone; a few of many, so that each block that leaves the
+    /// front need not move all others.
+    unsigned int emptySlots;
+    unsigned int fullBlocks; ///< behind the empty slots, before the first block with room
+    unsigned long long waiting;
+};
+
+#endif

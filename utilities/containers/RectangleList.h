@@ -1,0 +1,114 @@
+#ifndef VTRUTILS_CONTAINERS_RECTANGLELIST_H
+#define VTRUTILS_CONTAINERS_RECTANGLELIST_H
+
+#include "utilities/Export.h"
+#include "utilities/containers/MyArrayList.h"
+
+#include <windows.h>
+
+namespace vtr {
+template <class T>
+class ValueRun;
+}
+
+/// A region of the screen as rectangles that do not overlap, to keep track of what must be painted.
+/// Right and bottom edges are exclusive. Adding adds what is not yet covered, subtracting cuts
+/// pieces away; every now and then an addition consolidates, which may cover more than was added.
+///
+/// An operation for which memory runs out changes nothing. A null rectangle is not added,
+/// subtracted or met.
+/// Thread-safety: one thread at a time. A rectangle that was handed out is valid until the list
+/// changes.
+class VTRUTILS_API RectangleList : private CMyArrayList {
+public:
+    /// Consolidates from the 8th addition to more than 12 rectangles on, and then at every 8th.
+    RectangleList() noexcept;
+    explicit RectangleList(RECT& rectangle) noexcept;
+    /// Has rectangles of its own and the same settings; empty when memory runs out.
+    RectangleList(const RectangleList& other) noexcept;
+    RectangleList& operator=(const RectangleList& other) noexcept;
+    ~RectangleList() override;
+
+    /// Counts from now on the additions that leave more than `threshold` rectangles, and
+    /// consolidates at every `interval`-th of them, for 0 or less at each.
+    void set_consolidate_on_add(bool on, int threshold, int interval) noexcept;
+
+    /// Adds what is not yet covered. Rectangles that it covers leave the list, and those of which
+    /// it covers one whole side are trimmed. An empty rectangle that none contains is listed.
+    void add(RECT* rectangle) noexcept;
+    void add(RectangleList& other) noexcept;
+
+    /// Appends the rectangle as it is. Requires: it overlaps none, if the list is to stay without
+    /// overlaps.
+    void addWithoutMerging(RECT& rectangle) noexcept;
+
+    void subtract(RECT* rectangle) noexcept;
+    /// True when something is left.
+    bool subtract(RectangleList& other) noexcept;
+
+    /// Removes the rectangles that do not intersect this one and keeps all others whole. True when
+    /// some are left.
+    bool clipTo(RECT& rectangle) noexcept;
+
+    /// Keeps what both lists cover. True when something is left.
+    bool clipTo(RectangleList& other) noexcept;
+
+    /// Keeps of each rectangle what lies in this one.
+    void SetNewObjectRect(RECT area) noexcept;
+
+    /// Makes fewer rectangles: all become their bounds when they are more than 50 or fill much of
+    /// it; otherwise those that form larger rectangles, after some cuts, are put together. Covers
+    /// at least what it covered before.
+    void consolidate() noexcept;
+
+    bool containsPoint(int x, int y) noexcept;
+    bool intersectsRectangle(RECT* rectangle) noexcept;
+    bool intersects(RectangleList& other) noexcept;
+
+    /// The smallest rectangle around all that are not empty; 0, 0, 0, 0 without any.
+    RECT getBounds() noexcept;
+    bool isEmpty() noexcept;
+    int getNumRectangles() noexcept;
+
+    /// Requires: 0 <= index < getNumRectangles().
+    RECT* getRectangle(int index) noexcept;
+
+    /// Coordinates wrap around at the ends of 32 bits.
+    void offsetAll(int dx, int dy) noexcept;
+    void clear() noexcept;
+
+    /// Exchanges the rectangles; each list keeps its settings.
+    void swapWith(RectangleList& other) noexcept;
+
+    /// True when no edge of `b` lies outside `a`.
+    static bool rectContainsRect(RECT* a, RECT* b) noexcept;
+
+    /// Makes `a` the rectangle that both form, if they share two opposite edges and touch or
+    /// overlap; false, with `a` unchanged, if not.
+    static bool enlargeIfAdjacent(RECT* a, RECT* b) noexcept;
+
+    /// Trims `a` where `b` covers one whole side of it; false, with `a` unchanged, in other cases.
+    static bool reduceIfPartlyContainedIn(RECT* a, RECT* b) noexcept;
+
+private:
+    friend struct vtr::Layout<RectangleList>;
+
+    RECT& At(int index) const noexcept;
+    bool Append(const RECT& rectangle) noexcept;
+    void Truncate(int count) noexcept;
+    template <class Keep>
+    void KeepOnly(int from, int to, Keep keep) noexcept;
+    bool ReplaceFrom(int first, const vtr::ValueRun<RECT>& rectangles) noexcept;
+    bool AppendUncovered(const RECT& added, int count) noexcept;
+    void ConsolidateWhenDue() noexcept;
+
+    /// Starts on a boundary of its own with every compiler: some would place it in the base's
+    /// padding.
+    alignas(int) bool consolidateOnAdd;
+    int consolidationThreshold;
+    int addCounter;
+    int nextConsolidationAt;
+    int consolidationInterval;
+};
+
+#endif

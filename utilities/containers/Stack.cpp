@@ -1,0 +1,71 @@
+#include "utilities/containers/Stack.h"
+
+#include "utilities/system/ScopedLock.h"
+
+#include <cstddef>
+#include <limits>
+#include <new>
+
+#pragma GCC diagnostic ignored "-Winvalid-offsetof" // asserted on, which is safe
+
+struct CStack::Node {
+    void* item;
+    Node* next;
+};
+
+template <>
+struct vtr::Layout<CStack> {
+    static_assert(sizeof(CStack::Node) == 16 && offsetof(CStack::Node, next) == 8);
+    static_assert(sizeof(CStack) == 72);
+    static_assert(offsetof(CStack, lock) == 8);
+    static_assert(offsetof(CStack, head) == 48);
+    static_assert(offsetof(CStack, count) == 56);
+};
+
+using Locked = vtr::ScopedLock<CLock>;
+
+CStack::CStack() noexcept : head(nullptr), count(0), tail(nullptr) {}
+
+CStack::~CStack() {
+    while (head != nullptr)
+        CStack::Pop();
+}
+
+void CStack::Push(void* item) {
+    const Locked hold(lock);
+    if (count == std::numeric_limits<int>::max())
+        return;
+    Node* node = new (std::nothrow) Node{item, nullptr};
+    if (node == nullptr)
+        return;
+    (tail != nullptr ? tail->next : head) = node;
+    tail = node;
+    ++count;
+}
+
+void* CStack::Pop() {
+    const Locked hold(lock);
+    Node* first = head;
+    if (first == nullptr)
+        return nullptr;
+    head = first->next;
+    if (head == nullptr)
+        tail = nullptr;
+    if (count > 0)
+        --count;
+    void* item = first->item;
+    delete first;
+    return item;
+}
+
+void CStack::ClearStack() {
+    const Locked hold(lock);
+    while (Pop() != nullptr) {
+    }
+    count = 0;
+}
+
+int CStack::NumNodes() {
+    const Locked hold(lock);
+    return count;
+}

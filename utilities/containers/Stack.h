@@ -1,0 +1,40 @@
+#ifndef VTRUTILS_CONTAINERS_STACK_H
+#define VTRUTILS_CONTAINERS_STACK_H
+
+#include "utilities/Export.h"
+#include "utilities/system/Lock.h"
+
+/// A list of item pointers that come out in the order in which they were pushed, first in, first
+/// out, whatever the name says. Items are never dereferenced or freed.
+/// Thread-safety: locked by itself.
+class VTRUTILS_API CStack {
+public:
+    CStack() noexcept;
+    CStack(const CStack&) = delete;
+    CStack& operator=(const CStack&) = delete;
+    /// Requires: no other thread is at the stack.
+    virtual ~CStack();
+
+    /// Null may be pushed. Nothing when memory runs out.
+    virtual void Push(void* item);
+
+    /// The item pushed first; null when there is none.
+    virtual void* Pop();
+
+    /// Calls `Pop` until it returns null and counts from 0 then: a null item ends it early, and
+    /// what was pushed behind that stays, uncounted.
+    virtual void ClearStack();
+
+    virtual int NumNodes();
+
+private:
+    friend struct vtr::Layout<CStack>;
+    struct Node;
+
+    CLock lock;
+    Node* head;
+    int count;
+    Node* tail; ///< null when empty
+};
+
+#endif

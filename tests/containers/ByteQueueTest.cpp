@@ -1,5 +1,6 @@
 #include "utilities/containers/ByteQueue.h"
 #include "tests/support/AllocationFault.h"
+#include "tests/support/Permits.h"
 #include "tests/support/ThreadTeam.h"
 
 #include <algorithm>
@@ -7,7 +8,6 @@
 #include <gtest/gtest.h>
 #include <iterator>
 #include <random>
-#include <semaphore>
 #include <vector>
 
 namespace {
@@ -273,7 +273,7 @@ TEST(ByteQueue, LosesOnlyTheRemainderWithoutMemory) {
 TEST(ByteQueue, StreamsFromOneThreadToAnother) {
     constexpr std::size_t total = 20'000'000;
     CByteQueue queue;
-    std::counting_semaphore<> available(0), room(64);
+    Permits available(0), room(64);
     std::size_t received = 0;
     bool inOrder = true;
     RunTeam("queue of two", 2, [&](unsigned number) {
@@ -282,20 +282,20 @@ TEST(ByteQueue, StreamsFromOneThreadToAnother) {
         for (std::size_t done = 0; done < total;) {
             const std::size_t size = std::min<std::size_t>(1 + random() % 60000, total - done);
             if (number == 0) {
-                room.acquire();
+                room.Take();
                 Add(queue, series.Next(size));
                 done += size;
-                available.release();
+                available.Give();
                 continue;
             }
-            available.acquire();
+            available.Take();
             // All of one write, and parts of those around it.
             for (Bytes got = Get(queue, size); !got.empty(); got = Get(queue, size)) {
                 inOrder = inOrder && got == series.Next(got.size());
                 done += got.size();
                 received += got.size();
             }
-            room.release();
+            room.Give();
         }
     });
     EXPECT_TRUE(inOrder);
@@ -321,7 +321,7 @@ TEST(ByteQueue, LosesNothingAmongEightThreads) {
     };
     constexpr unsigned producers = 4, each = 20000;
     CByteQueue queue;
-    std::counting_semaphore<> available(0);
+    Permits available(0);
     std::vector<Item> received[producers];
     RunTeam("queue of eight", 2 * producers, [&](unsigned number) {
         for (unsigned i = 0; i < each; ++i) {
@@ -329,9 +329,9 @@ TEST(ByteQueue, LosesNothingAmongEightThreads) {
             auto* bytes = reinterpret_cast<unsigned char*>(&item);
             if (number < producers) {
                 queue.AddData(bytes, sizeof item);
-                available.release();
+                available.Give();
             } else {
-                available.acquire();
+                available.Take();
                 queue.GetData(bytes, sizeof item);
                 received[number - producers].push_back(item);
             }

@@ -1,10 +1,10 @@
 #include "utilities/containers/Stack.h"
 #include "tests/support/AllocationFault.h"
+#include "tests/support/Permits.h"
 #include "tests/support/ThreadTeam.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
-#include <semaphore>
 #include <vector>
 
 namespace {
@@ -77,15 +77,15 @@ TEST(Stack, LosesNothingAmongEightThreads) {
     constexpr unsigned pushers = 4, each = 20000;
     std::vector<unsigned> numbers(pushers * each);
     std::vector<unsigned*> popped[pushers];
-    std::counting_semaphore<> available(0);
+    Permits available(0);
     CStack stack;
     RunTeam("stack", 2 * pushers, [&](unsigned number) {
         for (unsigned i = 0; i < each; ++i) {
             if (number < pushers) {
                 stack.Push(&numbers[number * each + i]);
-                available.release();
+                available.Give();
             } else {
-                available.acquire();
+                available.Take();
                 popped[number - pushers].push_back(static_cast<unsigned*>(stack.Pop()));
             }
         }

@@ -219,6 +219,10 @@ TEST(StringDynArrayOfBytes, FindsNoPartThatStartsWithinACharacter) {
     const CodePage japanese(932);
     EXPECT_EQ(array.FindSubString("a"), 1) << "the second byte of one";
     EXPECT_EQ(array.FindSubString("\x83\x41"), 0);
+    array.AddString("\x83"
+                    "AAA",
+                    false);
+    EXPECT_EQ(array.FindSubString("aa"), 2) << "overlaps what is none";
 }
 
 } // namespace

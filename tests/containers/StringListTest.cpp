@@ -47,7 +47,7 @@ public:
         const int found = same == model.end() ? -1 : static_cast<int>(same - model.begin());
         ASSERT_EQ(list.StringIndex(text.c_str()), found);
         ASSERT_EQ(list.ContainsString(text.data()), found >= 0 ? 1 : 0);
-        switch (random() % (growing ? 4 : 6)) {
+        switch (growing ? random() % 4 : 3 + random() % 3) {
         case 0:
             list.AddLatestString(text.c_str());
             model.insert(model.begin(), text);

@@ -44,10 +44,8 @@ struct CByteQueue::Block {
         free = size;
     }
 
-    /// Appends to what is unread, or starts anew when nothing is. Returns how many bytes had room.
+    /// Appends what has room and returns how much that is.
     unsigned int Write(const unsigned char* data, unsigned int length) {
-        if (unread == 0)
-            Reset();
         const unsigned int taken = std::min(length, free);
         std::memcpy(block + (size - free), data, taken);
         if (readPtr == nullptr)

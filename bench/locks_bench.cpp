@@ -15,8 +15,6 @@
 
 namespace {
 
-constexpr double asFast = 0.91;
-
 struct Section {
     Section() { InitializeCriticalSection(&section); }
     Section(const Section&) = delete;
@@ -101,7 +99,7 @@ void MeasureContended(const std::string& work, const std::string& contender) {
 
 void ToReach(const std::string& work, const std::string& peer) {
     for (const char* threads : {", one thread", ", two threads"})
-        bench::ToReach(work + threads, peer, asFast);
+        bench::ToReach(work + threads, peer, bench::asFast);
 }
 
 template <class Lock>

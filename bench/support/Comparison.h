@@ -32,10 +32,10 @@ void GrowthToReach(const std::string& work, double most);
 inline constexpr double asFast = 0.91;
 
 /// Measures what the arguments (those of Google Benchmark) leave and prints one line for each work,
-/// size and peer: cells separated by tabs, in the columns of bench/table.awk, and one with "why" and a text for each
-/// reason that applies. Times are medians of
-/// repetitions; the repetitions of all contenders are shuffled, so that a slow spell of the machine
-/// meets all alike. Returns the program's exit code: 1 when a measurement failed.
+/// size and peer: cells separated by tabs, in the columns of bench/table.awk, and one with "why"
+/// and a text for each reason that applies. Times are medians of repetitions; the repetitions of
+/// all contenders are shuffled, so that a slow spell of the machine meets all alike. Returns the
+/// program's exit code: 1 when a measurement failed.
 int Run(int argc, char** argv);
 
 } // namespace bench

@@ -1,10 +1,9 @@
 #include "utilities/system/Observable.h"
 #include "tests/support/AllocationFault.h"
+#include "tests/support/Dice.h"
 #include "tests/support/ThreadTeam.h"
 
-#include <array>
 #include <gtest/gtest.h>
-#include <random>
 #include <set>
 #include <stdexcept>
 
@@ -13,8 +12,7 @@ namespace {
 /// Writes down what it is told, and answers once.
 class Listener final : public Observer {
 public:
-    explicit Listener(std::string& journalOfAll, char ownName = 'd')
-        : journal(journalOfAll), name(ownName) {}
+    Listener(std::string& journalOfAll, char ownName) : journal(journalOfAll), name(ownName) {}
 
     void OnNotify(int code, void* data, Observable* source) override {
         journal += name + std::to_string(code) + (data == &journal ? " " : "! ");
@@ -59,7 +57,7 @@ TEST_F(Observables, GetTheCodesTheyRegistered) {
     EXPECT_EQ(Sent(2147483647), "a2147483647 b2147483647 c2147483647 ");
     for (const int code : {9, -7, 4})
         EXPECT_EQ(Sent(code), "") << code;
-    Listener stranger(journal);
+    Listener stranger(journal, 'd');
     for (Listener* each : {&a, &a, &stranger, static_cast<Listener*>(nullptr)})
         subject.RemoveObserver(each);
     EXPECT_EQ(Sent(0), "b0 c0 ");
@@ -69,72 +67,52 @@ TEST_F(Observables, GetTheCodesTheyRegistered) {
     EXPECT_EQ(Sent(5), "c5 ");
 }
 
+/// What three observers get while the second follows a script when it is told first, and what they
+/// get then. A script: -b removes, +b adds, *5 notifies, x lets all go, ! throws, ? lets memory run
+/// out for the next step.
 TEST(Observable, StaysWholeWhateverIsDoneDuringADelivery) {
-    AllocationFault fault("vtrutils.dll");
     struct Row {
-        const char* name;
-        std::function<void(Observable&, Observer* (&)[4])> answer; ///< of the second of three
-        const char *first, *next;
+        const char *name, *script, *first, *next;
     };
     const Row rows[] = {
-        {"removes itself and the next, then notifies",
-         [](auto& subject, auto& all) {
-             subject.RemoveObserver(all[1]);
-             subject.RemoveObserver(all[2]);
-             subject.SendNotification(5, nullptr);
-         },
-         "a3 b3 a5! ", "a3 "},
-        {"removes all others, which come back",
-         [](auto& subject, auto& all) {
-             for (Observer* each : {all[0], all[2], all[2]})
-                 subject.RemoveObserver(each);
-             subject.AddObserver(all[0]);
-             subject.AddObserver(all[2]);
-         },
-         "a3 b3 c3 ", "a3 b3 c3 "},
-        {"adds another", [](auto& subject, auto& all) { subject.AddObserver(all[3]); }, "a3 b3 c3 ",
-         "a3 b3 c3 d3 "},
-        {"lets all go and adds another",
-         [](auto& subject, auto& all) {
-             subject.RemoveAllObservers();
-             subject.AddObserver(all[3]);
-         },
-         "a3 b3 ", "d3 "},
-        {"cannot remember whom it removes",
-         [&](auto& subject, auto& all) {
-             fault.FailAt(1);
-             subject.RemoveObserver(all[0]);
-             fault.FailAt(1);
-             subject.RemoveObserver(all[1]);
-             fault.FailAt(0);
-         },
-         "a3 b3 c3 ", "c3 "},
-        {"throws",
-         [](auto& subject, auto& all) {
-             subject.RemoveObserver(all[1]);
-             throw std::runtime_error("from the host");
-         },
-         "a3 b3 ", "a3 c3 "},
+        {"removes itself and the next, then notifies", "-b -c *5", "a3 b3 a5 ", "a3 "},
+        {"removes others, twice, that come back", "-a -c -c +a +c", "a3 b3 c3 ", "a3 b3 c3 "},
+        {"adds another", "+d", "a3 b3 c3 ", "a3 b3 c3 d3 "},
+        {"lets all go and adds another", "x +d", "a3 b3 ", "d3 "},
+        {"cannot remember whom it removes", "?-a ?-b", "a3 b3 c3 ", "c3 "},
+        {"throws", "-b !", "a3 b3 ", "a3 c3 "},
     };
+    AllocationFault fault("vtrutils.dll");
     for (const Row& row : rows) {
         std::string journal;
-        Listener a(journal, 'a'), b(journal, 'b'), c(journal, 'c'), d(journal, 'd');
-        Observer* all[] = {&a, &b, &c, &d};
+        Listener all[] = {{journal, 'a'}, {journal, 'b'}, {journal, 'c'}, {journal, 'd'}};
         Observable subject;
         for (int i = 0; i < 3; ++i)
-            subject.AddObserver(all[i]);
-        b.answer = [&](Observable& source) {
+            subject.AddObserver(&all[i]);
+        all[1].answer = [&](Observable& source) {
             EXPECT_EQ(&source, &subject);
-            row.answer(source, all);
+            for (const char* step = row.script; *step != '\0'; ++step) {
+                if (*step == '-')
+                    source.RemoveObserver(&all[step[1] - 'a']);
+                else if (*step == '+')
+                    source.AddObserver(&all[step[1] - 'a']);
+                else if (*step == '*')
+                    source.SendNotification(step[1] - '0', &journal);
+                else if (*step == 'x')
+                    source.RemoveAllObservers();
+                else if (*step == '!')
+                    throw std::runtime_error("from the host");
+                fault.FailAt(*step == '?');
+            }
         };
         try {
             subject.SendNotification(3, &journal);
         } catch (const std::runtime_error&) {
         }
         EXPECT_EQ(journal, row.first) << row.name;
-        EXPECT_EQ(c.attached, 1) << row.name << ": a removal taken back";
+        EXPECT_EQ(all[2].attached, 1) << row.name << ": a removal taken back";
         journal.clear();
-        OnOtherThread([&] { return subject.SendNotification(3, &journal), true; });
+        std::thread([&] { subject.SendNotification(3, &journal); }).join();
         EXPECT_EQ(journal, row.next) << row.name;
     }
 }
@@ -142,30 +120,29 @@ TEST(Observable, StaysWholeWhateverIsDoneDuringADelivery) {
 TEST(Observable, DoesWhatATableOfSetsDoes) {
     class Any final : public Observer {
     public:
-        void OnNotify(int, void* data, Observable*) override { ++*static_cast<int*>(data); }
+        void OnNotify(int, void* data, Observable*) override { ++*static_cast<std::size_t*>(data); }
         void Attach(Observable* subject) override { subject->RegisterObservations(this, code, -1); }
         int code = 0;
     };
     constexpr unsigned seed = 61;
-    std::mt19937 random(seed);
-    std::vector<Any> observers(40);
+    Dice dice(seed);
+    Any observers[40];
     Observable subject;
-    std::array<std::set<Any*>, 60> model;
+    std::set<Any*> model[60];
     for (int round = 0; round < 8000; ++round) {
-        Any& observer = observers[random() % observers.size()];
-        observer.code = static_cast<int>(random() % model.size());
-        auto& registered = model[static_cast<std::size_t>(observer.code)];
-        if (random() % 40 == 0) {
+        Any& observer = observers[dice.Below(40)];
+        observer.code = dice.Below(60);
+        if (dice.Below(40) == 0) {
             subject.RemoveObserver(&observer);
-            for (auto& each : model)
-                each.erase(&observer);
+            for (auto& registered : model)
+                registered.erase(&observer);
         } else {
             subject.AddObserver(&observer);
-            registered.insert(&observer);
+            model[observer.code].insert(&observer);
         }
-        int calls = 0;
+        std::size_t calls = 0;
         subject.SendNotification(observer.code, &calls);
-        ASSERT_EQ(calls, static_cast<int>(registered.size())) << "seed " << seed << ", " << round;
+        ASSERT_EQ(calls, model[observer.code].size()) << "seed " << seed << ", " << round;
     }
 }
 

@@ -4,6 +4,7 @@
 #include "utilities/system/FileFunctions.h"
 #include "utilities/text/DelimitedParser.h"
 #include "utilities/text/DelimitedWriter.h"
+#include "utilities/text/FieldRow.h"
 #include "utilities/text/OwnedText.h"
 #include "utilities/text/ReplacingFile.h"
 #include "utilities/text/SameText.h"
@@ -105,11 +106,8 @@ bool CDelimitedTextFile::Load(vtr::DelimitedParser& parser, bool firstLineIsHead
     for (; more; more = parser.NextLine()) {
         if (firstLineIsHeader && parser.Fields().Count() != columns.Count())
             continue;
-        Row* row = new (std::nothrow) Row;
-        if (row == nullptr || !row->AppendAll(parser.Fields()) || !InsertRow(rows.Count(), row)) {
-            delete row;
+        if (!InsertRow(rows.Count(), Row::Make(parser.Fields().Data(), parser.Fields().Count())))
             return false;
-        }
         OnRowAdded(rows.Count() - 1);
     }
     return !parser.OutOfMemory();
@@ -126,7 +124,7 @@ const char* CDelimitedTextFile::GetField(unsigned int row, unsigned int column) 
 
 bool CDelimitedTextFile::EditField(unsigned int row, unsigned int column, const char* text) {
     Row* fields = rows.At(row);
-    if (fields == nullptr || column >= fields->Count() || IsSameExactly((*fields)[column], text))
+    if (fields == nullptr || column >= fields->Count() || IsSameExactly(fields->At(column), text))
         return false;
     vtr::OwnedText copy = vtr::CopyText(text);
     if (copy == nullptr && !IsEmptyText(text))
@@ -138,15 +136,9 @@ bool CDelimitedTextFile::EditField(unsigned int row, unsigned int column, const 
 }
 
 int CDelimitedTextFile::AddNewRow() {
-    Row* row = new (std::nothrow) Row;
-    bool good = row != nullptr;
-    for (unsigned i = 0; good && i < columns.Count(); ++i)
-        good = row->Append(nullptr);
     const unsigned index = maintainSorted && sortColumn >= 0 ? 0 : rows.Count();
-    if (!good || !InsertRow(index, row)) {
-        delete row;
+    if (!InsertRow(index, Row::Make(nullptr, columns.Count())))
         return -1;
-    }
     OnRowAdded(index);
     return static_cast<int>(index);
 }
@@ -253,12 +245,15 @@ int CDelimitedTextFile::AddNewCol(const char* name, const char* defaultValue) no
         return -1;
     for (unsigned i = 0; i < rows.Count(); ++i) {
         vtr::OwnedText copy = vtr::CopyText(defaultValue);
-        if ((copy != nullptr || IsEmptyText(defaultValue)) && rows[i]->Append(copy.get())) {
+        Row* row = copy != nullptr || IsEmptyText(defaultValue) ? Row::Append(rows[i], copy.get())
+                                                                : nullptr;
+        if (row != nullptr) {
             static_cast<void>(copy.release());
+            rows.Replace(i, row);
             continue;
         }
         while (i-- > 0)
-            FreeText(rows[i]->Remove(rows[i]->Count() - 1));
+            FreeText(rows[i]->RemoveLast());
         delete columns.Remove(columns.Count() - 1);
         return -1;
     }
@@ -313,7 +308,7 @@ void CDelimitedTextFile::ReplaceAll(const char* find, const char* replacement) {
 
 void CDelimitedTextFile::ReplaceInField(unsigned int row, unsigned int column, const char* find,
                                         const char* replacement) {
-    char* text = (*rows[row])[column];
+    char* text = rows[row]->At(column);
     const std::size_t replacementLength = std::strlen(replacement);
     const std::size_t hits = text != nullptr ? CountOccurrences(text, find) : 0;
     if (hits == 0)
@@ -385,9 +380,12 @@ CDelimitedTextFile::Column* CDelimitedTextFile::ColumnAt(int column) const noexc
     return column < 0 ? nullptr : columns.At(static_cast<unsigned>(column));
 }
 
-/// Takes the row, unless memory runs out.
+/// Owns the row, and frees it when memory runs out. Null is false.
 bool CDelimitedTextFile::InsertRow(unsigned int index, Row* row) noexcept {
-    return rows.Count() < INT_MAX && rows.Insert(index, row);
+    const bool inserted = row != nullptr && rows.Count() < INT_MAX && rows.Insert(index, row);
+    if (!inserted)
+        Row::Free(row);
+    return inserted;
 }
 
 const char* CDelimitedTextFile::FieldAt(unsigned int row, unsigned int column) const noexcept {
@@ -402,6 +400,7 @@ void CDelimitedTextFile::FreeText(char* text) const noexcept {
 }
 
 void CDelimitedTextFile::FreeRow(Row* row) const noexcept {
-    row->Clear([this](char* text) { FreeText(text); });
-    delete row;
+    while (row->Count() > 0)
+        FreeText(row->RemoveLast());
+    Row::Free(row);
 }

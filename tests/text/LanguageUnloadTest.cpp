@@ -24,11 +24,14 @@ std::size_t HeapUse() {
 
 TEST(LanguageStrings, UnloadingFreesWhatLookUpsKept) {
     const TestFolder folder;
-    // A copy has a state of its own: the library itself stays loaded.
+    // Copies have a state of their own: the libraries themselves stay loaded.
     const std::string copy = folder.File("copy.dll");
-    char library[MAX_PATH];
-    GetModuleFileNameA(GetModuleHandleA("vtrutils.dll"), library, sizeof library);
-    ASSERT_TRUE(CopyFileA(library, copy.c_str(), /*bFailIfExists=*/TRUE));
+    const std::string sibling = folder.File("sibling.dll");
+    for (const auto& [name, path] : {std::pair("vtrutils.dll", copy), {"vtrfutls.dll", sibling}}) {
+        char library[MAX_PATH];
+        GetModuleFileNameA(GetModuleHandleA(name), library, sizeof library);
+        ASSERT_TRUE(CopyFileA(library, path.c_str(), /*bFailIfExists=*/TRUE));
+    }
     std::string file = folder.Write("a.ini", "One = first text\nTwo = second text\n");
     const auto visit = [&] {
         const HMODULE module = LoadLibraryA(copy.c_str());
@@ -49,8 +52,11 @@ TEST(LanguageStrings, UnloadingFreesWhatLookUpsKept) {
     DWORD handlesAfter = 0;
     GetProcessHandleCount(GetCurrentProcess(), &handles);
     const std::size_t used = HeapUse();
-    for (int i = 0; i < 1000; ++i)
+    for (int i = 0; i < 1000; ++i) {
         visit();
+        if (i % 10 == 0)
+            FreeLibrary(LoadLibraryA(sibling.c_str()));
+    }
     const std::size_t usedAfter = HeapUse();
     GetProcessHandleCount(GetCurrentProcess(), &handlesAfter);
     EXPECT_EQ(handlesAfter, handles);

@@ -49,7 +49,7 @@ TEST(LanguageStrings, ReadsFilesByTheRule) {
     constexpr unsigned seed = 67;
     std::mt19937 random(seed);
     const TestFolder folder;
-    for (int round = 0; round < 600; ++round) {
+    for (int round = 0; round < 200; ++round) {
         std::string bytes;
         for (unsigned count = random() % 25; count > 0; --count)
             bytes += pieces[random() % std::size(pieces)];

@@ -26,47 +26,46 @@ bool StringFile::Open(const char* path) {
 }
 
 const char* StringFile::Find(const char* key) {
+    const std::size_t keyLength = std::strlen(key);
+    // No line has such a key.
+    if (std::strchr(key, '=') != nullptr || (keyLength > 0 && IsWhiteSpace(key[keyLength - 1])))
+        return nullptr;
     const char* text = nullptr;
     while (text == nullptr && NextLine())
-        text = TextIfKeyIs(key);
+        text = TextIfKeyIs(key, keyLength);
     return text;
 }
 
 bool StringFile::NextLine() {
     const std::size_t left = static_cast<std::size_t>(end - at);
-    const void* found = std::memchr(at, '\n', left < sizeof line ? left : sizeof line);
-    const char* lineEnd = static_cast<const char*>(found);
-    std::size_t length = lineEnd != nullptr ? static_cast<std::size_t>(lineEnd - at) : left;
-    const bool crlf = lineEnd != nullptr && length > 0 && lineEnd[-1] == '\r';
-    // Of the line end only its line feed counts for the length of a line.
-    const bool whole = length + 1 - crlf < sizeof line;
-    const char* next = at + length;
-    if (whole) {
-        next += lineEnd != nullptr ? 1 : 0;
-        length -= crlf;
-    } else {
-        length = sizeof line - 1;
-        next = at + length;
+    const void* found = std::memchr(at, '\n', left < lineSize ? left : lineSize);
+    const char* lineEnd = found != nullptr ? static_cast<const char*>(found) : end;
+    line = at;
+    length = static_cast<std::size_t>(lineEnd - line);
+    at = found != nullptr ? lineEnd + 1 : end;
+    if (found != nullptr && length > 0 && lineEnd[-1] == '\r')
+        --length;
+    // Of the line end only its line feed counts.
+    if (length + (found != nullptr ? 1 : 0) >= lineSize) {
+        length = lineSize - 1;
+        at = line + length;
     }
-    std::memcpy(line, at, length);
-    line[length] = '\0';
-    at = next;
     return left > 0;
 }
 
-const char* StringFile::TextIfKeyIs(const char* key) {
-    if (line[0] == '[' || line[0] == ';')
+const char* StringFile::TextIfKeyIs(const char* key, std::size_t keyLength) {
+    // Texts that are the same are equally long, which rules out most lines.
+    std::size_t equals = keyLength;
+    while (equals < length && IsWhiteSpace(line[equals]))
+        ++equals;
+    if (equals >= length || line[equals] != '=' || line[0] == '[' || line[0] == ';')
         return nullptr;
-    char* equals = std::strchr(line, '=');
-    if (equals == nullptr)
+    std::memcpy(copy, line, length);
+    copy[length] = '\0';
+    copy[keyLength] = '\0';
+    if (!SameText(copy, key))
         return nullptr;
-    char* keyEnd = equals;
-    while (keyEnd > line && IsWhiteSpace(keyEnd[-1]))
-        --keyEnd;
-    *keyEnd = '\0';
-    if (!SameText(line, key))
-        return nullptr;
-    const char* text = equals + 1;
+    const char* text = copy + equals + 1;
     while (IsWhiteSpace(*text))
         ++text;
     return text;

@@ -20,12 +20,16 @@ public:
 private:
     /// False at the end.
     bool NextLine();
-    const char* TextIfKeyIs(const char* key);
+    const char* TextIfKeyIs(const char* key, std::size_t keyLength);
+
+    static constexpr std::size_t lineSize = 1024;
 
     FileBytes file;
     const char* at = nullptr;
     const char* end = nullptr;
-    char line[1024];
+    const char* line = nullptr; ///< without its end
+    std::size_t length = 0;
+    char copy[lineSize];
 };
 
 } // namespace vtr

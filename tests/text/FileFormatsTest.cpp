@@ -55,62 +55,48 @@ Example ReadExample(const std::string& name) {
     return example;
 }
 
-std::string Shown(const char* text) {
-    return text != nullptr ? text : "";
-}
-
 } // namespace
 
-TEST(FileFormats, IniExample) {
+TEST(FileFormats, ExamplesReadAsShown) {
     const TestFolder folder;
-    const Example example = ReadExample("settings.ini");
+    const Example ini = ReadExample("settings.ini");
     CIniFileReader document;
-    ASSERT_TRUE(document.Init(folder.Write("a.ini", example.bytes).c_str(), false));
-    EXPECT_STREQ(document.SectionName(0), "");
-    for (const Row& row : example.rows) {
-        const bool unnamed = row[0].empty();
-        char value[64] = "";
+    ASSERT_TRUE(document.Init(folder.Write("a.ini", ini.bytes).c_str(), false));
+    for (const Row& row : ini.rows) {
         const CIniSection* section =
-            unnamed ? document.GetSection(0) : document.GetSection(row[0].c_str());
+            row[0].empty() ? document.GetSection(0) : document.GetSection(row[0].c_str());
         ASSERT_NE(section, nullptr) << row[0];
+        char value[64];
         section->GetString(row[1].c_str(), "", value, sizeof value);
         EXPECT_EQ(value, row[2]) << row[1];
     }
-}
 
-TEST(FileFormats, StringFileExample) {
-    const TestFolder folder;
-    const Example example = ReadExample("english.ini");
-    std::string file = folder.Write("english.ini", example.bytes);
-    SetStringFile(file.data());
-    for (const Row& row : example.rows) {
+    const Example strings = ReadExample("english.ini");
+    SetStringFile(folder.Write("english.ini", strings.bytes).data());
+    for (const Row& row : strings.rows) {
         char text[64];
         MyLoadString(row[0].c_str(), text, sizeof text, nullptr, true);
         EXPECT_EQ(text, row[1]) << row[0];
     }
-}
 
-TEST(FileFormats, LanguagesExample) {
-    const TestFolder folder;
-    const Example example = ReadExample("Languages.csv");
-    folder.Write("Languages.csv", example.bytes);
+    const Example languages = ReadExample("Languages.csv");
+    folder.Write("Languages.csv", languages.bytes);
     SetMasterLanguageFileFolder(std::string(folder.Path()).data());
     SetLanguageFolderLocation(std::string(folder.Path()).data());
-    for (Row row : example.rows) {
+    for (Row row : languages.rows) {
         char file[MAX_PATH];
         ASSERT_TRUE(GetStringFileFromLanguage(row[0].data(), StringFileColumn2, file, false));
         EXPECT_EQ(file, folder.File(row[1]));
         EXPECT_EQ(std::to_string(GetCodePageFromLanguage(row[0].data())), row[2]);
         EXPECT_EQ(std::to_string(GetCharsetFromLanguage(row[0].data())), row[3]);
     }
-}
 
-TEST(FileFormats, TableExample) {
-    const TestFolder folder;
-    const Example example = ReadExample("tracks.csv");
+    const Example tracks = ReadExample("tracks.csv");
     CDelimitedTextFile table;
-    ASSERT_TRUE(table.Open(folder.Write("a.csv", example.bytes).c_str(), ',', true, '"'));
+    ASSERT_TRUE(table.Open(folder.Write("a.csv", tracks.bytes).c_str(), ',', true, '"'));
     EXPECT_EQ(table.NumRecords(), 3u);
-    for (const Row& row : example.rows)
-        EXPECT_EQ(Shown(table.GetField(std::stoul(row[0]), row[1].c_str())), row[2]) << row[1];
+    for (const Row& row : tracks.rows) {
+        const char* field = table.GetField(std::stoul(row[0]), row[1].c_str());
+        EXPECT_EQ(field != nullptr ? field : "", row[2]) << row[1];
+    }
 }

@@ -11,34 +11,18 @@ TEST(LanguageTable, ChoosesLanguages) {
     std::string path = folder.Path().substr(0, folder.Path().size() - 1);
     SetMasterLanguageFileFolder(path.data());
     SetLanguageFolderLocation(path.data());
-    char english[] = "ENGLISH", polish[] = "Polish", odd[] = "Odd", none[] = "none";
+    char english[] = "English", polish[] = "polish", none[] = "none", file[MAX_PATH];
     EXPECT_EQ(GetNumberOfLanguageStringFiles(), 0) << "no table";
     EXPECT_EQ(GetCharsetFromLanguage(english), 1);
     folder.Write("Languages.csv", "Name,Default,A,B,C,D,E,F,Charset,Code page\n"
-                                  "\"English\",y,en.ini,,,,,,0,1252\nPolish,,pl.ini,,,,,,238,1250\n"
-                                  "Odd,Y,odd.ini,b.ini,,,,,257,1\nEnglish,,x,e.ini,,,,,9,9\n");
-    EXPECT_EQ(GetNumberOfLanguageStringFiles(), 4);
-    const struct {
-        char* language;
-        unsigned codePage;
-        int charset;
-        const char* a;
-        const char* b;
-    } cases[] = {{english, 1252, 1, "en.ini", "e.ini"},
-                 {polish, 1250, 238, "pl.ini", "b.ini"},
-                 {odd, 0, 1, "odd.ini", "b.ini"},
-                 {none, 0, 1, "odd.ini", "b.ini"}};
-    char file[MAX_PATH];
-    for (const auto& c : cases) {
-        EXPECT_EQ(GetCodePageFromLanguage(c.language), c.codePage) << c.language;
-        EXPECT_EQ(GetCharsetFromLanguage(c.language), c.charset) << c.language;
-        EXPECT_TRUE(GetStringFileFromLanguage(c.language, StringFileColumn2, file, false));
-        EXPECT_EQ(file, folder.File(c.a));
-        EXPECT_TRUE(GetStringFileFromLanguage(c.language, StringFileColumn3, file, false));
-        EXPECT_EQ(file, folder.File(c.b));
-    }
+                                  "English,y,en.ini,,,,,,0,1252\nPolish,Y,pl.ini,,,,,,494,1250\n"
+                                  "English,,x,e.ini,,,,,9,9\n");
+    EXPECT_EQ(GetNumberOfLanguageStringFiles(), 3);
+    EXPECT_EQ(GetCharsetFromLanguage(polish), 494 - 256);
+    EXPECT_TRUE(GetStringFileFromLanguage(english, StringFileColumn3, file, false));
+    EXPECT_EQ(file, folder.File("e.ini")) << "the first row that has one";
     EXPECT_TRUE(GetStringFileFromLanguage(english, StringFileColumn2, file, true));
-    EXPECT_EQ(file, folder.File("odd.ini"));
+    EXPECT_EQ(file, folder.File("pl.ini")) << "the last default";
     EXPECT_FALSE(GetStringFileFromLanguage(english, StringFileColumn7, file, false));
     SetLanguageFolderLocation(std::string(255, 'f').data());
     EXPECT_FALSE(GetStringFileFromLanguage(polish, StringFileColumn2, file, false)) << "too long";

@@ -12,6 +12,7 @@
 #include "utilities/containers/Stack.h"
 #include "utilities/containers/StringDynArray.h"
 #include "utilities/containers/StringList.h"
+#include "utilities/system/FileFunctions.h"
 #include "utilities/system/Lock.h"
 #include "utilities/system/Observable.h"
 #include "utilities/system/ReadWriteLock.h"

@@ -1,9 +1,11 @@
-// What the tests register with the shell: does nothing until the test that looks at its command
-// line ends it, and ends by itself when the test does not.
+// What the tests register with the shell: waits for the test that looks at its command line to end
+// it, and ends by itself when the test does not.
 
 #include <windows.h>
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
-    Sleep(60'000);
+    SetTimer(/*hWnd=*/nullptr, /*nIDEvent=*/0, /*uElapse=*/60'000, /*lpTimerFunc=*/nullptr);
+    MSG message;
+    GetMessageA(&message, /*hWnd=*/nullptr, 0, 0);
     return 0;
 }

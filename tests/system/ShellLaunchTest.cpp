@@ -10,6 +10,8 @@
 
 namespace {
 
+constexpr DWORD longestStart = 20'000;
+
 template <class T>
 T ReadFrom(HANDLE process, const void* address) {
     T value{};
@@ -31,7 +33,7 @@ std::string CommandLineOf(HANDLE process) {
 }
 
 /// The command line of the process that the shell started for this one, which is ended. The shell
-/// has started it when it returns.
+/// has made it when it returns, but its command line is in place only when it waits for input.
 std::string Started() {
     const vtr::FileHandle snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
     PROCESSENTRY32 entry;
@@ -43,6 +45,7 @@ std::string Started() {
             continue;
         const vtr::KernelHandle process(
             OpenProcess(PROCESS_ALL_ACCESS, FALSE, entry.th32ProcessID));
+        WaitForInputIdle(process.Get(), longestStart);
         const std::string line = CommandLineOf(process.Get());
         TerminateProcess(process.Get(), 0);
         WaitForSingleObject(process.Get(), INFINITE);

@@ -12,14 +12,17 @@
 #include "utilities/containers/Stack.h"
 #include "utilities/containers/StringDynArray.h"
 #include "utilities/containers/StringList.h"
+#include "utilities/system/FileFunctions.h"
 #include "utilities/system/Lock.h"
 #include "utilities/system/Observable.h"
 #include "utilities/system/ReadWriteLock.h"
 #include "utilities/system/RefObject.h"
 #include "utilities/system/SlipLock.h"
+#include "utilities/text/DelimitedTextFile.h"
 #include "utilities/text/IniFileReader.h"
 #include "utilities/text/IniSection.h"
 #include "utilities/text/IniValue.h"
+#include "utilities/text/LanguageStrings.h"
 #include "utilities/text/StringFunctions.h"
 
 #endif

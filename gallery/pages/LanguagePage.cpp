@@ -30,7 +30,7 @@ private:
     void Retext() override;
     void Restyle() override;
     void Arrange(int width, int height) override;
-    void ArrangeColumns(int width);
+    void ArrangeColumns(int listWidth, int width);
     LRESULT Notify(const NMHDR& header) override;
 
     std::wstring LanguageCell(int row, int column) const;
@@ -94,7 +94,8 @@ std::wstring LanguagePage::LanguageCell(int row, int column) const {
     char path[MAX_PATH] = "";
     switch (column) {
     case 0:
-        return Widen(name.c_str()) + (name == ChosenLanguage() ? L" \x2713" : L"");
+        return name == ChosenLanguage() ? Text("InUse", {Widen(name.c_str())})
+                                        : Widen(name.c_str());
     case 1:
         GetStringFileFromLanguage(name.data(), static_cast<StringFileFields>(2), path,
                                   /*useDefault=*/false);
@@ -160,14 +161,12 @@ void LanguagePage::Arrange(int width, int height) {
     placement.Put(found.Handle(), 0, textsTop, width, noteRow - gap / 2 - textsTop);
     placement.Put(note, 0, noteRow, width, row);
     placement.Put(message, 0, messageRow, width, row);
-    ArrangeColumns(width);
+    ArrangeColumns(width - buttonWidth - gap, width);
 }
 
-void LanguagePage::ArrangeColumns(int width) {
+void LanguagePage::ArrangeColumns(int listWidth, int width) {
     const int padding = Sizes().Pixels(20);
-    RECT area{};
-    GetClientRect(languages.Handle(), &area);
-    int left = ListView::RoomForColumns(area.right);
+    int left = ListView::RoomForColumns(listWidth);
     const int narrow[] = {Sizes().Pixels(130), 0, Sizes().TextWidth(Text("CharacterSet")) + padding,
                           Sizes().TextWidth(Text("CodePage")) + padding};
     for (const int column : {0, 2, 3}) {

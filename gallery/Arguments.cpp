@@ -1,9 +1,7 @@
 #include "gallery/Arguments.h"
 
+#include "gallery/Text.h"
 #include "utilities/text/StringFunctions.h"
-#include "vtrfutls/FileNames.h"
-
-#include <windows.h>
 
 namespace gallery {
 
@@ -15,25 +13,21 @@ std::string Parameter(int index) {
     return text;
 }
 
-std::string ShippedDocument() {
-    char program[MAX_PATH] = "";
-    char folder[MAX_PATH];
-    GetModuleFileNameA(/*hModule=*/nullptr, program, sizeof program);
-    ExtractDirectory(program, folder, sizeof folder);
-    return std::string(folder) + "media-settings.ini";
-}
-
 void ReadParameters(Arguments& arguments) {
     for (int i = 1;; ++i) {
         const std::string parameter = Parameter(i);
         if (parameter.empty())
             return;
         if (parameter == "--pictures") {
-            arguments.pictureFolder = Parameter(++i);
+            arguments.pictureFolder = Widen(Parameter(++i).c_str());
             if (arguments.pictureFolder.empty())
                 arguments.mistake = "--pictures needs a folder";
+        } else if (parameter == "--language") {
+            arguments.language = Parameter(++i);
+            if (arguments.language.empty())
+                arguments.mistake = "--language needs a name";
         } else if (arguments.document.empty()) {
-            arguments.document = parameter;
+            arguments.document = Widen(parameter.c_str());
         } else {
             arguments.mistake = "more than one document: " + parameter;
         }
@@ -46,7 +40,7 @@ Arguments ReadArguments() {
     Arguments arguments;
     ReadParameters(arguments);
     if (arguments.document.empty())
-        arguments.document = ShippedDocument();
+        arguments.document = Widen((ProgramFolder() + "media-settings.ini").c_str());
     return arguments;
 }
 

@@ -31,42 +31,44 @@ private:
 };
 
 /// A relative name would point elsewhere once the current folder changes.
-std::string AbsolutePath(const std::string& path) {
-    char absolute[MAX_PATH];
-    const DWORD length =
-        GetFullPathNameA(path.c_str(), sizeof absolute, absolute, /*lpFilePart=*/nullptr);
-    return length > 0 && length < sizeof absolute ? absolute : path;
+std::wstring AbsolutePath(const std::wstring& path) {
+    wchar_t absolute[MAX_PATH];
+    const DWORD length = GetFullPathNameW(path.c_str(), MAX_PATH, absolute, /*lpFilePart=*/nullptr);
+    return length > 0 && length < MAX_PATH ? absolute : path;
 }
 
 } // namespace
 
-bool IniModel::Load(const std::string& path) {
+bool IniModel::Load(const std::wstring& path) {
     auto fresh = std::make_unique<CIniFileReader>();
-    const std::string absolute = AbsolutePath(path);
+    const std::wstring absolute = AbsolutePath(path);
+    std::string narrow;
     const Stopwatch watch;
-    if (!fresh->Init(absolute.c_str(), /*sort=*/false))
+    if (!Narrow(absolute, narrow) || !fresh->Init(narrow.c_str(), /*sort=*/false))
         return false;
     milliseconds = watch.Milliseconds();
     document = std::move(fresh);
+    fileName = absolute;
     changed = false;
     return true;
 }
 
 bool IniModel::Save() {
-    if (!Loaded() || !document->Save())
-        return false;
-    changed = false;
-    return true;
+    return SaveTo(fileName);
 }
 
-bool IniModel::SaveAs(const std::string& path) {
-    if (!Loaded())
+bool IniModel::SaveAs(const std::wstring& path) {
+    return SaveTo(AbsolutePath(path));
+}
+
+bool IniModel::SaveTo(const std::wstring& path) {
+    std::string narrow;
+    if (!Loaded() || !Narrow(path, narrow) || !document->SetFileName(narrow.c_str()) ||
+        !document->Save())
         return false;
-    const std::string previous = Path();
-    if (document->SetFileName(AbsolutePath(path).c_str()) && Save())
-        return true;
-    document->SetFileName(previous.c_str());
-    return false;
+    fileName = path;
+    changed = false;
+    return true;
 }
 
 void IniModel::Sort() {
@@ -74,10 +76,6 @@ void IniModel::Sort() {
         return;
     document->Sort();
     changed = true;
-}
-
-std::string IniModel::Path() const {
-    return Loaded() && document->FileName() != nullptr ? document->FileName() : "";
 }
 
 int IniModel::Sections() const {
@@ -109,17 +107,17 @@ std::wstring IniModel::Value(Place place) const {
     return pair != nullptr ? Widen(pair->Value()) : L"";
 }
 
-const wchar_t* IniModel::SetValue(Place place, const std::wstring& value) {
+const char* IniModel::SetValue(Place place, const std::wstring& value) {
     if (Pair(place) == nullptr)
-        return L"Select a pair first.";
+        return "SelectPair";
     std::string narrow;
     if (!Narrow(value, narrow))
-        return L"The system's code page lacks a character of this value.";
-    const wchar_t* reason = WhyNotStorable(narrow);
+        return "ValueNotNarrow";
+    const char* reason = WhyNotStorable(narrow);
     if (reason != nullptr || value == Value(place))
         return reason;
     if (!document->SetValue(place.section, place.pair, narrow.c_str()))
-        return L"There is not enough memory.";
+        return "NoMemory";
     changed = true;
     return nullptr;
 }

@@ -26,19 +26,19 @@ public:
 
     /// Loads the file named by an absolute or relative path. False, with the present document
     /// kept, when it cannot be read.
-    bool Load(const std::string& path);
+    bool Load(const std::wstring& path);
 
     /// To the document's own file, or another one that it belongs to from then on. On failure the
     /// files, the name and what is unsaved stay as they were.
     bool Save();
-    bool SaveAs(const std::string& path);
+    bool SaveAs(const std::wstring& path);
 
     void Sort();
 
     bool Loaded() const { return document != nullptr; }
     bool Changed() const { return changed; }
     bool Sorted() const { return Loaded() && document->KeepSorted(); }
-    std::string Path() const;
+    const std::wstring& Path() const { return fileName; }
     double LoadMilliseconds() const { return milliseconds; }
 
     /// 0 and "" for what is not there.
@@ -49,8 +49,9 @@ public:
     std::wstring Key(Place place) const;
     std::wstring Value(Place place) const;
 
-    /// Null when the value was set, else why it was not, as a sentence for the user.
-    const wchar_t* SetValue(Place place, const std::wstring& value);
+    /// Null when the value was set, else why it was not, as the key of a sentence for
+    /// the user.
+    const char* SetValue(Place place, const std::wstring& value);
 
     /// The next key that holds the text, ignoring case, behind `after` and then from the start.
     Match FindKey(const std::wstring& text, Place after) const;
@@ -58,7 +59,11 @@ public:
 private:
     const CIniValue* Pair(Place place) const;
 
+    bool SaveTo(const std::wstring& path);
+
     std::unique_ptr<CIniFileReader> document;
+    /// The document's own name is in the code page of the language that was chosen when it was set.
+    std::wstring fileName;
     double milliseconds = 0;
     bool changed = false;
 };

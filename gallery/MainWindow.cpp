@@ -2,6 +2,7 @@
 
 #include "gallery/ControlIds.h"
 #include "gallery/Controls.h"
+#include "gallery/Language.h"
 #include "gallery/Pages.h"
 
 #include <algorithm>
@@ -25,15 +26,16 @@ bool IsButton(HWND control) {
 bool MainWindow::Create() {
     accelerators = LoadAcceleratorsW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(ID_ACCELERATORS));
     made.resize(static_cast<std::size_t>(pageCount));
-    if (!CreateAs(GALLERY_WINDOW_CLASS, L"vtrutils gallery", /*extendedStyle=*/0,
+    if (!CreateAs(GALLERY_WINDOW_CLASS, Text("Gallery").c_str(), /*extendedStyle=*/0,
                   WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, usualSize, /*parent=*/nullptr))
         return false;
-    pageLabel = MakeLabel(Handle(), L"&Pages", ID_PAGE_LABEL);
-    const auto title = [](int row, int) -> std::wstring { return pages[row].title; };
-    if (!pageList.Create(Handle(), L"Pages", ID_PAGE_LIST, ListView::Titles::hidden, title))
+    pageLabel = captions.AddLabel(Handle(), "PagesLabel", ID_PAGE_LABEL);
+    const auto title = [](int row, int) { return Text(pages[row].titleKey); };
+    if (!pageList.Create(Handle(), "Pages", ID_PAGE_LIST, ListView::Titles::hidden, title))
         return false;
-    pageList.AddColumn(L"Page", ListView::Align::left);
+    pageList.AddColumn("Pages", ListView::Align::left);
     pageList.SetRows(pageCount);
+    look.SetCharset(Charset());
     look.Update(Handle());
     RECT work{};
     SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, /*fWinIni=*/0);
@@ -125,7 +127,20 @@ void MainWindow::DocumentChanged() {
     std::wstring title = page.Unsaved() ? L"*" : L"";
     if (!name.empty())
         title += name + L" - ";
-    SetText(Handle(), title + L"vtrutils gallery");
+    SetText(Handle(), title + Text("Gallery"));
+}
+
+void MainWindow::LanguageChanged() {
+    captions.Update();
+    pageList.UpdateTexts();
+    look.SetCharset(Charset());
+    look.Update(Handle());
+    for (const std::unique_ptr<Page>& page : made) {
+        if (page != nullptr)
+            page->UpdateTexts();
+    }
+    Restyle();
+    DocumentChanged();
 }
 
 void MainWindow::Command(int id, int notification) {

@@ -30,6 +30,7 @@ protected:
 
 private:
     void DocumentChanged() override;
+    void LanguageChanged() override;
 
     void Sized() override { Arrange(); }
     void Command(int id, int notification) override;
@@ -44,6 +45,7 @@ private:
     bool MayClose() const;
 
     Look look;
+    Captions captions;
     HWND pageLabel = nullptr;
     ListView pageList;
     HWND lastFocus = nullptr;

@@ -8,7 +8,7 @@
 namespace gallery {
 
 struct PageEntry {
-    const wchar_t* title;
+    const char* titleKey;
     const wchar_t* pictureName; ///< of the PNG, without ".png"
     std::unique_ptr<Page> (*make)();
 };

@@ -1,5 +1,8 @@
 #include "gallery/Text.h"
 
+#include "utilities/text/LanguageStrings.h"
+#include "vtrfutls/FileNames.h"
+
 #include <cstdarg>
 #include <cwchar>
 #include <iterator>
@@ -8,12 +11,13 @@
 namespace gallery {
 
 std::wstring Widen(const char* text) {
-    const int units =
-        text == nullptr ? 0 : MultiByteToWideChar(CP_ACP, /*dwFlags=*/0, text, -1, nullptr, 0);
+    const int units = text == nullptr ? 0
+                                      : MultiByteToWideChar(GetCurrentCodePage(), /*dwFlags=*/0,
+                                                            text, -1, nullptr, 0);
     if (units <= 1)
         return {};
     std::wstring wide(static_cast<std::size_t>(units), L'\0');
-    MultiByteToWideChar(CP_ACP, /*dwFlags=*/0, text, -1, wide.data(), units);
+    MultiByteToWideChar(GetCurrentCodePage(), /*dwFlags=*/0, text, -1, wide.data(), units);
     wide.pop_back();
     return wide;
 }
@@ -21,16 +25,26 @@ std::wstring Widen(const char* text) {
 bool Narrow(const std::wstring& wide, std::string& narrow) {
     std::string result;
     const int units = static_cast<int>(wide.size());
-    const int bytes = WideCharToMultiByte(CP_ACP, /*dwFlags=*/0, wide.data(), units, nullptr, 0,
-                                          /*lpDefaultChar=*/nullptr, /*lpUsedDefaultChar=*/nullptr);
+    const int bytes =
+        WideCharToMultiByte(GetCurrentCodePage(), /*dwFlags=*/0, wide.data(), units, nullptr, 0,
+                            /*lpDefaultChar=*/nullptr, /*lpUsedDefaultChar=*/nullptr);
     result.resize(static_cast<std::size_t>(bytes));
-    WideCharToMultiByte(CP_ACP, /*dwFlags=*/0, wide.data(), units, result.data(), bytes,
+    WideCharToMultiByte(GetCurrentCodePage(), /*dwFlags=*/0, wide.data(), units, result.data(),
+                        bytes,
                         /*lpDefaultChar=*/nullptr, /*lpUsedDefaultChar=*/nullptr);
     // A character that was replaced by a similar one or by "?" does not come back as it was.
     if (Widen(result.c_str()) != wide)
         return false;
     narrow = result;
     return true;
+}
+
+std::string ProgramFolder() {
+    char program[MAX_PATH] = "";
+    char folder[MAX_PATH] = "";
+    GetModuleFileNameA(/*hModule=*/nullptr, program, sizeof program);
+    ExtractDirectory(program, folder, sizeof folder);
+    return folder;
 }
 
 std::wstring LowerCase(std::wstring text) {

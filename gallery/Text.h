@@ -3,8 +3,8 @@
 
 #include <string>
 
-/// Between the library's narrow texts, which are in the system's ANSI code page, and the wide ones
-/// that windows show. Immutable and safe.
+/// Between the library's narrow texts, which are in the code page of the language that was chosen,
+/// and the wide ones that windows show. One thread at a time.
 
 namespace gallery {
 
@@ -13,6 +13,9 @@ std::wstring Widen(const char* text);
 
 /// False, with `narrow` unchanged, when the code page lacks one of the characters.
 bool Narrow(const std::wstring& wide, std::string& narrow);
+
+/// Where the program stands, with a trailing backslash.
+std::string ProgramFolder();
 
 /// With the case rule of the user's language.
 std::wstring LowerCase(std::wstring text);

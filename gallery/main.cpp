@@ -1,4 +1,5 @@
 #include "gallery/Arguments.h"
+#include "gallery/Language.h"
 #include "gallery/MainWindow.h"
 #include "gallery/PictureMode.h"
 
@@ -34,6 +35,9 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int showCommand) {
     const gallery::Arguments arguments = gallery::ReadArguments();
     if (!arguments.mistake.empty())
         return Fail(arguments.mistake.c_str());
+    gallery::OpenLanguages();
+    if (!arguments.language.empty() && !gallery::ChooseLanguage(arguments.language))
+        return Fail(("no language " + arguments.language).c_str());
     gallery::MainWindow window;
     if (!PrepareControls() || !window.Create())
         return Fail("the window could not be made");
@@ -42,8 +46,10 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int showCommand) {
         window.Show(showCommand);
         return RunMessages(window);
     }
-    if (!opened)
-        return Fail(("could not open " + arguments.document).c_str());
+    if (!opened) {
+        std::fprintf(stderr, "gallery: could not open %ls\n", arguments.document.c_str());
+        return 1;
+    }
     window.Show(SW_SHOWNORMAL);
     return gallery::MakePictures(window, arguments.pictureFolder) ? 0 : 1;
 }

@@ -94,6 +94,9 @@ public:
         std::free(items);
     }
 
+    /// Forgets every item; the slots stay for the next ones.
+    void Forget() { count = 0; }
+
     void Swap(PtrArray& other) {
         std::swap(slots, other.slots);
         std::swap(count, other.count);

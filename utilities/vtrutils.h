@@ -22,6 +22,7 @@
 #include "utilities/text/IniFileReader.h"
 #include "utilities/text/IniSection.h"
 #include "utilities/text/IniValue.h"
+#include "utilities/text/LanguageStrings.h"
 #include "utilities/text/StringFunctions.h"
 
 #endif

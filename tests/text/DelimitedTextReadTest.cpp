@@ -51,7 +51,7 @@ TEST(DelimitedText, ReadsByTheRule) {
     constexpr unsigned seed = 41;
     std::mt19937 random(seed);
     const TestFolder folder;
-    for (int round = 0; round < 700; ++round) {
+    for (int round = 0; round < 400; ++round) {
         const bool header = random() % 2 == 0;
         const char quote = "\"'"[random() % 3];
         // The first two bytes tell that it is not UTF-16.

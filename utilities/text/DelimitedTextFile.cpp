@@ -5,6 +5,7 @@
 #include "utilities/text/DelimitedParser.h"
 #include "utilities/text/DelimitedWriter.h"
 #include "utilities/text/FieldRow.h"
+#include "utilities/text/FixedText.h"
 #include "utilities/text/OwnedText.h"
 #include "utilities/text/ReplacingFile.h"
 #include "utilities/text/SameText.h"
@@ -38,16 +39,6 @@ struct vtr::Layout<CDelimitedTextFile> {
 
 namespace {
 
-/// False, with `copy` unchanged, for a null or empty path and one that does not fit.
-template <std::size_t size>
-bool CopyPath(const char* path, char (&copy)[size]) {
-    const std::size_t length = path != nullptr ? strnlen(path, size) : 0;
-    if (length == 0 || length == size)
-        return false;
-    std::memmove(copy, path, length + 1);
-    return true;
-}
-
 bool IsSameExactly(const char* a, const char* b) {
     return std::strcmp(a != nullptr ? a : "", b != nullptr ? b : "") == 0;
 }
@@ -74,10 +65,11 @@ CDelimitedTextFile::~CDelimitedTextFile() {
 bool CDelimitedTextFile::Open(const char* path, char delimiter, bool firstLineIsHeader,
                               char quote) {
     char ownPath[pathSize];
-    const bool fits = CopyPath(path, ownPath); // it may be a text of the table that is cleared
+    const bool fits =
+        vtr::StoreWhole(path, ownPath); // it may be a text of the table that is cleared
     Clear();
     vtr::TextBlock text;
-    if (!fits || !text.Read(ownPath) || text.Length() == 0)
+    if (!fits || ownPath[0] == '\0' || !text.Read(ownPath) || text.Length() == 0)
         return false;
     vtr::DelimitedParser parser(text.Text(), text.Length(), delimiter, quote);
     loaded = text.Release(loadedSize).release();
@@ -85,7 +77,7 @@ bool CDelimitedTextFile::Open(const char* path, char delimiter, bool firstLineIs
     sortBatchMode = true;
     const bool good = Load(parser, firstLineIsHeader);
     if (good)
-        CopyPath(ownPath, filePath);
+        vtr::StoreWhole(ownPath, filePath);
     else
         Clear();
     if (!batchModeWasOn)
@@ -155,7 +147,7 @@ bool CDelimitedTextFile::DeleteRow(unsigned int row) {
 bool CDelimitedTextFile::Save(const char* path, char delimiter, bool writeHeader,
                               char quote) noexcept {
     char ownPath[pathSize];
-    if (!CopyPath(path, ownPath))
+    if (!vtr::StoreWhole(path, ownPath) || ownPath[0] == '\0')
         return false;
     CreateMultiLevelDir(ownPath);
     vtr::ReplacingFile file(ownPath);
@@ -187,7 +179,7 @@ bool CDelimitedTextFile::Save(const char* path, char delimiter, bool writeHeader
     if (!writer.Flush() || !file.Commit())
         return false;
     if (filePath[0] == '\0')
-        CopyPath(ownPath, filePath);
+        vtr::StoreWhole(ownPath, filePath);
     return true;
 }
 

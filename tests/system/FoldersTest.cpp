@@ -49,3 +49,65 @@ TEST(Folders, MakesWhatEndsWithABackslash) {
     EXPECT_EQ(CreateMultiLevelDir(nullptr), 0);
     EXPECT_NE(CreateMultiLevelDir("C:\\"), 0);
 }
+
+TEST(Folders, FirstFileIsFoundInTheFolderAndThenBelow) {
+    const TestFolder folder;
+    std::filesystem::create_directories(folder.File("a\\b.wav"));
+    std::filesystem::create_directories(folder.File("c\\d"));
+    folder.Write("a\\b.wav\\x.wav", "");
+    folder.Write("c\\d\\deep.txt", "");
+    folder.Write("c\\top.ini", "");
+    folder.Write("top.ini", "");
+    static constexpr std::pair<const char*, const char*> rows[] = {
+        {"*.ini", "top.ini"},
+        {"deep.*", "c\\d\\deep.txt"},
+        {"*.wav", "a\\b.wav\\x.wav"},
+        {"*.none", nullptr},
+        {"", nullptr},
+    };
+    for (const auto& [pattern, hit] : rows) {
+        for (const std::string& start :
+             {folder.Path(), folder.Path().substr(0, folder.Path().size() - 1)}) {
+            char out[MAX_PATH] = "x";
+            EXPECT_EQ(FindFilesRecursively(start.c_str(), pattern, out), hit != nullptr ? 1 : 0);
+            EXPECT_EQ(out, hit != nullptr ? folder.File(hit) : "") << pattern;
+        }
+    }
+    char out[MAX_PATH];
+    EXPECT_EQ(FindFilesRecursively(nullptr, "*", out), 0);
+    EXPECT_EQ(FindFilesRecursively(std::string(300, 'x').c_str(), "*", out), 0);
+    EXPECT_EQ(FindFilesRecursively("C:\\", nullptr, out), 0);
+    EXPECT_EQ(FindFilesRecursively("C:\\", "*", nullptr), 0);
+}
+
+TEST(Folders, WhatIsInThem) {
+    const TestFolder folder;
+    char out[MAX_PATH] = "x";
+    EXPECT_EQ(HasSubDir(folder.Path().c_str(), out), 0);
+    EXPECT_STREQ(out, "");
+    folder.Write("afile", "");
+    std::filesystem::create_directory(folder.File(".hidden"));
+    std::filesystem::create_directory(folder.File("zfolder"));
+    EXPECT_EQ(HasSubDir(folder.Path().c_str(), out), 1);
+    EXPECT_STREQ(out, "zfolder");
+    EXPECT_EQ(HasSubDir(nullptr, out), 0);
+    EXPECT_EQ(HasSubDir("C:\\", nullptr), 0);
+
+    EXPECT_FALSE(FolderEmpty(folder.Path().c_str()));
+    EXPECT_FALSE(FolderEmpty(folder.File("zfolder").c_str()));
+    EXPECT_TRUE(FolderEmpty(folder.File("none\\").c_str()));
+    EXPECT_TRUE(FolderEmpty(folder.File("afile").c_str()));
+    EXPECT_TRUE(FolderEmpty(std::string(300, 'x').c_str()));
+    EXPECT_TRUE(FolderEmpty(nullptr));
+
+    EXPECT_TRUE(IsValidDirectory(folder.Path().c_str()));
+    EXPECT_FALSE(IsValidDirectory(folder.File("afile").c_str()));
+    EXPECT_FALSE(IsValidDirectory(nullptr));
+    static constexpr std::pair<const char*, bool> roots[] = {
+        {"C:", true},    {"x", true},    {"C:\\", true},   {"z:\\", true},  {"", false},
+        {"1:\\", false}, {"C:/", false}, {"C:\\a", false}, {"@:\\", false},
+    };
+    for (const auto& [path, root] : roots)
+        EXPECT_EQ(IsRootFolder(path), root) << path;
+    EXPECT_FALSE(IsRootFolder(nullptr));
+}

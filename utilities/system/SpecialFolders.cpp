@@ -1,12 +1,13 @@
 #include "utilities/system/FileFunctions.h"
 #include "utilities/system/Folders.h"
 #include "utilities/system/Owner.h"
-#include "utilities/system/PathText.h"
 #include "utilities/text/StoreCut.h"
 #include "vtrfutls/WidePath.h"
 
+#include <cstdio>
 #include <cstring>
 #include <shlobj.h>
+#include <shlwapi.h>
 
 namespace {
 
@@ -25,7 +26,11 @@ bool Resolve(int folderId, char (&path)[MAX_PATH]) {
     if (FAILED(SHGetSpecialFolderLocation(/*hwnd=*/nullptr, folderId, &found)))
         return false;
     const vtr::Owner<ItemIdListKind> list(found);
-    return SHGetPathFromIDListA(list.Get(), path) && path[0] != '\0';
+    // For some missing folders Windows versions report success without having written a path.
+    if (!SHGetPathFromIDListA(list.Get(), path) || PathIsRelativeA(path))
+        return false;
+    PathRemoveBackslashA(path);
+    return true;
 }
 
 /// False when the folder is missing and cannot be made.
@@ -33,14 +38,11 @@ bool EnsureFolder(const char* path) {
     if (IsValidDirectory(path))
         return true;
     char withBackslash[MAX_PATH];
-    const std::size_t length = std::strlen(path);
-    const bool missing = !vtr::EndsWithBackslash(path);
-    if (length + (missing ? 1 : 0) >= sizeof withBackslash)
+    if (std::snprintf(withBackslash, sizeof withBackslash, "%s\\", path) >= MAX_PATH)
         return false;
-    std::memcpy(withBackslash, path, length);
-    std::strcpy(withBackslash + length, missing ? "\\" : "");
     // The shell's paths are in the system's code page, whatever the language.
-    return vtr::CreateFolders(vtr::WidePath(withBackslash, CP_ACP).Get());
+    vtr::CreateFolders(vtr::WidePath(withBackslash, CP_ACP).Get());
+    return IsValidDirectory(path);
 }
 
 } // namespace

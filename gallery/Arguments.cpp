@@ -13,24 +13,30 @@ std::string Parameter(int index) {
     return text;
 }
 
+/// The value behind an option.
+std::string Value(Arguments& arguments, int index, const char* mistake) {
+    std::string value = Parameter(index);
+    if (value.empty())
+        arguments.mistake = mistake;
+    return value;
+}
+
 void ReadParameters(Arguments& arguments) {
     for (int i = 1;; ++i) {
         const std::string parameter = Parameter(i);
         if (parameter.empty())
             return;
-        if (parameter == "--pictures") {
-            arguments.pictureFolder = Widen(Parameter(++i).c_str());
-            if (arguments.pictureFolder.empty())
-                arguments.mistake = "--pictures needs a folder";
-        } else if (parameter == "--language") {
-            arguments.language = Parameter(++i);
-            if (arguments.language.empty())
-                arguments.mistake = "--language needs a name";
-        } else if (arguments.document.empty()) {
+        if (parameter == "--pictures")
+            arguments.pictureFolder =
+                Widen(Value(arguments, ++i, "--pictures needs a folder").c_str());
+        else if (parameter == "--language")
+            arguments.language = Value(arguments, ++i, "--language needs a name");
+        else if (parameter == "--registry")
+            arguments.registryKey = Value(arguments, ++i, "--registry needs a key");
+        else if (arguments.document.empty())
             arguments.document = Widen(parameter.c_str());
-        } else {
+        else
             arguments.mistake = "more than one document: " + parameter;
-        }
     }
 }
 
@@ -41,6 +47,8 @@ Arguments ReadArguments() {
     ReadParameters(arguments);
     if (arguments.document.empty())
         arguments.document = Widen((ProgramFolder() + "media-settings.ini").c_str());
+    if (arguments.registryKey.empty())
+        arguments.registryKey = "Software\\vtrutils gallery";
     return arguments;
 }
 

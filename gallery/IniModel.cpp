@@ -30,52 +30,27 @@ private:
     long long start;
 };
 
-/// A relative name would point elsewhere once the current folder changes.
-std::wstring AbsolutePath(const std::wstring& path) {
-    wchar_t absolute[MAX_PATH];
-    const DWORD length = GetFullPathNameW(path.c_str(), MAX_PATH, absolute, /*lpFilePart=*/nullptr);
-    return length > 0 && length < MAX_PATH ? absolute : path;
-}
-
 } // namespace
 
-bool IniModel::Load(const std::wstring& path) {
+bool IniModel::Read(const std::string& path) {
     auto fresh = std::make_unique<CIniFileReader>();
-    const std::wstring absolute = AbsolutePath(path);
-    std::string narrow;
     const Stopwatch watch;
-    if (!Narrow(absolute, narrow) || !fresh->Init(narrow.c_str(), /*sort=*/false))
+    if (!fresh->Init(path.c_str(), /*sort=*/false))
         return false;
     milliseconds = watch.Milliseconds();
     document = std::move(fresh);
-    fileName = absolute;
-    changed = false;
     return true;
 }
 
-bool IniModel::Save() {
-    return SaveTo(fileName);
-}
-
-bool IniModel::SaveAs(const std::wstring& path) {
-    return SaveTo(AbsolutePath(path));
-}
-
-bool IniModel::SaveTo(const std::wstring& path) {
-    std::string narrow;
-    if (!Loaded() || !Narrow(path, narrow) || !document->SetFileName(narrow.c_str()) ||
-        !document->Save())
-        return false;
-    fileName = path;
-    changed = false;
-    return true;
+bool IniModel::Write(const std::string& path) {
+    return document->SetFileName(path.c_str()) && document->Save();
 }
 
 void IniModel::Sort() {
     if (!Loaded() || Sorted())
         return;
     document->Sort();
-    changed = true;
+    Touch();
 }
 
 int IniModel::Sections() const {
@@ -118,7 +93,7 @@ const char* IniModel::SetValue(Place place, const std::wstring& value) {
         return reason;
     if (!document->SetValue(place.section, place.pair, narrow.c_str()))
         return "NoMemory";
-    changed = true;
+    Touch();
     return nullptr;
 }
 

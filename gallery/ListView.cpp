@@ -39,8 +39,19 @@ bool ListView::Create(HWND parent, const char* nameKey, int id, Titles titles,
 }
 
 void ListView::AddColumn(const char* titleKey, Align align) {
-    std::wstring title = Text(titleKey);
-    const int index = static_cast<int>(columns.size());
+    InsertColumn(static_cast<int>(columns.size()), Text(titleKey), align);
+    columns.push_back(titleKey);
+}
+
+void ListView::SetColumns(const std::vector<std::wstring>& titles) {
+    columns.clear();
+    while (ListView_DeleteColumn(list, 0)) {
+    }
+    for (std::size_t i = 0; i < titles.size(); ++i)
+        InsertColumn(static_cast<int>(i), titles[i], Align::left);
+}
+
+void ListView::InsertColumn(int index, std::wstring title, Align align) {
     LVCOLUMNW column{};
     column.mask = LVCF_TEXT | LVCF_FMT | LVCF_SUBITEM;
     column.fmt = align == Align::right ? LVCFMT_RIGHT : LVCFMT_LEFT;
@@ -48,7 +59,6 @@ void ListView::AddColumn(const char* titleKey, Align align) {
     column.iSubItem = index;
     SendMessageW(list, LVM_INSERTCOLUMNW, static_cast<WPARAM>(index),
                  reinterpret_cast<LPARAM>(&column));
-    columns.push_back(titleKey);
 }
 
 void ListView::UpdateTexts() {
@@ -128,6 +138,10 @@ bool ListView::Notified(const NMHDR& header, LRESULT& result) {
     }
     // What a program selects by itself is no news for it.
     return quiet && header.code == LVN_ITEMCHANGED;
+}
+
+WORD ListView::KeyPressed(const NMHDR& header) {
+    return header.code == LVN_KEYDOWN ? reinterpret_cast<const NMLVKEYDOWN&>(header).wVKey : 0;
 }
 
 bool ListView::SelectionMoved(const NMHDR& header) {

@@ -24,6 +24,8 @@ public:
     HWND Handle() const { return list; }
 
     void AddColumn(const char* titleKey, Align align);
+    /// Columns with these titles, which are in no string file, in place of all others.
+    void SetColumns(const std::vector<std::wstring>& titles);
     /// Sets name and titles in the language that is chosen now, and asks for the cells again.
     void UpdateTexts();
     void SetLook(const Look& look);
@@ -44,10 +46,14 @@ public:
     /// Answers the list's questions. True when `result` is the answer to its parent's WM_NOTIFY.
     bool Notified(const NMHDR& header, LRESULT& result);
 
+    /// The key that the notification says was pressed in a list, or 0.
+    static WORD KeyPressed(const NMHDR& header);
+
     /// True when the notification says that another row is selected.
     static bool SelectionMoved(const NMHDR& header);
 
 private:
+    void InsertColumn(int index, std::wstring title, Align align);
     LRESULT Draw(NMLVCUSTOMDRAW& draw) const;
     LRESULT FindRow(const NMLVFINDITEMW& wanted) const;
 

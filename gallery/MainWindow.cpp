@@ -23,7 +23,8 @@ bool IsButton(HWND control) {
 
 } // namespace
 
-bool MainWindow::Create() {
+bool MainWindow::Create(const std::string& registryKey) {
+    recent.Load(registryKey);
     accelerators = LoadAcceleratorsW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(ID_ACCELERATORS));
     made.resize(static_cast<std::size_t>(pageCount));
     if (!CreateAs(GALLERY_WINDOW_CLASS, Text("Gallery").c_str(), /*extendedStyle=*/0,
@@ -53,6 +54,22 @@ void MainWindow::Show(int showCommand) {
 }
 
 bool MainWindow::ShowPage(int index) {
+    if (!GoTo(index))
+        return false;
+    CurrentPage().Shown();
+    return true;
+}
+
+bool MainWindow::Open(const std::wstring& path) {
+    return GoTo(PageOfFile(path)) && CurrentPage().MayClose() && CurrentPage().Open(path);
+}
+
+void MainWindow::OpenFile(const std::wstring& path) {
+    Open(path);
+    CurrentPage().TakeFocus();
+}
+
+bool MainWindow::GoTo(int index) {
     std::unique_ptr<Page>& page = made[static_cast<std::size_t>(index)];
     if (page == nullptr) {
         std::unique_ptr<Page> fresh = pages[index].make();

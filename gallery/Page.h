@@ -9,9 +9,17 @@
 
 namespace gallery {
 
+class RecentFiles;
+
 /// What a page may ask of the window that shows it. One thread at a time.
 class PageHost {
 public:
+    /// What was opened and saved, on all pages.
+    virtual RecentFiles& Recent() = 0;
+
+    /// Shows the page for files with this extension and opens the file there.
+    virtual void OpenFile(const std::wstring& path) = 0;
+
     /// The name of the page's document, or whether it is saved, is another now.
     virtual void DocumentChanged() = 0;
 
@@ -39,6 +47,9 @@ public:
     /// A command of an accelerator or a control: `id` with `notification` as WM_COMMAND has them.
     /// IDOK stands for Enter outside of buttons, IDCANCEL for Esc.
     void Command(int id, int notification) override = 0;
+
+    /// The user went to the page, without a file to open there.
+    virtual void Shown() {}
 
     /// Gives the focus to the control where work begins.
     virtual void TakeFocus() = 0;

@@ -10,9 +10,17 @@ namespace gallery {
 
 /// "" for null.
 std::wstring Widen(const char* text);
+std::wstring Widen(const char* text, unsigned codePage);
 
 /// False, with `narrow` unchanged, when the code page lacks one of the characters.
 bool Narrow(const std::wstring& wide, std::string& narrow);
+bool Narrow(const std::wstring& wide, std::string& narrow, unsigned codePage);
+
+/// A relative name would point elsewhere once the current folder changes.
+std::wstring AbsolutePath(const std::wstring& path);
+
+/// What stands behind the last separator.
+std::wstring NameOfFile(const std::wstring& path);
 
 /// Where the program stands, with a trailing backslash.
 std::string ProgramFolder();

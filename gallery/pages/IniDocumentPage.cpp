@@ -1,10 +1,9 @@
 #include "gallery/ControlIds.h"
 #include "gallery/Controls.h"
-#include "gallery/FileDialog.h"
+#include "gallery/DocumentPage.h"
 #include "gallery/IniModel.h"
 #include "gallery/Language.h"
 #include "gallery/ListView.h"
-#include "gallery/Page.h"
 #include "gallery/Text.h"
 
 #include <algorithm>
@@ -14,28 +13,13 @@ namespace gallery {
 
 namespace {
 
-constexpr FileKind iniDocument = {"IniFiles", L"ini"};
-
-/// The key of the reason, which ends in the path.
-const char* WhyNotLoaded(const std::wstring& path) {
-    const DWORD attributes = GetFileAttributesW(path.c_str());
-    if (attributes == INVALID_FILE_ATTRIBUTES)
-        return "NotOpenedMissing";
-    if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0)
-        return "NotOpenedFolder";
-    return "NotOpenedIni";
-}
-
 /// Sections and pairs of an INI document: find a key, change a value, sort, save.
-class IniDocumentPage final : public Page {
+class IniDocumentPage final : public DocumentPage {
 public:
+    IniDocumentPage() : DocumentPage(model, wording) {}
     void Command(int id, int notification) override;
     void TakeFocus() override { SetFocus(sections.Handle()); }
     bool ShowExample() override;
-    std::wstring DocumentName() const override;
-    bool Unsaved() const override { return model.Changed(); }
-    bool MayClose() override;
-    bool Open(const std::wstring& path) override;
 
 private:
     bool MakeControls() override;
@@ -51,26 +35,24 @@ private:
 
     void Enter();
     void Escape();
-    void AskAndOpen();
-    bool Save();
-    void SaveAs();
     void Sort();
     void FindNext();
     void EditValue();
-    bool CommitValue();
+    bool Commit() override;
 
     void GoTo(IniModel::Place place);
-    void ShowDocument();
-    void Refresh();
+    void ShowDocument() override;
+    void Refresh() override;
     void ShowPairs();
     void ShowValue();
     void ShowState();
-    void Tell(const std::wstring& text) { SetText(message, text); }
-    void Warn(const std::wstring& text);
+    void Tell(const std::wstring& text) override { SetText(message, text); }
+
+    static constexpr Wording wording = {
+        {"IniFiles", L"ini"}, "NotOpenedIni", "ReplaceIni", "SavedAsIni"};
 
     IniModel model;
     IniModel::Place edited; ///< the pair whose value is in the edit field
-    bool overwriteAgreed = false;
 
     HWND fileLabel = nullptr;
     HWND open = nullptr;
@@ -234,12 +216,12 @@ void IniDocumentPage::Command(int id, int notification) {
     case ID_EDIT:
         return EditValue();
     case ID_INI_SET:
-        CommitValue();
+        Commit();
         return;
     case ID_INI_VALUE_TEXT:
         // What was typed counts, however the field is left; Esc takes it back before.
         if (notification == EN_KILLFOCUS)
-            CommitValue();
+            Commit();
         return;
     case IDOK:
         return Enter();
@@ -258,7 +240,7 @@ void IniDocumentPage::Enter() {
         SetFocus(pairs.Handle());
     else if (focus == pairs.Handle())
         EditValue();
-    else if (focus == valueText && CommitValue())
+    else if (focus == valueText && Commit())
         SetFocus(pairs.Handle());
 }
 
@@ -272,59 +254,8 @@ void IniDocumentPage::Escape() {
     Tell(L"");
 }
 
-bool IniDocumentPage::Open(const std::wstring& path) {
-    if (!model.Load(path)) {
-        Warn(Text(WhyNotLoaded(path), {path}));
-        return false;
-    }
-    overwriteAgreed = false;
-    ShowDocument();
-    Tell(L"");
-    Host().DocumentChanged();
-    return true;
-}
-
-void IniDocumentPage::AskAndOpen() {
-    std::wstring path = model.Path();
-    if (!MayClose() || !AskForFile(Handle(), FileQuestion::open, iniDocument, path))
-        return;
-    if (Open(path))
-        TakeFocus();
-}
-
-bool IniDocumentPage::Save() {
-    if (!model.Loaded() || !CommitValue())
-        return false;
-    if (!overwriteAgreed) {
-        const std::wstring question = Text("ReplaceIni", {model.Path()});
-        if (MessageBoxW(Handle(), question.c_str(), Text("Gallery").c_str(),
-                        MB_YESNO | MB_ICONQUESTION) != IDYES)
-            return false;
-        overwriteAgreed = true;
-    }
-    const bool saved = model.Save();
-    Refresh();
-    if (saved)
-        Tell(Text("Saved"));
-    else
-        Warn(Text("NotSaved", {model.Path()}));
-    return saved;
-}
-
-void IniDocumentPage::SaveAs() {
-    std::wstring path = model.Path();
-    if (!model.Loaded() || !CommitValue() ||
-        !AskForFile(Handle(), FileQuestion::save, iniDocument, path))
-        return;
-    if (!model.SaveAs(path))
-        return Warn(Text("NotSaved", {path}));
-    overwriteAgreed = true;
-    Refresh();
-    Tell(Text("SavedAsIni"));
-}
-
 void IniDocumentPage::Sort() {
-    if (!CommitValue())
+    if (!Commit())
         return;
     model.Sort();
     TakeFocus();
@@ -333,7 +264,7 @@ void IniDocumentPage::Sort() {
 }
 
 void IniDocumentPage::FindNext() {
-    if (!CommitValue())
+    if (!Commit())
         return;
     const std::wstring text = TextOf(findText);
     if (text.empty()) {
@@ -354,7 +285,7 @@ void IniDocumentPage::EditValue() {
 }
 
 /// False when what was typed cannot be the value; the page tells why.
-bool IniDocumentPage::CommitValue() {
+bool IniDocumentPage::Commit() {
     const std::wstring value = TextOf(valueText);
     if (value == model.Value(edited))
         return true;
@@ -367,20 +298,6 @@ bool IniDocumentPage::CommitValue() {
     ShowState();
     Tell(Text("PairSet", {model.Key(edited), model.SectionName(edited.section)}));
     return true;
-}
-
-bool IniDocumentPage::MayClose() {
-    CommitValue();
-    if (!model.Changed())
-        return true;
-    const std::wstring question = Text("SaveChanges", {DocumentName()});
-    const int answer = MessageBoxW(Handle(), question.c_str(), Text("Gallery").c_str(),
-                                   MB_YESNOCANCEL | MB_ICONQUESTION);
-    return answer == IDNO || (answer == IDYES && Save());
-}
-
-std::wstring IniDocumentPage::DocumentName() const {
-    return model.Path().substr(model.Path().find_last_of(L"\\/") + 1);
 }
 
 /// A search for a key of a section in the middle.
@@ -435,11 +352,6 @@ void IniDocumentPage::ShowState() {
                               Format(L"%.2f", model.LoadMilliseconds())}));
     Host().DocumentChanged();
     Rearrange();
-}
-
-void IniDocumentPage::Warn(const std::wstring& text) {
-    MessageBeep(MB_ICONWARNING);
-    Tell(text);
 }
 
 } // namespace

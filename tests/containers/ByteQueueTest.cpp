@@ -90,7 +90,7 @@ TEST(ByteQueue, GivesBytesOutAsTheyCameIn) {
             refused += !stream.Add(size);
             fault.FailAt(0);
             if (round % 16 == 0) {
-                fault.FailAt(dice.Below(9) == 0);
+                fault.FailAt(static_cast<unsigned>(dice.Below(9)));
                 CByteQueue copy(stream.queue);
                 fault.FailAt(0);
                 if (copy.TotalBytesAvailable() != 0)

@@ -11,8 +11,15 @@ BEGIN {
 }
 {
     sub(/\r$/, "")
+}
+$1 == "why" {
+    reasons = reasons "\n- " $2
+    next
+}
+{
+    rows++
     for (c = 1; c <= columns; c++) {
-        cell[NR, c] = $c
+        cell[rows, c] = $c
         if (length($c) > width[c])
             width[c] = length($c)
     }
@@ -28,10 +35,12 @@ END {
     }
     print line
     print rule
-    for (r = 1; r <= NR; r++) {
+    for (r = 1; r <= rows; r++) {
         line = "|"
         for (c = 1; c <= columns; c++)
             line = line sprintf(" %" (right[c] ? "" : "-") width[c] "s |", cell[r, c])
         print line
     }
+    if (reasons != "")
+        print reasons
 }

@@ -16,6 +16,7 @@ struct Work {
     std::vector<std::string> sizes;
     std::vector<std::string> peers;
     std::map<std::string, double> ratios;
+    std::map<std::string, std::string> reasons;
     std::optional<double> growth;
 };
 
@@ -31,7 +32,7 @@ Work& FindWork(const std::string& name) {
         std::find_if(works.begin(), works.end(), [&](const Work& w) { return w.name == name; });
     if (found != works.end())
         return *found;
-    works.push_back({name, {}, {}, {}, {}});
+    works.push_back({name, {}, {}, {}, {}, {}});
     return works.back();
 }
 
@@ -175,7 +176,17 @@ private:
             cells.push_back(targets.text);
             cells.push_back(targets.text.empty() ? "" : targets.reached ? "yes" : "NO");
             PrintLine(cells);
+            if (ratio && *ratio < asFast)
+                Explain(work, size, peer);
         }
+    }
+
+    static void Explain(const Work& work, const std::string& size, const std::string& peer) {
+        const auto reason = work.reasons.find(peer);
+        if (reason == work.reasons.end())
+            return;
+        const std::string where = work.name + (size.empty() ? "" : ", ") + size;
+        PrintLine({"why", where + ", " + peer + ": " + reason->second});
     }
 
     /// Time at the last size, in times at the first; none at other sizes.
@@ -220,6 +231,10 @@ void Measure(const std::string& work, const std::string& size, const std::string
 
 void ToReach(const std::string& work, const std::string& peer, double ratio) {
     FindWork(work).ratios[peer] = ratio;
+}
+
+void Explain(const std::string& work, const std::string& peer, const std::string& reason) {
+    FindWork(work).reasons[peer] = reason;
 }
 
 void GrowthToReach(const std::string& work, double most) {

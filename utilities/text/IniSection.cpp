@@ -4,6 +4,7 @@
 #include "utilities/text/FixedText.h"
 #include "utilities/text/OwnedText.h"
 #include "utilities/text/SameText.h"
+#include "utilities/text/StoreCut.h"
 
 #include <cstring>
 

@@ -25,6 +25,7 @@ public:
         int buttonsWidth = 0;
     };
     void Put(End end, const Field& row);
+    void PutAt(int y, const Field& row) { PutField(row, 0, y, width); }
     /// Two in one row; the left one takes `part` percent of the width.
     void Put(End end, const Field& left, int part, const Field& right);
     /// At the bottom, right above what was put there.

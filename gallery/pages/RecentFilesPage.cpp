@@ -172,7 +172,7 @@ void RecentFilesPage::ArrangeColumns(int room) {
         int widest = Sizes().TextWidth(Text(titleKey));
         for (int row = 0; row < rows; ++row)
             widest = std::max(widest, Sizes().TextWidth(cell(row)));
-        return widest + Sizes().Pixels(20);
+        return widest + Sizes().Pixels(24);
     };
     int left = room;
     for (const int column : {0, 2, 3, 4}) {

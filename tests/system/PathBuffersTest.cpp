@@ -111,17 +111,26 @@ TEST(PathBuffers, LongNamesOfExistingComponentsOnly) {
 }
 
 TEST(PathBuffers, DocumentsAreSomewhereElseWithoutAFolder) {
-    constexpr char key[] =
-        "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\User Shell Folders";
+    struct MovedDocuments {
+        const char* key =
+            "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\User Shell Folders";
+        char old[MAX_PATH] = "";
+        MovedDocuments() {
+            EXPECT_TRUE(GetRegistryString(HKEY_CURRENT_USER, key, "Personal", old, sizeof old));
+            WriteRegistryString(HKEY_CURRENT_USER, key, "Personal", "?:\\none");
+        }
+        ~MovedDocuments() {
+            if (old[0] != '\0')
+                WriteRegistryString(HKEY_CURRENT_USER, key, "Personal", old);
+            else
+                RegDeleteKeyValueA(HKEY_CURRENT_USER, key, "Personal");
+        }
+    } const moved;
     constexpr char instead[] = "C:\\My Documents";
-    char old[MAX_PATH];
-    ASSERT_TRUE(GetRegistryString(HKEY_CURRENT_USER, key, "Personal", old, sizeof old));
-    ASSERT_TRUE(WriteRegistryString(HKEY_CURRENT_USER, key, "Personal", "?:\\none"));
     EXPECT_EQ(Documents(false), instead);
     EXPECT_EQ(Documents(true), instead);
-    EXPECT_TRUE(std::filesystem::is_directory(instead) && std::filesystem::remove(instead));
+    EXPECT_TRUE(RemoveDirectoryA(instead));
     std::ofstream(instead).close();
     EXPECT_EQ(Documents(true), "C:\\");
-    EXPECT_TRUE(std::filesystem::remove(instead));
-    EXPECT_TRUE(WriteRegistryString(HKEY_CURRENT_USER, key, "Personal", old));
+    EXPECT_TRUE(DeleteFileA(instead));
 }

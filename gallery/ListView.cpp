@@ -20,6 +20,11 @@ COLORREF QuietSelection() {
                mix(GetBValue(strong), GetBValue(paper)));
 }
 
+/// With a space behind it, because some systems cut off the last pixels of a title.
+std::wstring Padded(const std::wstring& title) {
+    return title + L" ";
+}
+
 } // namespace
 
 bool ListView::Create(HWND parent, const char* nameKey, int id, Titles titles,
@@ -55,6 +60,7 @@ void ListView::InsertColumn(int index, std::wstring title, Align align) {
     LVCOLUMNW column{};
     column.mask = LVCF_TEXT | LVCF_FMT | LVCF_SUBITEM;
     column.fmt = align == Align::right ? LVCFMT_RIGHT : LVCFMT_LEFT;
+    title = Padded(title);
     column.pszText = title.data();
     column.iSubItem = index;
     SendMessageW(list, LVM_INSERTCOLUMNW, static_cast<WPARAM>(index),
@@ -64,7 +70,7 @@ void ListView::InsertColumn(int index, std::wstring title, Align align) {
 void ListView::UpdateTexts() {
     SetText(list, Text(name));
     for (std::size_t i = 0; i < columns.size(); ++i) {
-        std::wstring title = Text(columns[i]);
+        std::wstring title = Padded(Text(columns[i]));
         LVCOLUMNW column{};
         column.mask = LVCF_TEXT;
         column.pszText = title.data();

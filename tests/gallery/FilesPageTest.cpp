@@ -12,7 +12,7 @@ TEST(FilesPage, ShowsWhatBecomesOfANameByKeyboard) {
     GalleryProcess gallery("");
     gallery.WaitForTitle(L"media-settings.ini - vtrutils gallery");
     gallery.GiveKeyboard();
-    gallery.ShowPage(L"Files");
+    gallery.ShowPage(ID_FILES_NAME);
     const auto fill = [&](WORD mnemonic, int id, const std::wstring& text) {
         gallery.Press(mnemonic, VK_MENU);
         gallery.WaitForFocus(id);

@@ -3,6 +3,7 @@
 #include "gallery/ControlIds.h"
 #include "vtrfutls/FileNames.h"
 
+#include <commctrl.h>
 #include <gtest/gtest.h>
 #include <iterator>
 
@@ -87,10 +88,23 @@ void GalleryProcess::WaitForTitle(const std::wstring& title) {
     });
 }
 
-void GalleryProcess::ShowPage(const std::wstring& title) {
+void GalleryProcess::ShowPage(int control) {
+    const HWND pages = GetDlgItem(window, ID_PAGE_LIST);
     Press('P', VK_MENU);
-    Wait("the list of pages", [&] { return FocusedControl() == GetDlgItem(window, ID_PAGE_LIST); });
-    Type(title);
+    Wait("the list of pages", [&] { return FocusedControl() == pages; });
+    // From the end: pages at the front open files when they are shown.
+    Press(VK_END);
+    const LRESULT count = SendMessageW(pages, LVM_GETITEMCOUNT, 0, 0);
+    for (LRESULT row = count - 1; row >= 0 && !testing::Test::HasFatalFailure(); --row) {
+        Wait("a page", [&] {
+            return SendMessageW(pages, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED) ==
+                   row;
+        });
+        if (Control(control) != nullptr)
+            return;
+        Press(VK_UP);
+    }
+    FAIL() << "no page has control " << control;
 }
 
 void GalleryProcess::WaitForText(int control, const std::wstring& part) {

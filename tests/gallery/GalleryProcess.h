@@ -32,8 +32,8 @@ public:
     /// keyboard away at any later moment.
     void GiveKeyboard();
 
-    /// Goes to the page whose title begins with this, in the list of pages.
-    void ShowPage(const std::wstring& title);
+    /// Goes to the page that has a control with this id, in the list of pages.
+    void ShowPage(int control);
 
     /// Waits for the text of the control with this id, on the page that is shown, to hold `part`.
     void WaitForText(int id, const std::wstring& part);

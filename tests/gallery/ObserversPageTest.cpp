@@ -22,7 +22,7 @@ TEST(ObserversPage, ShowsWhoReceivesWhatByKeyboard) {
     GalleryProcess gallery("");
     gallery.WaitForTitle(L"media-settings.ini - vtrutils gallery");
     gallery.GiveKeyboard();
-    gallery.ShowPage(L"Observers");
+    gallery.ShowPage(ID_OBSERVERS_LIST);
     gallery.WaitForTitle(L"vtrutils gallery");
     gallery.Press('C', VK_MENU);
     gallery.Press('2', VK_MENU);

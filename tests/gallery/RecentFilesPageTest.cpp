@@ -41,7 +41,7 @@ TEST(RecentFilesPage, RemembersFilesAndOpensThemOnTheirPages) {
     GalleryProcess gallery("\"" + document + "\"", key.name);
     gallery.WaitForTitle(L"document.ini - vtrutils gallery");
     gallery.GiveKeyboard();
-    gallery.ShowPage(L"Recent");
+    gallery.ShowPage(ID_RECENT_FILES);
     gallery.WaitForText(ID_RECENT_COUNTS, L"Files: 2, folders: 1");
     gallery.Press('F', VK_MENU);
     gallery.WaitForFocus(ID_RECENT_FILES);

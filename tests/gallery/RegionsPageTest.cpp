@@ -8,7 +8,7 @@ namespace {
 void ShowRegions(GalleryProcess& gallery) {
     gallery.WaitForTitle(L"media-settings.ini - vtrutils gallery");
     gallery.GiveKeyboard();
-    gallery.ShowPage(L"Regions");
+    gallery.ShowPage(ID_REGIONS_CANVAS);
     gallery.WaitForTitle(L"vtrutils gallery");
     gallery.Press(VK_TAB);
     gallery.WaitForFocus(ID_REGIONS_CANVAS);

@@ -19,6 +19,7 @@
 #include "utilities/system/RefObject.h"
 #include "utilities/system/SlipLock.h"
 #include "utilities/text/DelimitedTextFile.h"
+#include "utilities/text/HtmlText.h"
 #include "utilities/text/IniFileReader.h"
 #include "utilities/text/IniSection.h"
 #include "utilities/text/IniValue.h"

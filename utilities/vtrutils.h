@@ -24,5 +24,8 @@
 #include "utilities/text/IniSection.h"
 #include "utilities/text/IniValue.h"
 #include "utilities/text/StringFunctions.h"
+#include "utilities/xml/XMLFile.h"
+#include "utilities/xml/XMLNode.h"
+#include "utilities/xml/XMLValue.h"
 
 #endif

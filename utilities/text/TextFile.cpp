@@ -49,4 +49,19 @@ SingleByteText::SingleByteText(const unsigned char* data, unsigned length)
     }
 }
 
+bool TextBlock::Read(const char* path) {
+    FileBytes file;
+    if (!file.Read(path))
+        return false;
+    SingleByteText single(file.Data(), file.Size());
+    if (!single.Good())
+        return false;
+    block = std::move(single.copy);
+    if (block == nullptr)
+        block.reset(reinterpret_cast<char*>(file.bytes.release()));
+    start = static_cast<std::size_t>(single.Text() - block.get());
+    length = single.Length();
+    return true;
+}
+
 } // namespace vtr

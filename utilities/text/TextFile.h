@@ -19,6 +19,8 @@ public:
     unsigned Size() const { return size; }
 
 private:
+    friend class TextBlock;
+
     OwnedBytes bytes;
     unsigned size = 0;
 };
@@ -36,9 +38,33 @@ public:
     unsigned Length() const { return size; }
 
 private:
+    friend class TextBlock;
+
     OwnedText copy;
     const char* text;
     unsigned size;
+};
+
+/// The text of one file as single bytes, in a block that may be written to and kept.
+class TextBlock {
+public:
+    /// As `FileBytes::Read`.
+    bool Read(const char* path);
+
+    /// A zero byte, which may be written to as well, stands behind the text.
+    char* Text() const { return block.get() + start; }
+    unsigned Length() const { return length; }
+
+    /// The block, in which the text stays where it is, and the number of its bytes that hold text.
+    OwnedText Release(std::size_t& size) {
+        size = start + length;
+        return std::move(block);
+    }
+
+private:
+    OwnedText block;
+    std::size_t start = 0;
+    unsigned length = 0;
 };
 
 } // namespace vtr

@@ -1,0 +1,123 @@
+#include "tests/support/AllocationFault.h"
+#include "tests/support/CodePage.h"
+#include "tests/support/RandomText.h"
+#include "tests/text/DelimitedTables.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace std::string_view_literals;
+
+std::string FieldByRule(std::string raw, char quote) {
+    if (quote != '\0' && !raw.empty() && raw.front() == quote)
+        raw.erase(0, 1);
+    if (quote != '\0' && !raw.empty() && raw.back() == quote)
+        raw.pop_back();
+    raw = raw.c_str();
+    return raw.empty() ? "~" : raw;
+}
+
+/// Cuts the text into lines first and each line into fields then.
+std::vector<Line> LinesByRule(const std::string& text, char delimiter, char quote) {
+    std::vector<Line> lines;
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t stop = std::min(text.find_first_of("\r\n", at), text.size());
+        std::vector<std::string> raw(1);
+        bool quoted = false;
+        for (const char c : text.substr(at, stop - at)) {
+            quoted = quoted != (quote != '\0' && c == quote);
+            if (c == delimiter && !quoted)
+                raw.emplace_back();
+            else
+                raw.back() += c;
+        }
+        if (stop == text.size() && *raw.back().c_str() == '\0')
+            raw.pop_back();
+        if (raw.empty())
+            break;
+        for (std::string& field : raw)
+            field = FieldByRule(field, quote);
+        lines.push_back(raw);
+        at = std::min(text.find_first_not_of("\r\n", stop), text.size());
+    }
+    return lines;
+}
+
+} // namespace
+
+TEST(DelimitedText, ReadsByTheRule) {
+    constexpr unsigned seed = 41;
+    std::mt19937 random(seed);
+    const TestFolder folder;
+    for (int round = 0; round < 700; ++round) {
+        const bool header = random() % 2 == 0;
+        const char quote = "\"'"[random() % 3];
+        // The first two bytes tell that it is not UTF-16.
+        std::string text = "ab" + RandomText(random, 40, "xY,,;\"\"'\r\n\n\0"sv);
+        std::vector<Line> expected = LinesByRule(text, ',', quote);
+        if (header)
+            std::erase_if(expected,
+                          [&](const Line& line) { return line.size() != expected[0].size(); });
+        else
+            expected.insert(expected.begin(), expected[0]);
+        if (text.find('\0') == text.npos && random() % 2 == 0) {
+            std::string wide = random() % 2 == 0 ? "\xFF\xFE" : "";
+            for (const char c : text)
+                wide += {c, '\0'};
+            text = wide;
+        }
+        CDelimitedTextFile table;
+        ASSERT_TRUE(OpenText(table, folder, text, header, ',', quote));
+        // Without a header rows may be longer or shorter than the first.
+        for (Line& line : expected)
+            line.resize(expected[0].size(), "~");
+        ASSERT_EQ(Shown(Content(table)), Shown(expected))
+            << "seed " << seed << ", round " << round << ": " << text;
+    }
+}
+
+TEST(DelimitedText, WhatDoesNotOpen) {
+    const TestFolder folder;
+    CDelimitedTextFile table;
+    for (const std::string_view text : {""sv, "\xFF\xFE"sv, "\0\0\0\0"sv}) {
+        ASSERT_TRUE(OpenText(table, folder, "A\n1"));
+        EXPECT_FALSE(OpenText(table, folder, text));
+        EXPECT_EQ(table.NumFields() + table.NumRecords(), 0u);
+    }
+    EXPECT_FALSE(table.Open(nullptr, ',', true, '"'));
+    EXPECT_FALSE(table.Open((folder.Path() + std::string(260, 'x')).c_str(), ',', true, '"'));
+    const CodePage japanese(932);
+    ASSERT_TRUE(OpenText(table, folder, "\x83\x7C|B\n1|2\n", true, '|'));
+    EXPECT_STREQ(table.FieldName(0), "\x83\x7C") << "a trail byte is no delimiter";
+}
+
+TEST(DelimitedText, AnyBytesAndAnyLackOfMemory) {
+    const TestFolder folder;
+    CDelimitedTextFile table;
+    for (const char* repeated : {",", "\"", "\n", "a\n", "a,\"b\"\n", "\xFF\xFE"}) {
+        std::string bytes;
+        while (bytes.size() < 1'000'000)
+            bytes += repeated;
+        EXPECT_TRUE(OpenText(table, folder, bytes, false)) << repeated;
+    }
+    ASSERT_TRUE(OpenText(table, folder, "A,B\n1,2\n3,4\n"));
+    AllocationFault fault("vtrutils.dll");
+    fault.ForEachAllocation([&](unsigned n) {
+        CDelimitedTextFile other;
+        const bool opened = other.Open(table.FilePath(), ',', true, '"');
+        const bool edited = other.EditField(0, 1, "longer text");
+        const int column = other.AddNewCol("C", "default");
+        const int row = other.AddNewRow();
+        fault.FailAt(0);
+        std::vector<Line> expected = {{"A", "B"}, {"1", edited ? "longer text" : "2"}, {"3", "4"}};
+        for (Line& line : expected) {
+            if (column >= 0)
+                line.push_back(&line == &expected[0] ? "C" : "default");
+        }
+        if (row >= 0)
+            expected.emplace_back(expected[0].size(), "~");
+        EXPECT_TRUE(!opened || Shown(Content(other)) == Shown(expected)) << n;
+    });
+}

@@ -1,0 +1,82 @@
+#include "tests/support/ImportPatch.h"
+#include "tests/support/RandomText.h"
+#include "tests/text/DelimitedTables.h"
+
+#include <cstdio>
+#include <gtest/gtest.h>
+#include <windows.h>
+
+namespace {
+
+std::size_t WriteToFullDisk(const void*, std::size_t, std::size_t, std::FILE*) {
+    return 0;
+}
+
+} // namespace
+
+TEST(DelimitedTextSave, WritesWhatUsersExpect) {
+    const TestFolder folder;
+    CDelimitedTextFile table;
+    ASSERT_TRUE(OpenText(table, folder, "Name,,Code\n\"say \"hi\"\",x,\n,y,2\n"));
+    const std::string file = folder.File("new\\deep\\saved.csv");
+    ASSERT_TRUE(table.Save(file.c_str(), ',', true, '"'));
+    EXPECT_EQ(ReadBytes(file), "\"Name\",\"Code\"\r\n\"say ?hi?\",\"x\",\r\n,\"y\",\"2\"\r\n");
+    ASSERT_TRUE(table.Save(file.c_str(), ';', false, '\''));
+    EXPECT_EQ(ReadBytes(file), "'say \"hi\"';'x';\r\n;'y';'2'\r\n");
+    table.SetColumnSerializable(1, false);
+    ASSERT_TRUE(table.Save(file.c_str(), ';', true, '\0'));
+    EXPECT_EQ(ReadBytes(file), "Name;Code\r\nsay \"hi\";\r\n;2\r\n");
+    EXPECT_EQ(table.FilePath(), folder.File("table.csv"));
+    CDelimitedTextFile empty;
+    EXPECT_FALSE(empty.Save("", ',', true, '"') || empty.Save(nullptr, ',', true, '"'));
+    EXPECT_FALSE(empty.Save(std::string(260, 'x').c_str(), ',', true, '"'));
+    EXPECT_FALSE(empty.Save(folder.Path().c_str(), ',', true, '"'));
+    EXPECT_STREQ(empty.FilePath(), "");
+    ASSERT_TRUE(empty.Save(file.c_str(), ',', true, '"'));
+    EXPECT_EQ(empty.FilePath(), file);
+}
+
+TEST(DelimitedTextSave, ReadsBackToTheSame) {
+    constexpr unsigned seed = 53;
+    std::mt19937 random(seed);
+    const TestFolder folder;
+    const std::string file = folder.File("a.csv");
+    for (int round = 0; round < 150; ++round) {
+        const char quote = "\"'"[random() % 3];
+        const bool header = random() % 2 == 0;
+        const std::string alphabet = quote != '\0' ? "aB ,;\x80\xE4" : "aB ;\x80\xE4";
+        CDelimitedTextFile table;
+        for (unsigned columns = 2 + random() % 12; columns > 0; --columns)
+            table.AddNewCol(("n" + RandomText(random, 9, alphabet)).c_str(), "");
+        for (unsigned rows = 1 + random() % 30; rows > 0; --rows) {
+            const unsigned row = static_cast<unsigned>(table.AddNewRow());
+            for (unsigned c = 0; c < table.NumFields(); ++c)
+                table.EditField(row, c, RandomText(random, 20, alphabet).c_str());
+        }
+        ASSERT_TRUE(table.Save(file.c_str(), ',', header, quote));
+        CDelimitedTextFile copy;
+        ASSERT_TRUE(copy.Open(file.c_str(), ',', header, quote));
+        std::vector<Line> expected = Content(table);
+        if (!header)
+            expected[0] = expected[1];
+        ASSERT_EQ(Shown(Content(copy)), Shown(expected)) << "seed " << seed << ", round " << round;
+    }
+}
+
+TEST(DelimitedTextSave, FailureLeavesThePreviousFile) {
+    const TestFolder folder;
+    CDelimitedTextFile table;
+    ASSERT_TRUE(OpenText(table, folder, "A\nold\n"));
+    const std::string before = ReadBytes(table.FilePath());
+    // Larger than what is written at once.
+    table.EditField(0, 0, std::string(100'000, 'x').c_str());
+    {
+        const ImportPatch patch(GetModuleHandleA("vtrutils.dll"), "msvcrt.dll", "fwrite",
+                                reinterpret_cast<void*>(&WriteToFullDisk));
+        EXPECT_FALSE(table.Save(table.FilePath(), ',', true, '"'));
+    }
+    EXPECT_EQ(ReadBytes(table.FilePath()), before);
+    EXPECT_EQ(folder.Listing(), "table.csv");
+    EXPECT_TRUE(table.Save(table.FilePath(), ',', true, '"'));
+    EXPECT_NE(ReadBytes(table.FilePath()), before);
+}

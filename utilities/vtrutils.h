@@ -23,5 +23,6 @@
 #include "utilities/text/IniSection.h"
 #include "utilities/text/IniValue.h"
 #include "utilities/text/StringFunctions.h"
+#include "utilities/undo/UndoMgr.h"
 
 #endif

@@ -18,6 +18,7 @@
 #include "utilities/system/ReadWriteLock.h"
 #include "utilities/system/RefObject.h"
 #include "utilities/system/SlipLock.h"
+#include "utilities/text/COMString.h"
 #include "utilities/text/DelimitedTextFile.h"
 #include "utilities/text/IniFileReader.h"
 #include "utilities/text/IniSection.h"

@@ -217,6 +217,7 @@ TEST(UndoSetFreezer, KeepsOneSetAndTakesAnEmptyOneBack) {
     }
     EXPECT_EQ(manager.GetUndoSetName(2), nullptr);
     EXPECT_TRUE(manager.NextUndoSet()) << "set 1 has its atom";
+    { const CUndoSetFreezer other(&manager, nullptr); }
     {
         const CUndoSetFreezer guard(&manager, nullptr);
         h.AddSets({1, 1});

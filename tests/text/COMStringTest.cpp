@@ -288,9 +288,9 @@ TEST(COMStringWide, ReadsInTheThreadsCodePageAndWritesInThatOfTheProcess) {
     SetThreadLocale(MAKELCID(MAKELANGID(LANG_JAPANESE, SUBLANG_DEFAULT), SORT_DEFAULT));
     CCOMString text(L"\u8868");
     text += L"\u8868";
-    SetThreadLocale(before);
     EXPECT_STREQ(text, "\x95\\\x95\\");
     wchar_t* system = text.AllocSysString();
+    SetThreadLocale(before);
     EXPECT_STREQ(system, L"\u2022\\\u2022\\") << "as code page 1252 reads the bytes";
     EXPECT_EQ(SysStringLen(system), 4u);
     SysFreeString(system);

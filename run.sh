@@ -1,18 +1,29 @@
 #!/usr/bin/env bash
 # Sets up, builds and runs the gallery under Wine.
-#   ./run.sh         shows it; without DISPLAY makes a picture of every page in build/pictures
-#   ./run.sh FILE    the same with this INI document
+#   ./run.sh                    shows it; without DISPLAY makes a picture of every page in
+#                               build/pictures
+#   ./run.sh FILE               the same with this INI document or table
+#   ./run.sh --language NAME    the same in a language of gallery/data/languages
 set -euo pipefail
 scripts=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)/scripts
+source "$scripts/wine.sh"
 fail() { echo "run: $*" >&2; exit 1; }
 
-arguments=()
-if [ $# -gt 0 ]; then
-    [ $# -eq 1 ] || fail "one document at most: ./run.sh [FILE]"
-    [ -f "$1" ] || fail "there is no file $1"
-fi
-source "$scripts/wine.sh"
-[ $# -eq 0 ] || arguments=("$(windows_path "$1")")
+document=()
+language=()
+while [ $# -gt 0 ]; do
+    if [ "$1" = --language ]; then
+        [ $# -gt 1 ] || fail "--language needs a name"
+        language=(--language "$2")
+        shift 2
+    else
+        [ ${#document[@]} -eq 0 ] || fail "one document at most: ./run.sh [FILE] [--language NAME]"
+        [ -f "$1" ] || fail "there is no file $1"
+        document=("$(windows_path "$1")")
+        shift
+    fi
+done
+arguments=("${document[@]}" "${language[@]}")
 cd "$project_root"
 scripts/setup.sh
 

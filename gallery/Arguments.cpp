@@ -1,9 +1,7 @@
 #include "gallery/Arguments.h"
 
+#include "gallery/Text.h"
 #include "utilities/text/StringFunctions.h"
-#include "vtrfutls/FileNames.h"
-
-#include <windows.h>
 
 namespace gallery {
 
@@ -15,12 +13,12 @@ std::string Parameter(int index) {
     return text;
 }
 
-std::string ShippedDocument() {
-    char program[MAX_PATH] = "";
-    char folder[MAX_PATH];
-    GetModuleFileNameA(/*hModule=*/nullptr, program, sizeof program);
-    ExtractDirectory(program, folder, sizeof folder);
-    return std::string(folder) + "media-settings.ini";
+/// The value behind an option.
+std::string Value(Arguments& arguments, int index, const char* mistake) {
+    std::string value = Parameter(index);
+    if (value.empty())
+        arguments.mistake = mistake;
+    return value;
 }
 
 void ReadParameters(Arguments& arguments) {
@@ -28,15 +26,17 @@ void ReadParameters(Arguments& arguments) {
         const std::string parameter = Parameter(i);
         if (parameter.empty())
             return;
-        if (parameter == "--pictures") {
-            arguments.pictureFolder = Parameter(++i);
-            if (arguments.pictureFolder.empty())
-                arguments.mistake = "--pictures needs a folder";
-        } else if (arguments.document.empty()) {
-            arguments.document = parameter;
-        } else {
+        if (parameter == "--pictures")
+            arguments.pictureFolder =
+                Widen(Value(arguments, ++i, "--pictures needs a folder").c_str());
+        else if (parameter == "--language")
+            arguments.language = Value(arguments, ++i, "--language needs a name");
+        else if (parameter == "--registry")
+            arguments.registryKey = Value(arguments, ++i, "--registry needs a key");
+        else if (arguments.document.empty())
+            arguments.document = Widen(parameter.c_str());
+        else
             arguments.mistake = "more than one document: " + parameter;
-        }
     }
 }
 
@@ -46,7 +46,9 @@ Arguments ReadArguments() {
     Arguments arguments;
     ReadParameters(arguments);
     if (arguments.document.empty())
-        arguments.document = ShippedDocument();
+        arguments.document = Widen((ProgramFolder() + "media-settings.ini").c_str());
+    if (arguments.registryKey.empty())
+        arguments.registryKey = "Software\\vtrutils gallery";
     return arguments;
 }
 

@@ -21,6 +21,14 @@ HWND MakeEdit(HWND parent, int id) {
     return MakeControl(parent, WC_EDITW, L"", WS_TABSTOP | WS_BORDER | ES_AUTOHSCROLL, id);
 }
 
+HWND MakeCheckBox(HWND parent, int id) {
+    return MakeControl(parent, WC_BUTTONW, L"", WS_TABSTOP | BS_AUTOCHECKBOX, id);
+}
+
+HWND MakeChoice(HWND parent, int id) {
+    return MakeControl(parent, WC_COMBOBOXW, L"", WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST, id);
+}
+
 HWND MakeLabel(HWND parent, const wchar_t* text, int id) {
     return MakeControl(parent, WC_STATICW, text, SS_LEFT | SS_CENTERIMAGE, id);
 }
@@ -44,6 +52,21 @@ void SetText(HWND control, const std::wstring& text) {
 void FocusAndSelect(HWND edit) {
     SetFocus(edit);
     SendMessageW(edit, EM_SETSEL, 0, -1);
+}
+
+bool IsChecked(HWND checkBox) {
+    return SendMessageW(checkBox, BM_GETCHECK, 0, 0) == BST_CHECKED;
+}
+
+void SetChoices(HWND choice, const std::vector<std::wstring>& texts, int chosen) {
+    SendMessageW(choice, CB_RESETCONTENT, 0, 0);
+    for (const std::wstring& text : texts)
+        SendMessageW(choice, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()));
+    SendMessageW(choice, CB_SETCURSEL, static_cast<WPARAM>(chosen), 0);
+}
+
+int Chosen(HWND choice) {
+    return static_cast<int>(SendMessageW(choice, CB_GETCURSEL, 0, 0));
 }
 
 void SetFontOfChildren(HWND parent, HFONT font) {

@@ -2,6 +2,7 @@
 #define VTRUTILS_GALLERY_CONTROLS_H
 
 #include <string>
+#include <vector>
 #include <windows.h>
 
 namespace gallery {
@@ -11,6 +12,9 @@ namespace gallery {
 HWND MakeControl(HWND parent, const wchar_t* className, const wchar_t* text, DWORD style, int id);
 HWND MakeButton(HWND parent, const wchar_t* text, int id);
 HWND MakeEdit(HWND parent, int id);
+HWND MakeCheckBox(HWND parent, int id);
+/// A list to drop down and choose from.
+HWND MakeChoice(HWND parent, int id);
 HWND MakeLabel(HWND parent, const wchar_t* text, int id);
 /// Shows any text as it is, cut with an ellipsis where it is too long.
 HWND MakeTextLine(HWND parent, DWORD style, int id);
@@ -21,6 +25,13 @@ void SetText(HWND control, const std::wstring& text);
 
 /// Gives the focus and selects all of an edit field's text.
 void FocusAndSelect(HWND edit);
+
+bool IsChecked(HWND checkBox);
+
+/// The texts of a choice, the one with index `chosen` chosen without a notification.
+void SetChoices(HWND choice, const std::vector<std::wstring>& texts, int chosen);
+/// -1 for none.
+int Chosen(HWND choice);
 
 void SetFontOfChildren(HWND parent, HFONT font);
 

@@ -1,22 +1,34 @@
 #include "gallery/FileDialog.h"
 
-#include <iterator>
+#include "gallery/Language.h"
 
 #include <commdlg.h>
+#include <iterator>
 
 namespace gallery {
 
-bool AskForDocument(HWND owner, FileQuestion question, std::wstring& path) {
+namespace {
+
+/// A name and a pattern, each with its terminator.
+std::wstring FilterOf(const char* nameKey, const std::wstring& extension) {
+    const std::wstring pattern = L"*." + extension;
+    return Text(nameKey) + L" (" + pattern + L")" + L'\0' + pattern + L'\0';
+}
+
+} // namespace
+
+bool AskForFile(HWND owner, FileQuestion question, const FileKind& kind, std::wstring& path) {
     wchar_t name[4096] = L"";
     if (path.size() < std::size(name))
         path.copy(name, path.size());
+    const std::wstring filter = FilterOf(kind.nameKey, kind.extension) + FilterOf("AllFiles", L"*");
     OPENFILENAMEW dialog{};
     dialog.lStructSize = sizeof dialog;
     dialog.hwndOwner = owner;
-    dialog.lpstrFilter = L"INI documents (*.ini)\0*.ini\0All files\0*.*\0";
+    dialog.lpstrFilter = filter.c_str();
     dialog.lpstrFile = name;
     dialog.nMaxFile = static_cast<DWORD>(std::size(name));
-    dialog.lpstrDefExt = L"ini";
+    dialog.lpstrDefExt = kind.extension;
     // The current folder stays: relative names that the program was given depend on it.
     dialog.Flags = OFN_EXPLORER | OFN_HIDEREADONLY | OFN_NOCHANGEDIR | OFN_PATHMUSTEXIST;
     dialog.Flags |= question == FileQuestion::open ? OFN_FILEMUSTEXIST : OFN_OVERWRITEPROMPT;

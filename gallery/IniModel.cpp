@@ -30,54 +30,27 @@ private:
     long long start;
 };
 
-/// A relative name would point elsewhere once the current folder changes.
-std::string AbsolutePath(const std::string& path) {
-    char absolute[MAX_PATH];
-    const DWORD length =
-        GetFullPathNameA(path.c_str(), sizeof absolute, absolute, /*lpFilePart=*/nullptr);
-    return length > 0 && length < sizeof absolute ? absolute : path;
-}
-
 } // namespace
 
-bool IniModel::Load(const std::string& path) {
+bool IniModel::Read(const std::string& path) {
     auto fresh = std::make_unique<CIniFileReader>();
-    const std::string absolute = AbsolutePath(path);
     const Stopwatch watch;
-    if (!fresh->Init(absolute.c_str(), /*sort=*/false))
+    if (!fresh->Init(path.c_str(), /*sort=*/false))
         return false;
     milliseconds = watch.Milliseconds();
     document = std::move(fresh);
-    changed = false;
     return true;
 }
 
-bool IniModel::Save() {
-    if (!Loaded() || !document->Save())
-        return false;
-    changed = false;
-    return true;
-}
-
-bool IniModel::SaveAs(const std::string& path) {
-    if (!Loaded())
-        return false;
-    const std::string previous = Path();
-    if (document->SetFileName(AbsolutePath(path).c_str()) && Save())
-        return true;
-    document->SetFileName(previous.c_str());
-    return false;
+bool IniModel::Write(const std::string& path) {
+    return document->SetFileName(path.c_str()) && document->Save();
 }
 
 void IniModel::Sort() {
     if (!Loaded() || Sorted())
         return;
     document->Sort();
-    changed = true;
-}
-
-std::string IniModel::Path() const {
-    return Loaded() && document->FileName() != nullptr ? document->FileName() : "";
+    Touch();
 }
 
 int IniModel::Sections() const {
@@ -109,18 +82,18 @@ std::wstring IniModel::Value(Place place) const {
     return pair != nullptr ? Widen(pair->Value()) : L"";
 }
 
-const wchar_t* IniModel::SetValue(Place place, const std::wstring& value) {
+const char* IniModel::SetValue(Place place, const std::wstring& value) {
     if (Pair(place) == nullptr)
-        return L"Select a pair first.";
+        return "SelectPair";
     std::string narrow;
     if (!Narrow(value, narrow))
-        return L"The system's code page lacks a character of this value.";
-    const wchar_t* reason = WhyNotStorable(narrow);
+        return "ValueNotNarrow";
+    const char* reason = WhyNotStorable(narrow);
     if (reason != nullptr || value == Value(place))
         return reason;
     if (!document->SetValue(place.section, place.pair, narrow.c_str()))
-        return L"There is not enough memory.";
-    changed = true;
+        return "NoMemory";
+    Touch();
     return nullptr;
 }
 

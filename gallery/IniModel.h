@@ -1,6 +1,7 @@
 #ifndef VTRUTILS_GALLERY_INIMODEL_H
 #define VTRUTILS_GALLERY_INIMODEL_H
 
+#include "gallery/Document.h"
 #include "utilities/text/IniFileReader.h"
 
 #include <memory>
@@ -8,9 +9,9 @@
 
 namespace gallery {
 
-/// The document that the page "INI document" shows, in the wide texts that windows want, and
-/// whether it is saved. Empty until a document was loaded. One thread at a time.
-class IniModel {
+/// The document that the page "INI document" shows, in the wide texts that windows want. One thread
+/// at a time.
+class IniModel final : public Document {
 public:
     /// Indices of a section and of a pair in it.
     struct Place {
@@ -24,21 +25,9 @@ public:
         int count = 0;  ///< 0: there is none
     };
 
-    /// Loads the file named by an absolute or relative path. False, with the present document
-    /// kept, when it cannot be read.
-    bool Load(const std::string& path);
-
-    /// To the document's own file, or another one that it belongs to from then on. On failure the
-    /// files, the name and what is unsaved stay as they were.
-    bool Save();
-    bool SaveAs(const std::string& path);
-
     void Sort();
 
-    bool Loaded() const { return document != nullptr; }
-    bool Changed() const { return changed; }
     bool Sorted() const { return Loaded() && document->KeepSorted(); }
-    std::string Path() const;
     double LoadMilliseconds() const { return milliseconds; }
 
     /// 0 and "" for what is not there.
@@ -49,18 +38,21 @@ public:
     std::wstring Key(Place place) const;
     std::wstring Value(Place place) const;
 
-    /// Null when the value was set, else why it was not, as a sentence for the user.
-    const wchar_t* SetValue(Place place, const std::wstring& value);
+    /// Null when the value was set, else why it was not, as the key of a sentence for
+    /// the user.
+    const char* SetValue(Place place, const std::wstring& value);
 
     /// The next key that holds the text, ignoring case, behind `after` and then from the start.
     Match FindKey(const std::wstring& text, Place after) const;
 
 private:
+    bool Read(const std::string& path) override;
+    bool Write(const std::string& path) override;
+
     const CIniValue* Pair(Place place) const;
 
     std::unique_ptr<CIniFileReader> document;
     double milliseconds = 0;
-    bool changed = false;
 };
 
 } // namespace gallery

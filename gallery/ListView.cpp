@@ -1,6 +1,7 @@
 #include "gallery/ListView.h"
 
 #include "gallery/Controls.h"
+#include "gallery/Language.h"
 #include "gallery/Text.h"
 
 #include <algorithm>
@@ -21,11 +22,12 @@ COLORREF QuietSelection() {
 
 } // namespace
 
-bool ListView::Create(HWND parent, const wchar_t* name, int id, Titles titles,
+bool ListView::Create(HWND parent, const char* nameKey, int id, Titles titles,
                       TextOfCell textOfCell) {
+    name = nameKey;
     cell = std::move(textOfCell);
     const DWORD titleStyle = titles == Titles::shown ? LVS_NOSORTHEADER : LVS_NOCOLUMNHEADER;
-    list = MakeControl(parent, WC_LISTVIEWW, name,
+    list = MakeControl(parent, WC_LISTVIEWW, Text(name).c_str(),
                        WS_TABSTOP | WS_BORDER | LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL |
                            LVS_SHOWSELALWAYS | LVS_SHAREIMAGELISTS | titleStyle,
                        id);
@@ -36,15 +38,39 @@ bool ListView::Create(HWND parent, const wchar_t* name, int id, Titles titles,
     return true;
 }
 
-void ListView::AddColumn(const wchar_t* title, Align align) {
+void ListView::AddColumn(const char* titleKey, Align align) {
+    InsertColumn(static_cast<int>(columns.size()), Text(titleKey), align);
+    columns.push_back(titleKey);
+}
+
+void ListView::SetColumns(const std::vector<std::wstring>& titles) {
+    columns.clear();
+    while (ListView_DeleteColumn(list, 0)) {
+    }
+    for (std::size_t i = 0; i < titles.size(); ++i)
+        InsertColumn(static_cast<int>(i), titles[i], Align::left);
+}
+
+void ListView::InsertColumn(int index, std::wstring title, Align align) {
     LVCOLUMNW column{};
     column.mask = LVCF_TEXT | LVCF_FMT | LVCF_SUBITEM;
     column.fmt = align == Align::right ? LVCFMT_RIGHT : LVCFMT_LEFT;
-    column.pszText = const_cast<wchar_t*>(title);
-    column.iSubItem = columns;
-    SendMessageW(list, LVM_INSERTCOLUMNW, static_cast<WPARAM>(columns),
+    column.pszText = title.data();
+    column.iSubItem = index;
+    SendMessageW(list, LVM_INSERTCOLUMNW, static_cast<WPARAM>(index),
                  reinterpret_cast<LPARAM>(&column));
-    ++columns;
+}
+
+void ListView::UpdateTexts() {
+    SetText(list, Text(name));
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        std::wstring title = Text(columns[i]);
+        LVCOLUMNW column{};
+        column.mask = LVCF_TEXT;
+        column.pszText = title.data();
+        SendMessageW(list, LVM_SETCOLUMNW, i, reinterpret_cast<LPARAM>(&column));
+    }
+    RedrawRows();
 }
 
 void ListView::SetLook(const Look& look) {
@@ -112,6 +138,10 @@ bool ListView::Notified(const NMHDR& header, LRESULT& result) {
     }
     // What a program selects by itself is no news for it.
     return quiet && header.code == LVN_ITEMCHANGED;
+}
+
+WORD ListView::KeyPressed(const NMHDR& header) {
+    return header.code == LVN_KEYDOWN ? reinterpret_cast<const NMLVKEYDOWN&>(header).wVKey : 0;
 }
 
 bool ListView::SelectionMoved(const NMHDR& header) {

@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace gallery {
 
@@ -17,11 +18,16 @@ public:
     enum class Titles { shown, hidden };
     enum class Align { left, right };
 
-    /// `name` is what screen readers say. False, with `GetLastError`, when it cannot be made.
-    bool Create(HWND parent, const wchar_t* name, int id, Titles titles, TextOfCell textOfCell);
+    /// `nameKey` is the key of what screen readers say. False, with `GetLastError`, when it cannot
+    /// be made. Keys are not copied.
+    bool Create(HWND parent, const char* nameKey, int id, Titles titles, TextOfCell textOfCell);
     HWND Handle() const { return list; }
 
-    void AddColumn(const wchar_t* title, Align align);
+    void AddColumn(const char* titleKey, Align align);
+    /// Columns with these titles, which are in no string file, in place of all others.
+    void SetColumns(const std::vector<std::wstring>& titles);
+    /// Sets name and titles in the language that is chosen now, and asks for the cells again.
+    void UpdateTexts();
     void SetLook(const Look& look);
     void SetColumnWidth(int column, int pixels);
     /// What is left for the columns of a list of that width that has, or may get, a scroll bar.
@@ -40,16 +46,21 @@ public:
     /// Answers the list's questions. True when `result` is the answer to its parent's WM_NOTIFY.
     bool Notified(const NMHDR& header, LRESULT& result);
 
+    /// The key that the notification says was pressed in a list, or 0.
+    static WORD KeyPressed(const NMHDR& header);
+
     /// True when the notification says that another row is selected.
     static bool SelectionMoved(const NMHDR& header);
 
 private:
+    void InsertColumn(int index, std::wstring title, Align align);
     LRESULT Draw(NMLVCUSTOMDRAW& draw) const;
     LRESULT FindRow(const NMLVFINDITEMW& wanted) const;
 
     HWND list = nullptr;
     vtr::ImageList rowHeight; ///< of empty images: rows are as high as these
-    int columns = 0;
+    const char* name = nullptr;
+    std::vector<const char*> columns; ///< the keys of their titles
     bool quiet = false;
     TextOfCell cell;
     std::wstring shown; ///< the text handed out last

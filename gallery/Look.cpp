@@ -1,20 +1,17 @@
 #include "gallery/Look.h"
 
+#include "gallery/Controls.h"
+#include "utilities/system/DynamicFunction.h"
+
 #include <algorithm>
-#include <cwchar>
 
 namespace gallery {
 
 namespace {
 
-/// Null on systems that lack the function.
-template <class Function>
-Function UserFunction(const char* name) {
-    const HMODULE user = GetModuleHandleW(L"user32.dll");
-    // Through void*: the result is a function of another type by contract.
-    return reinterpret_cast<Function>(
-        reinterpret_cast<void*>(user != nullptr ? GetProcAddress(user, name) : nullptr));
-}
+vtr::DynamicFunction<UINT WINAPI(HWND)> dpiForWindow("user32.dll", "GetDpiForWindow");
+vtr::DynamicFunction<BOOL WINAPI(UINT, UINT, void*, UINT, UINT)>
+    parametersForDpi("user32.dll", "SystemParametersInfoForDpi");
 
 unsigned SystemDpi() {
     const vtr::MemoryDc screen(CreateICW(L"DISPLAY", nullptr, nullptr, nullptr));
@@ -23,15 +20,14 @@ unsigned SystemDpi() {
 }
 
 unsigned DpiOf(HWND window) {
-    static const auto getDpi = UserFunction<UINT(WINAPI*)(HWND)>("GetDpiForWindow");
+    auto* getDpi = dpiForWindow.Get();
     const unsigned dpi = getDpi != nullptr ? getDpi(window) : 0;
     return dpi > 0 ? dpi : SystemDpi();
 }
 
 /// False leaves the font to the caller.
 bool MessageFont(unsigned dpi, LOGFONTW& result) {
-    static const auto forDpi =
-        UserFunction<BOOL(WINAPI*)(UINT, UINT, void*, UINT, UINT)>("SystemParametersInfoForDpi");
+    auto* forDpi = parametersForDpi.Get();
     NONCLIENTMETRICSW metrics{};
     metrics.cbSize = sizeof metrics;
     if (forDpi != nullptr &&
@@ -67,20 +63,26 @@ void Look::Update(HWND window) {
 void Look::Update(unsigned newDpi) {
     dpi = newDpi;
     LOGFONTW description{};
-    if (MessageFont(dpi, description))
+    const bool known = MessageFont(dpi, description);
+    description.lfCharSet = charset;
+    if (known)
         font.Reset(CreateFontIndirectW(&description));
     TEXTMETRICW metrics{};
     lineHeight = GetTextMetricsW(Measure(Font()).Dc(), &metrics) ? metrics.tmHeight : Pixels(16);
 }
 
-int Look::TextWidth(const wchar_t* text) const {
+int Look::TextWidth(const std::wstring& text) const {
     SIZE size{};
-    GetTextExtentPoint32W(Measure(Font()).Dc(), text, static_cast<int>(std::wcslen(text)), &size);
+    GetTextExtentPoint32W(Measure(Font()).Dc(), text.data(), static_cast<int>(text.size()), &size);
     return size.cx;
 }
 
-int Look::ButtonWidth(const wchar_t* text) const {
-    return std::max(Pixels(80), TextWidth(text) + Pixels(24));
+int Look::TextWidth(HWND control) const {
+    return TextWidth(TextOf(control));
+}
+
+int Look::ButtonWidth(HWND button) const {
+    return std::max(Pixels(80), TextWidth(button) + Pixels(24));
 }
 
 } // namespace gallery

@@ -2,6 +2,7 @@
 
 #include "gallery/ControlIds.h"
 #include "gallery/Controls.h"
+#include "gallery/Language.h"
 #include "gallery/Pages.h"
 
 #include <algorithm>
@@ -22,18 +23,20 @@ bool IsButton(HWND control) {
 
 } // namespace
 
-bool MainWindow::Create() {
+bool MainWindow::Create(const std::string& registryKey) {
+    recent.Load(registryKey);
     accelerators = LoadAcceleratorsW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(ID_ACCELERATORS));
     made.resize(static_cast<std::size_t>(pageCount));
-    if (!CreateAs(GALLERY_WINDOW_CLASS, L"vtrutils gallery", /*extendedStyle=*/0,
+    if (!CreateAs(GALLERY_WINDOW_CLASS, Text("Gallery").c_str(), /*extendedStyle=*/0,
                   WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, usualSize, /*parent=*/nullptr))
         return false;
-    pageLabel = MakeLabel(Handle(), L"&Pages", ID_PAGE_LABEL);
-    const auto title = [](int row, int) -> std::wstring { return pages[row].title; };
-    if (!pageList.Create(Handle(), L"Pages", ID_PAGE_LIST, ListView::Titles::hidden, title))
+    pageLabel = captions.AddLabel(Handle(), "PagesLabel", ID_PAGE_LABEL);
+    const auto title = [](int row, int) { return Text(pages[row].titleKey); };
+    if (!pageList.Create(Handle(), "Pages", ID_PAGE_LIST, ListView::Titles::hidden, title))
         return false;
-    pageList.AddColumn(L"Page", ListView::Align::left);
+    pageList.AddColumn("Pages", ListView::Align::left);
     pageList.SetRows(pageCount);
+    look.SetCharset(Charset());
     look.Update(Handle());
     RECT work{};
     SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, /*fWinIni=*/0);
@@ -51,6 +54,22 @@ void MainWindow::Show(int showCommand) {
 }
 
 bool MainWindow::ShowPage(int index) {
+    if (!GoTo(index))
+        return false;
+    CurrentPage().Shown();
+    return true;
+}
+
+bool MainWindow::Open(const std::wstring& path) {
+    return GoTo(PageOfFile(path)) && CurrentPage().MayClose() && CurrentPage().Open(path);
+}
+
+void MainWindow::OpenFile(const std::wstring& path) {
+    Open(path);
+    CurrentPage().TakeFocus();
+}
+
+bool MainWindow::GoTo(int index) {
     std::unique_ptr<Page>& page = made[static_cast<std::size_t>(index)];
     if (page == nullptr) {
         std::unique_ptr<Page> fresh = pages[index].make();
@@ -125,7 +144,20 @@ void MainWindow::DocumentChanged() {
     std::wstring title = page.Unsaved() ? L"*" : L"";
     if (!name.empty())
         title += name + L" - ";
-    SetText(Handle(), title + L"vtrutils gallery");
+    SetText(Handle(), title + Text("Gallery"));
+}
+
+void MainWindow::LanguageChanged() {
+    captions.Update();
+    pageList.UpdateTexts();
+    look.SetCharset(Charset());
+    look.Update(Handle());
+    for (const std::unique_ptr<Page>& page : made) {
+        if (page != nullptr)
+            page->UpdateTexts();
+    }
+    Restyle();
+    DocumentChanged();
 }
 
 void MainWindow::Command(int id, int notification) {

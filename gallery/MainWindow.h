@@ -3,6 +3,7 @@
 
 #include "gallery/ListView.h"
 #include "gallery/Page.h"
+#include "gallery/RecentFiles.h"
 
 #include <memory>
 #include <string>
@@ -14,12 +15,15 @@ namespace gallery {
 /// is first shown. One thread at a time.
 class MainWindow : public Window, private PageHost {
 public:
-    /// False, with `GetLastError`, when a window cannot be made.
-    bool Create();
+    /// Remembers files in this key below HKEY_CURRENT_USER. False, with `GetLastError`, when a
+    /// window cannot be made.
+    bool Create(const std::string& registryKey);
     void Show(int showCommand);
 
     /// False when the page cannot be made.
     bool ShowPage(int index);
+    /// Shows the page for the file and opens it there, unless the user keeps what is on the page.
+    bool Open(const std::wstring& path);
     Page& CurrentPage() const { return *made[static_cast<std::size_t>(current)]; }
 
     /// True when the message was a key of the window, or of Tab and its like, and is done with.
@@ -29,11 +33,15 @@ protected:
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
 private:
+    RecentFiles& Recent() override { return recent; }
+    void OpenFile(const std::wstring& path) override;
     void DocumentChanged() override;
+    void LanguageChanged() override;
 
     void Sized() override { Arrange(); }
     void Command(int id, int notification) override;
     LRESULT Notify(const NMHDR& header) override;
+    bool GoTo(int index);
     void StepPage(int step);
     void SetDpi(unsigned dpi);
     void Restyle();
@@ -43,7 +51,9 @@ private:
     void MoveFocus(WPARAM wanted, bool isControl) const;
     bool MayClose() const;
 
+    RecentFiles recent;
     Look look;
+    Captions captions;
     HWND pageLabel = nullptr;
     ListView pageList;
     HWND lastFocus = nullptr;

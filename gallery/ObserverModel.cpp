@@ -1,5 +1,6 @@
 #include "gallery/ObserverModel.h"
 
+#include "gallery/Language.h"
 #include "gallery/Text.h"
 
 #include <algorithm>
@@ -11,34 +12,51 @@ namespace {
 
 enum class Habit { logs, leaves, comesBack, sendsPlay };
 
-struct Description {
-    const wchar_t* name;
+constexpr int none = -1;
+
+} // namespace
+
+struct ObserverModel::Description {
+    const char* nameKey;
     int codes[3]; ///< filled up with -1
     Habit habit;
 };
 
-constexpr int none = -1;
+namespace {
 
 /// In this order they are added, and so notified.
-constexpr Description descriptions[] = {
-    {L"Meter", {ObserverModel::play, ObserverModel::stop, none}, Habit::logs},
-    {L"Hint", {ObserverModel::play, ObserverModel::stop, none}, Habit::leaves},
-    {L"Playlist", {ObserverModel::play, ObserverModel::seek, none}, Habit::comesBack},
-    {L"Repeat", {ObserverModel::stop, none, none}, Habit::sendsPlay},
-    {L"Clock", {ObserverModel::play, ObserverModel::stop, ObserverModel::seek}, Habit::logs},
+constexpr ObserverModel::Description descriptions[] = {
+    {"Meter", {ObserverModel::play, ObserverModel::stop, none}, Habit::logs},
+    {"Hint", {ObserverModel::play, ObserverModel::stop, none}, Habit::leaves},
+    {"Playlist", {ObserverModel::play, ObserverModel::seek, none}, Habit::comesBack},
+    {"Repeat", {ObserverModel::stop, none, none}, Habit::sendsPlay},
+    {"Clock", {ObserverModel::play, ObserverModel::stop, ObserverModel::seek}, Habit::logs},
 };
 
-const wchar_t* TextOf(Habit habit) {
+const char* KeyOf(Habit habit) {
     switch (habit) {
     case Habit::leaves:
-        return L"removes itself";
+        return "Leaves";
     case Habit::comesBack:
-        return L"removes itself, comes back";
+        return "ComesBack";
     case Habit::sendsPlay:
-        return L"sends play at once, nested";
+        return "SendsPlay";
     default:
-        return L"only logs";
+        return "OnlyLogs";
     }
+}
+
+std::wstring NameOf(const ObserverModel::Description& observer) {
+    return gallery::Text(observer.nameKey);
+}
+
+std::wstring CodesOf(const ObserverModel::Description& observer) {
+    std::wstring text;
+    for (const int code : observer.codes) {
+        if (code != none)
+            text += (text.empty() ? L"" : L", ") + ObserverModel::NameOf(code);
+    }
+    return text;
 }
 
 } // namespace
@@ -57,36 +75,26 @@ public:
     void OnNotify(int code, void* data, Observable* source) override;
     void Attach(Observable* player) override;
 
-    std::wstring Name() const { return about.name; }
-    std::wstring Codes() const;
-    std::wstring Reaction() const { return gallery::TextOf(about.habit); }
+    const Description& About() const { return about; }
     bool Attached() const { return attached; }
 
     void RemoveFrom(Observable& player);
     void Forget() { attached = false; }
 
 private:
-    std::wstring React(const Delivery& delivery, Observable& player);
-    std::wstring ComeBack(Observable& player);
+    /// Both return the key of what came of it, null when there is nothing to tell.
+    const char* React(const Delivery& delivery, Observable& player);
+    const char* ComeBack(Observable& player);
 
     ObserverModel& model;
     const Description& about;
     bool attached = false;
 };
 
-std::wstring ObserverModel::Watcher::Codes() const {
-    std::wstring text;
-    for (const int code : about.codes) {
-        if (code != none)
-            text += (text.empty() ? L"" : L", ") + NameOf(code);
-    }
-    return text;
-}
-
 void ObserverModel::Watcher::Attach(Observable* player) {
     player->RegisterObservations(this, about.codes[0], about.codes[1], about.codes[2], none);
-    model.AddLine(/*level=*/1, Name() + L": Attach",
-                  (attached ? L"was registered already for " : L"registers for ") + Codes());
+    model.AddLine(
+        {/*level=*/1, Call::attach, &about, none, attached ? "WasRegisteredFor" : "RegistersFor"});
     attached = true;
 }
 
@@ -98,33 +106,33 @@ void ObserverModel::Watcher::RemoveFrom(Observable& player) {
 void ObserverModel::Watcher::OnNotify(int code, void* data, Observable* source) {
     auto& delivery = *static_cast<Delivery*>(data);
     ++delivery.received;
-    const std::size_t line = model.AddLine(delivery.level + 1, Name() + L": " + NameOf(code));
-    const std::wstring result = React(delivery, *source);
-    model.log[line].result = result;
+    const std::size_t line = model.AddLine({delivery.level + 1, Call::notify, &about, code});
+    const char* result = React(delivery, *source);
+    model.log[line].resultKey = result;
 }
 
-std::wstring ObserverModel::Watcher::React(const Delivery& delivery, Observable& player) {
+const char* ObserverModel::Watcher::React(const Delivery& delivery, Observable& player) {
     switch (about.habit) {
     case Habit::leaves:
         RemoveFrom(player);
-        return L"removes itself: receives nothing more";
+        return "LeavesForGood";
     case Habit::comesBack:
         return ComeBack(player);
     case Habit::sendsPlay:
         model.Send(play, delivery.level + 2);
-        return L"sends play before it returns";
+        return "SendsPlayFirst";
     default:
-        return {};
+        return nullptr;
     }
 }
 
-std::wstring ObserverModel::Watcher::ComeBack(Observable& player) {
+const char* ObserverModel::Watcher::ComeBack(Observable& player) {
     RemoveFrom(player);
     player.AddObserver(this);
     if (attached)
-        return L"removes itself, and is attached anew";
+        return "IsAttachedAnew";
     attached = true; // without a call of `Attach`, as it never left
-    return L"removes itself and comes back: the removal is cancelled";
+    return "ComesBackAtOnce";
 }
 
 ObserverModel::ObserverModel() {
@@ -149,15 +157,15 @@ int ObserverModel::Observers() const {
 }
 
 std::wstring ObserverModel::Name(int observer) const {
-    return At(observer).Name();
+    return gallery::NameOf(At(observer).About());
 }
 
 std::wstring ObserverModel::Codes(int observer) const {
-    return At(observer).Codes();
+    return CodesOf(At(observer).About());
 }
 
 std::wstring ObserverModel::Reaction(int observer) const {
-    return At(observer).Reaction();
+    return gallery::Text(KeyOf(At(observer).About().habit));
 }
 
 bool ObserverModel::Attached(int observer) const {
@@ -170,43 +178,67 @@ int ObserverModel::AllAttached() const {
 }
 
 void ObserverModel::Add(int observer) {
-    AddLine(/*level=*/0, L"AddObserver(" + Name(observer) + L")");
+    AddLine({/*level=*/0, Call::addObserver, &At(observer).About(), none});
     subject.AddObserver(&At(observer));
 }
 
 void ObserverModel::Remove(int observer) {
-    AddLine(/*level=*/0, L"RemoveObserver(" + Name(observer) + L")",
-            Attached(observer) ? L"" : L"was not there: nothing to do");
+    AddLine({/*level=*/0, Call::removeObserver, &At(observer).About(), none,
+             Attached(observer) ? nullptr : "WasNotThere"});
     At(observer).RemoveFrom(subject);
 }
 
 void ObserverModel::RemoveAll() {
-    AddLine(/*level=*/0, L"RemoveAllObservers()");
+    AddLine({/*level=*/0, Call::removeAll, /*observer=*/nullptr, none});
     subject.RemoveAllObservers();
     for (const auto& watcher : watchers)
         watcher->Forget();
 }
 
 std::wstring ObserverModel::NameOf(int code) {
-    constexpr const wchar_t* names[] = {L"play", L"stop", L"seek", L"eject"};
-    return names[code - play];
+    constexpr const char* keys[] = {"Play", "Stop", "Seek", "Eject"};
+    return gallery::Text(keys[code - play]);
 }
 
 int ObserverModel::Send(int code, int level) {
-    const std::size_t line =
-        AddLine(level, Format(L"SendNotification(%d, ...)  ", code) + NameOf(code));
+    const std::size_t line = AddLine({level, Call::send, /*observer=*/nullptr, code});
     Delivery delivery{level};
     ++deliveries;
     subject.SendNotification(code, &delivery);
-    log[line].result = delivery.received == 0 ? L"nobody is registered"
-                                              : Format(L"%d received it", delivery.received);
+    log[line].resultKey = delivery.received == 0 ? "Nobody" : "ReceivedIt";
+    log[line].received = delivery.received;
     return delivery.received;
 }
 
-std::size_t ObserverModel::AddLine(int level, const std::wstring& text,
-                                   const std::wstring& result) {
-    log.push_back({level, text, result});
+std::size_t ObserverModel::AddLine(const LogLine& line) {
+    log.push_back(line);
     return log.size() - 1;
+}
+
+std::wstring ObserverModel::Text(const LogLine& line) {
+    const std::wstring name = line.observer != nullptr ? gallery::NameOf(*line.observer) : L"";
+    switch (line.call) {
+    case Call::addObserver:
+        return L"AddObserver(" + name + L")";
+    case Call::removeObserver:
+        return L"RemoveObserver(" + name + L")";
+    case Call::removeAll:
+        return L"RemoveAllObservers()";
+    case Call::send:
+        return Format(L"SendNotification(%d, ...)  ", line.code) + NameOf(line.code);
+    case Call::attach:
+        return name + L": Attach";
+    default:
+        return name + L": " + NameOf(line.code);
+    }
+}
+
+std::wstring ObserverModel::Result(const LogLine& line) {
+    if (line.resultKey == nullptr)
+        return {};
+    return gallery::Text(
+        line.resultKey,
+        {line.call == Call::attach ? CodesOf(*line.observer) : std::to_wstring(line.received)});
 }
 
 } // namespace gallery

@@ -13,12 +13,19 @@ namespace gallery {
 /// and removes, and a log of what was called and received. One thread at a time.
 class ObserverModel {
 public:
+    struct Description;
     enum Code { play = 1, stop, seek, eject };
 
+    enum class Call { addObserver, removeObserver, removeAll, send, attach, notify };
+
+    /// What happened, in no language yet.
     struct LogLine {
         int level; ///< 0 for what the user asked for, one more for each call inside of it
-        std::wstring text;
-        std::wstring result; ///< "" when there is nothing to tell
+        Call call;
+        const Description* observer; ///< null for a call that names none
+        int code;
+        const char* resultKey = nullptr; ///< null when there is nothing to tell
+        int received = 0;
     };
 
     /// With all observers added, as the log tells.
@@ -46,6 +53,9 @@ public:
     int Deliveries() const { return deliveries; }
 
     const std::vector<LogLine>& Log() const { return log; }
+    static std::wstring Text(const LogLine& line);
+    /// "" when there is nothing to tell.
+    static std::wstring Result(const LogLine& line);
     void ClearLog() { log.clear(); }
 
 private:
@@ -54,7 +64,7 @@ private:
 
     int Send(int code, int level);
     /// Returns the index of the new line.
-    std::size_t AddLine(int level, const std::wstring& text, const std::wstring& result = {});
+    std::size_t AddLine(const LogLine& line);
     const Watcher& At(int observer) const;
     Watcher& At(int observer);
 

@@ -19,6 +19,12 @@ void Page::SetLook(const Look& newLook) {
     Rearrange();
 }
 
+void Page::UpdateTexts() {
+    captions.Update();
+    Retext();
+    Rearrange();
+}
+
 void Page::Rearrange() {
     if (look == nullptr)
         return;

@@ -1,6 +1,7 @@
 #ifndef VTRUTILS_GALLERY_PAGE_H
 #define VTRUTILS_GALLERY_PAGE_H
 
+#include "gallery/Captions.h"
 #include "gallery/Look.h"
 #include "gallery/Window.h"
 
@@ -8,11 +9,22 @@
 
 namespace gallery {
 
+class RecentFiles;
+
 /// What a page may ask of the window that shows it. One thread at a time.
 class PageHost {
 public:
+    /// What was opened and saved, on all pages.
+    virtual RecentFiles& Recent() = 0;
+
+    /// Shows the page for files with this extension and opens the file there.
+    virtual void OpenFile(const std::wstring& path) = 0;
+
     /// The name of the page's document, or whether it is saved, is another now.
     virtual void DocumentChanged() = 0;
+
+    /// Another language was chosen: every text on the screen is to change.
+    virtual void LanguageChanged() = 0;
 
 protected:
     ~PageHost() = default;
@@ -29,9 +41,15 @@ public:
     /// Takes fonts and sizes from `newLook`, which outlives the page, and places the controls anew.
     void SetLook(const Look& newLook);
 
+    /// Shows all texts in the language that is chosen now.
+    void UpdateTexts();
+
     /// A command of an accelerator or a control: `id` with `notification` as WM_COMMAND has them.
     /// IDOK stands for Enter outside of buttons, IDCANCEL for Esc.
     void Command(int id, int notification) override = 0;
+
+    /// The user went to the page, without a file to open there.
+    virtual void Shown() {}
 
     /// Gives the focus to the control where work begins.
     virtual void TakeFocus() = 0;
@@ -47,10 +65,18 @@ public:
     virtual bool MayClose() { return true; }
 
     /// False when the page shows no documents or this one cannot be read; the page tells why.
-    virtual bool Open(const std::string&) { return false; }
+    virtual bool Open(const std::wstring&) { return false; }
 
 protected:
     virtual bool MakeControls() = 0;
+
+    /// A child whose text is that of `key`, which is not copied.
+    HWND AddButton(const char* key, int id) { return captions.AddButton(Handle(), key, id); }
+    HWND AddLabel(const char* key, int id) { return captions.AddLabel(Handle(), key, id); }
+    HWND AddCaption(HWND control, const char* key) { return captions.Add(control, key); }
+
+    /// For texts beside those of `AddButton` and its like. What was told about earlier deeds goes.
+    virtual void Retext() {}
 
     /// For what depends on the look beside fonts and places, which are seen to.
     virtual void Restyle() {}
@@ -67,6 +93,7 @@ protected:
     void Sized() override { Rearrange(); }
 
 private:
+    Captions captions;
     PageHost* host = nullptr;
     const Look* look = nullptr;
 };

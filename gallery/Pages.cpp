@@ -1,21 +1,37 @@
 #include "gallery/Pages.h"
 
+#include <algorithm>
 #include <iterator>
+#include <shlwapi.h>
 
-// The table of pages: title, name of the picture, and NAME for the function `MakeNAME` that the
-// page's file in pages/ defines.
+// The table of pages: key of the title, name of the picture, extension of the files that it opens,
+// and NAME for the function `MakeNAME` that the page's file in pages/ defines.
 #define GALLERY_PAGES(PAGE)                                                                        \
-    PAGE(L"INI document", L"ini-document", IniDocumentPage)                                        \
-    PAGE(L"Observers", L"observers", ObserversPage)                                                \
-    PAGE(L"Regions", L"regions", RegionsPage)
+    PAGE("IniDocument", L"ini-document", L"ini", IniDocumentPage)                                  \
+    PAGE("Table", L"table", L"csv", TablePage)                                                     \
+    PAGE("Language", L"language", nullptr, LanguagePage)                                           \
+    PAGE("RecentFiles", L"recent-files", nullptr, RecentFilesPage)                                 \
+    PAGE("Files", L"files", nullptr, FilesPage)                                                    \
+    PAGE("Observers", L"observers", nullptr, ObserversPage)                                        \
+    PAGE("Regions", L"regions", nullptr, RegionsPage)
 
 namespace gallery {
 
-#define GALLERY_DECLARE(title, pictureName, name) std::unique_ptr<Page> Make##name();
+#define GALLERY_DECLARE(titleKey, pictureName, extension, name) std::unique_ptr<Page> Make##name();
 GALLERY_PAGES(GALLERY_DECLARE)
 
-#define GALLERY_ENTRY(title, pictureName, name) {title, pictureName, Make##name},
+#define GALLERY_ENTRY(titleKey, pictureName, extension, name)                                      \
+    {titleKey, pictureName, extension, Make##name},
 const PageEntry pages[] = {GALLERY_PAGES(GALLERY_ENTRY)};
 const int pageCount = static_cast<int>(std::size(pages));
+
+int PageOfFile(const std::wstring& path) {
+    const wchar_t* extension = PathFindExtensionW(path.c_str());
+    const PageEntry* page = std::find_if(pages, pages + pageCount, [&](const PageEntry& entry) {
+        return entry.extension != nullptr && *extension == L'.' &&
+               lstrcmpiW(extension + 1, entry.extension) == 0;
+    });
+    return page != pages + pageCount ? static_cast<int>(page - pages) : 0;
+}
 
 } // namespace gallery

@@ -3,7 +3,6 @@
 #include "gallery/MainWindow.h"
 #include "gallery/Pages.h"
 #include "gallery/Picture.h"
-#include "gallery/Text.h"
 
 #include <cstdio>
 
@@ -35,21 +34,20 @@ bool MakePicture(MainWindow& window, int page, const PictureWriter& writer,
 
 } // namespace
 
-bool MakePictures(MainWindow& window, const std::string& folder) {
-    const std::wstring wideFolder = Widen(folder.c_str());
-    if (!CreateDirectoryW(wideFolder.c_str(), /*lpSecurityAttributes=*/nullptr) &&
+bool MakePictures(MainWindow& window, const std::wstring& folder) {
+    if (!CreateDirectoryW(folder.c_str(), /*lpSecurityAttributes=*/nullptr) &&
         GetLastError() != ERROR_ALREADY_EXISTS) {
-        std::fprintf(stderr, "gallery: could not make the folder %s\n", folder.c_str());
+        std::fprintf(stderr, "gallery: could not make the folder %ls\n", folder.c_str());
         return false;
     }
     const PictureWriter writer;
     bool good = true;
     for (int i = 0; i < pageCount; ++i) {
-        const std::wstring path = wideFolder + L"\\" + pages[i].pictureName + L".png";
+        const std::wstring path = folder + L"\\" + pages[i].pictureName + L".png";
         if (MakePicture(window, i, writer, path)) {
             std::printf("%ls\n", path.c_str());
         } else {
-            std::fprintf(stderr, "gallery: no picture of the page \"%ls\"\n", pages[i].title);
+            std::fprintf(stderr, "gallery: no picture of the page %s\n", pages[i].titleKey);
             good = false;
         }
     }

@@ -70,8 +70,8 @@ bool RegionCanvas::Create(HWND parent, int id,
     changed = std::move(whenChanged);
     // Every change is the user's own here.
     region.set_consolidate_on_add(false, 0, 1);
-    if (!CreateAs(L"VtrGalleryRegion", L"Region", WS_EX_CLIENTEDGE,
-                  WS_CHILD | WS_VISIBLE | WS_TABSTOP, SIZE{0, 0}, parent))
+    if (!CreateAs(L"VtrGalleryRegion", L"", WS_EX_CLIENTEDGE, WS_CHILD | WS_VISIBLE | WS_TABSTOP,
+                  SIZE{0, 0}, parent))
         return false;
     SetWindowLongPtrW(Handle(), GWLP_ID, id);
     return true;

@@ -18,19 +18,19 @@ bool LooksQuoted(const std::string& value) {
 
 } // namespace
 
-const wchar_t* WhyNotStorable(const std::string& value) {
+const char* WhyNotStorable(const std::string& value) {
     if (value.find_first_of("\r\n") != std::string::npos)
-        return L"A value cannot hold a line break.";
+        return "ValueWithLineBreak";
     if (value.find(';') != std::string::npos)
-        return L"A value cannot hold \";\": a comment begins there.";
+        return "ValueWithComment";
     if (value.size() > longestValue)
-        return L"A value cannot be longer than 8,190 bytes.";
+        return "ValueTooLong";
     if (value.empty() || IsSavedInQuotes(value))
         return nullptr;
     if (value.front() == '\t')
-        return L"A value cannot begin with a tab: it would be lost.";
+        return "ValueWithTab";
     if (LooksQuoted(value))
-        return L"A value cannot begin and end with a double quote: both would be lost.";
+        return "ValueInQuotes";
     return nullptr;
 }
 

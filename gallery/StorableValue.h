@@ -5,9 +5,9 @@
 
 namespace gallery {
 
-/// Why a saved INI document would read back with another value than this one, as a sentence for the
-/// user; null when it would not. Immutable and safe.
-const wchar_t* WhyNotStorable(const std::string& value);
+/// Why a saved INI document would read back with another value than this one, as the key of a
+/// sentence for the user; null when it would not. Immutable and safe.
+const char* WhyNotStorable(const std::string& value);
 
 } // namespace gallery
 

@@ -4,6 +4,8 @@
 /// Everything that the library offers. Each header may also be included by itself.
 #include "utilities/containers/ByteQueue.h"
 #include "utilities/containers/HashTable.h"
+#include "utilities/containers/LastDirList.h"
+#include "utilities/containers/MRUList.h"
 #include "utilities/containers/MegaArrayList.h"
 #include "utilities/containers/MegaList.h"
 #include "utilities/containers/MyArrayList.h"
@@ -23,6 +25,7 @@
 #include "utilities/text/IniFileReader.h"
 #include "utilities/text/IniSection.h"
 #include "utilities/text/IniValue.h"
+#include "utilities/text/LanguageStrings.h"
 #include "utilities/text/StringFunctions.h"
 #include "utilities/undo/UndoMgr.h"
 

@@ -1,11 +1,10 @@
 #include "gallery/ControlIds.h"
 #include "gallery/Controls.h"
-#include "gallery/FileDialog.h"
+#include "gallery/DocumentPage.h"
 #include "gallery/IniModel.h"
+#include "gallery/Language.h"
 #include "gallery/ListView.h"
-#include "gallery/Page.h"
 #include "gallery/Text.h"
-#include "vtrfutls/FileNames.h"
 
 #include <algorithm>
 #include <memory>
@@ -14,41 +13,18 @@ namespace gallery {
 
 namespace {
 
-constexpr wchar_t findLabelText[] = L"&Find key:";
-constexpr wchar_t valueLabelText[] = L"&Value:";
-constexpr wchar_t openText[] = L"&Open...";
-constexpr wchar_t saveText[] = L"&Save";
-constexpr wchar_t saveAsText[] = L"Save &as...";
-constexpr wchar_t sortText[] = L"So&rt";
-constexpr wchar_t findNextText[] = L"Find &next";
-constexpr wchar_t setText[] = L"Se&t";
-
-constexpr wchar_t notSaved[] = L"Not saved: the file or its folder may not be written: ";
-constexpr wchar_t nameNotNarrow[] = L"The system's code page lacks a character of this name: ";
-
-const wchar_t* WhyNotLoaded(const std::string& path) {
-    const DWORD attributes = GetFileAttributesA(path.c_str());
-    if (attributes == INVALID_FILE_ATTRIBUTES)
-        return L"there is no such file: ";
-    if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0)
-        return L"this is a folder: ";
-    return L"empty, not readable or no INI document: ";
-}
-
 /// Sections and pairs of an INI document: find a key, change a value, sort, save.
-class IniDocumentPage final : public Page {
+class IniDocumentPage final : public DocumentPage {
 public:
+    IniDocumentPage() : DocumentPage(model, wording) {}
     void Command(int id, int notification) override;
     void TakeFocus() override { SetFocus(sections.Handle()); }
     bool ShowExample() override;
-    std::wstring DocumentName() const override;
-    bool Unsaved() const override { return model.Changed(); }
-    bool MayClose() override;
-    bool Open(const std::string& path) override;
 
 private:
     bool MakeControls() override;
     bool MakeLists();
+    void Retext() override;
     void Restyle() override;
     void Arrange(int width, int height) override;
     int ArrangeFileRow(Placement& placement, int width) const;
@@ -59,27 +35,24 @@ private:
 
     void Enter();
     void Escape();
-    void AskAndOpen();
-    bool Save();
-    void SaveAs();
     void Sort();
     void FindNext();
     void EditValue();
-    bool CommitValue();
+    bool Commit() override;
 
     void GoTo(IniModel::Place place);
-    void ShowDocument();
-    void Refresh();
+    void ShowDocument() override;
+    void Refresh() override;
     void ShowPairs();
     void ShowValue();
     void ShowState();
-    void Tell(const std::wstring& text) { SetText(message, text); }
-    void Warn(const std::wstring& text);
-    std::wstring Quoted(IniModel::Place place) const;
+    void Tell(const std::wstring& text) override { SetText(message, text); }
+
+    static constexpr Wording wording = {
+        {"IniFiles", L"ini"}, "NotOpenedIni", "ReplaceIni", "SavedAsIni"};
 
     IniModel model;
     IniModel::Place edited; ///< the pair whose value is in the edit field
-    bool overwriteAgreed = false;
 
     HWND fileLabel = nullptr;
     HWND open = nullptr;
@@ -101,18 +74,18 @@ private:
 bool IniDocumentPage::MakeControls() {
     const HWND page = Handle();
     fileLabel = MakeTextLine(page, SS_PATHELLIPSIS, ID_INI_FILE_LABEL);
-    open = MakeButton(page, openText, ID_OPEN);
-    save = MakeButton(page, saveText, ID_SAVE);
-    saveAs = MakeButton(page, saveAsText, ID_SAVE_AS);
-    sort = MakeButton(page, sortText, ID_INI_SORT);
-    findLabel = MakeLabel(page, findLabelText, ID_INI_FIND_LABEL);
+    open = AddButton("Open", ID_OPEN);
+    save = AddButton("Save", ID_SAVE);
+    saveAs = AddButton("SaveAs", ID_SAVE_AS);
+    sort = AddButton("Sort", ID_INI_SORT);
+    findLabel = AddLabel("FindKey", ID_INI_FIND_LABEL);
     findText = MakeEdit(page, ID_INI_FIND_TEXT);
-    findNext = MakeButton(page, findNextText, ID_FIND_NEXT);
+    findNext = AddButton("FindNext", ID_FIND_NEXT);
     if (!MakeLists())
         return false;
-    valueLabel = MakeLabel(page, valueLabelText, ID_INI_VALUE_LABEL);
+    valueLabel = AddLabel("ValueLabel", ID_INI_VALUE_LABEL);
     valueText = MakeEdit(page, ID_INI_VALUE_TEXT);
-    set = MakeButton(page, setText, ID_INI_SET);
+    set = AddButton("Set", ID_INI_SET);
     message = MakeTextLine(page, SS_ENDELLIPSIS, ID_INI_MESSAGE);
     counts = MakeTextLine(page, SS_RIGHT, ID_INI_COUNTS);
     ShowState();
@@ -124,21 +97,30 @@ bool IniDocumentPage::MakeLists() {
         if (column == 1)
             return std::to_wstring(model.Pairs(row));
         const std::wstring name = model.SectionName(row);
-        return name.empty() ? L"(before the first section)" : name;
+        return name.empty() ? Text("BeforeFirstSection") : name;
     };
     const auto pairCell = [this](int row, int column) {
         const IniModel::Place place{sections.Selected(), row};
         return column == 0 ? model.Key(place) : model.Value(place);
     };
-    if (!sections.Create(Handle(), L"Sections", ID_INI_SECTIONS, ListView::Titles::shown,
+    if (!sections.Create(Handle(), "Sections", ID_INI_SECTIONS, ListView::Titles::shown,
                          sectionCell) ||
-        !pairs.Create(Handle(), L"Pairs", ID_INI_PAIRS, ListView::Titles::shown, pairCell))
+        !pairs.Create(Handle(), "Pairs", ID_INI_PAIRS, ListView::Titles::shown, pairCell))
         return false;
-    sections.AddColumn(L"Section", ListView::Align::left);
-    sections.AddColumn(L"Pairs", ListView::Align::right);
-    pairs.AddColumn(L"Key", ListView::Align::left);
-    pairs.AddColumn(L"Value", ListView::Align::left);
+    sections.AddColumn("Section", ListView::Align::left);
+    sections.AddColumn("Pairs", ListView::Align::right);
+    pairs.AddColumn("Key", ListView::Align::left);
+    pairs.AddColumn("Value", ListView::Align::left);
     return true;
+}
+
+void IniDocumentPage::Retext() {
+    sections.UpdateTexts();
+    pairs.UpdateTexts();
+    // The document is read in the code page of the language.
+    ShowValue();
+    Tell(L"");
+    ShowState();
 }
 
 void IniDocumentPage::Restyle() {
@@ -157,7 +139,7 @@ void IniDocumentPage::Arrange(int width, int height) {
     ArrangeFieldRow(placement, findRow, width, findLabel, findText, findNext);
     ArrangeLists(placement, listTop, width, valueRow - gap - listTop);
     ArrangeFieldRow(placement, valueRow, width, valueLabel, valueText, set);
-    const int countsWidth = std::min(width, Sizes().TextWidth(TextOf(counts).c_str()) + gap);
+    const int countsWidth = std::min(width, Sizes().TextWidth(counts) + gap);
     placement.Put(message, 0, messageRow, width - countsWidth - gap, row);
     placement.Put(counts, width - countsWidth, messageRow, countsWidth, row);
 }
@@ -166,14 +148,9 @@ void IniDocumentPage::Arrange(int width, int height) {
 int IniDocumentPage::ArrangeFileRow(Placement& placement, int width) const {
     const int gap = Sizes().Pixels(8);
     const int row = Sizes().Row();
-    struct {
-        HWND button;
-        const wchar_t* text;
-    } const buttons[] = {
-        {sort, sortText}, {saveAs, saveAsText}, {save, saveText}, {open, openText}};
     int right = width;
-    for (const auto& [button, text] : buttons) {
-        const int buttonWidth = Sizes().ButtonWidth(text);
+    for (const HWND button : {sort, saveAs, save, open}) {
+        const int buttonWidth = Sizes().ButtonWidth(button);
         placement.Put(button, right - buttonWidth, 0, buttonWidth, row);
         right -= buttonWidth + gap;
     }
@@ -185,9 +162,8 @@ void IniDocumentPage::ArrangeFieldRow(Placement& placement, int y, int width, HW
                                       HWND button) const {
     const int gap = Sizes().Pixels(8);
     const int row = Sizes().Row();
-    const int labelWidth =
-        std::max(Sizes().TextWidth(findLabelText), Sizes().TextWidth(valueLabelText));
-    const int buttonWidth = Sizes().ButtonWidth(findNextText);
+    const int labelWidth = std::max(Sizes().TextWidth(findLabel), Sizes().TextWidth(valueLabel));
+    const int buttonWidth = std::max(Sizes().ButtonWidth(findNext), Sizes().ButtonWidth(set));
     placement.Put(label, 0, y, labelWidth, row);
     placement.Put(edit, labelWidth + gap, y + (row - Sizes().Field()) / 2,
                   width - labelWidth - buttonWidth - 2 * gap, Sizes().Field());
@@ -240,12 +216,12 @@ void IniDocumentPage::Command(int id, int notification) {
     case ID_EDIT:
         return EditValue();
     case ID_INI_SET:
-        CommitValue();
+        Commit();
         return;
     case ID_INI_VALUE_TEXT:
         // What was typed counts, however the field is left; Esc takes it back before.
         if (notification == EN_KILLFOCUS)
-            CommitValue();
+            Commit();
         return;
     case IDOK:
         return Enter();
@@ -264,7 +240,7 @@ void IniDocumentPage::Enter() {
         SetFocus(pairs.Handle());
     else if (focus == pairs.Handle())
         EditValue();
-    else if (focus == valueText && CommitValue())
+    else if (focus == valueText && Commit())
         SetFocus(pairs.Handle());
 }
 
@@ -278,88 +254,29 @@ void IniDocumentPage::Escape() {
     Tell(L"");
 }
 
-bool IniDocumentPage::Open(const std::string& path) {
-    if (!model.Load(path)) {
-        Warn(L"Not opened, " + (WhyNotLoaded(path) + Widen(path.c_str())));
-        return false;
-    }
-    overwriteAgreed = false;
-    ShowDocument();
-    Tell(L"");
-    Host().DocumentChanged();
-    return true;
-}
-
-void IniDocumentPage::AskAndOpen() {
-    std::wstring name = Widen(model.Path().c_str());
-    std::string path;
-    if (!MayClose() || !AskForDocument(Handle(), FileQuestion::open, name))
-        return;
-    if (!Narrow(name, path))
-        return Warn(nameNotNarrow + name);
-    if (Open(path))
-        TakeFocus();
-}
-
-bool IniDocumentPage::Save() {
-    if (!model.Loaded() || !CommitValue())
-        return false;
-    const std::wstring path = Widen(model.Path().c_str());
-    if (!overwriteAgreed) {
-        const std::wstring question =
-            L"Saving writes the sections with all their pairs, the inherited ones included. "
-            L"Comments, pairs before the first section and the names of parents are left out.\n\n"
-            L"Replace " +
-            path + L"?";
-        if (MessageBoxW(Handle(), question.c_str(), L"Save", MB_YESNO | MB_ICONQUESTION) != IDYES)
-            return false;
-        overwriteAgreed = true;
-    }
-    const bool saved = model.Save();
-    Refresh();
-    if (saved)
-        Tell(L"Saved.");
-    else
-        Warn(notSaved + path);
-    return saved;
-}
-
-void IniDocumentPage::SaveAs() {
-    std::wstring name = Widen(model.Path().c_str());
-    std::string path;
-    if (!model.Loaded() || !CommitValue() || !AskForDocument(Handle(), FileQuestion::save, name))
-        return;
-    if (!Narrow(name, path))
-        return Warn(nameNotNarrow + name);
-    if (!model.SaveAs(path))
-        return Warn(notSaved + name);
-    overwriteAgreed = true;
-    Refresh();
-    Tell(L"Saved. Comments and pairs before the first section are not in the new file.");
-}
-
 void IniDocumentPage::Sort() {
-    if (!CommitValue())
+    if (!Commit())
         return;
     model.Sort();
     TakeFocus();
     ShowDocument();
-    Tell(L"Sorted: keys are found by binary search from now on.");
+    Tell(Text("SortedIni"));
 }
 
 void IniDocumentPage::FindNext() {
-    if (!CommitValue())
+    if (!Commit())
         return;
     const std::wstring text = TextOf(findText);
     if (text.empty()) {
-        Tell(L"Type a part of a key to find.");
+        Tell(Text("TypeKey"));
         return FocusAndSelect(findText);
     }
     const IniModel::Match match = model.FindKey(text, {sections.Selected(), pairs.Selected()});
     if (match.count == 0)
-        return Warn(L"No key contains \"" + text + L"\".");
+        return Warn(Text("NoKey", {text}));
     GoTo(match.place);
-    Tell(Format(L"Match %d of %d: ", match.number, match.count) + Quoted(match.place) + L".");
+    Tell(Text("Match", {std::to_wstring(match.number), std::to_wstring(match.count),
+                        model.Key(match.place), model.SectionName(match.place.section)}));
 }
 
 void IniDocumentPage::EditValue() {
@@ -368,34 +285,19 @@ void IniDocumentPage::EditValue() {
 }
 
 /// False when what was typed cannot be the value; the page tells why.
-bool IniDocumentPage::CommitValue() {
+bool IniDocumentPage::Commit() {
     const std::wstring value = TextOf(valueText);
     if (value == model.Value(edited))
         return true;
-    const wchar_t* reason = model.SetValue(edited, value);
+    const char* reason = model.SetValue(edited, value);
     if (reason != nullptr) {
-        Warn(reason);
+        Warn(Text(reason));
         return false;
     }
     pairs.RedrawRows();
     ShowState();
-    Tell(L"Set " + Quoted(edited) + L".");
+    Tell(Text("PairSet", {model.Key(edited), model.SectionName(edited.section)}));
     return true;
-}
-
-bool IniDocumentPage::MayClose() {
-    CommitValue();
-    if (!model.Changed())
-        return true;
-    const std::wstring question = L"Save the changes to " + DocumentName() + L"?";
-    const int answer = MessageBoxW(Handle(), question.c_str(), L"vtrutils gallery",
-                                   MB_YESNOCANCEL | MB_ICONQUESTION);
-    return answer == IDNO || (answer == IDYES && Save());
-}
-
-std::wstring IniDocumentPage::DocumentName() const {
-    char name[MAX_PATH];
-    return ExtractFileName(model.Path().c_str(), name, sizeof name) ? Widen(name) : L"";
 }
 
 /// A search for a key of a section in the middle.
@@ -418,7 +320,7 @@ void IniDocumentPage::GoTo(IniModel::Place place) {
 void IniDocumentPage::ShowDocument() {
     sections.SetRows(model.Sections());
     ShowPairs();
-    SetText(fileLabel, Widen(model.Path().c_str()));
+    SetText(fileLabel, model.Path());
     ShowState();
 }
 
@@ -444,21 +346,12 @@ void IniDocumentPage::ShowState() {
         EnableWindow(button, model.Loaded());
     EnableWindow(sort, model.Loaded() && !model.Sorted());
     if (model.Loaded())
-        SetText(counts, Format(L"%d sections, %d pairs, %ls, loaded in %.2f ms", model.Sections(),
-                               model.AllPairs(), model.Sorted() ? L"sorted" : L"file order",
-                               model.LoadMilliseconds()));
+        SetText(counts, Text("IniCounts",
+                             {std::to_wstring(model.Sections()), std::to_wstring(model.AllPairs()),
+                              Text(model.Sorted() ? "Sorted" : "FileOrder"),
+                              Format(L"%.2f", model.LoadMilliseconds())}));
     Host().DocumentChanged();
     Rearrange();
-}
-
-void IniDocumentPage::Warn(const std::wstring& text) {
-    MessageBeep(MB_ICONWARNING);
-    Tell(text);
-}
-
-/// "Key" in [Section].
-std::wstring IniDocumentPage::Quoted(IniModel::Place place) const {
-    return L"\"" + model.Key(place) + L"\" in [" + model.SectionName(place.section) + L"]";
 }
 
 } // namespace

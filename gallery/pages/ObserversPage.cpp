@@ -1,9 +1,9 @@
 #include "gallery/ControlIds.h"
 #include "gallery/Controls.h"
+#include "gallery/Language.h"
 #include "gallery/ListView.h"
 #include "gallery/ObserverModel.h"
 #include "gallery/Page.h"
-#include "gallery/Text.h"
 
 #include <algorithm>
 #include <iterator>
@@ -13,22 +13,18 @@ namespace gallery {
 
 namespace {
 
-constexpr wchar_t addText[] = L"&Add";
-constexpr wchar_t removeText[] = L"&Remove";
-constexpr wchar_t removeAllText[] = L"Re&move all";
-constexpr wchar_t sendLabelText[] = L"Send:";
-constexpr wchar_t clearText[] = L"&Clear log";
+constexpr const char* observerTitles[] = {"Observer", "State", "RegisteredFor", "WhenNotified"};
 
 /// A button's id is `ID_OBSERVERS_SEND` and its code; the digit is the key and the code.
 struct SendButton {
     int code;
-    const wchar_t* text;
+    const char* key;
 };
 
-constexpr SendButton sendButtons[] = {{ObserverModel::play, L"&1 Play"},
-                                      {ObserverModel::stop, L"&2 Stop"},
-                                      {ObserverModel::seek, L"&3 Seek"},
-                                      {ObserverModel::eject, L"&4 Eject"}};
+constexpr SendButton sendButtons[] = {{ObserverModel::play, "SendPlay"},
+                                      {ObserverModel::stop, "SendStop"},
+                                      {ObserverModel::seek, "SendSeek"},
+                                      {ObserverModel::eject, "SendEject"}};
 
 /// A subject and its observers: add and remove them, notify them, and read who received what, also
 /// when observers remove themselves, come back or notify within a delivery.
@@ -40,8 +36,10 @@ public:
 
 private:
     bool MakeControls() override;
+    std::wstring Cell(int row, int column) const;
     bool MakeObserverList();
     bool MakeLog();
+    void Retext() override;
     void Restyle() override;
     void Arrange(int width, int height) override;
     int ArrangeObservers(Placement& placement, int width, int height);
@@ -78,20 +76,19 @@ private:
 
 bool ObserversPage::MakeControls() {
     const HWND page = Handle();
-    observersLabel = MakeLabel(page, L"&Observers of a player", ID_OBSERVERS_LABEL);
+    observersLabel = AddLabel("ObserversLabel", ID_OBSERVERS_LABEL);
     if (!MakeObserverList())
         return false;
-    add = MakeButton(page, addText, ID_OBSERVERS_ADD);
-    remove = MakeButton(page, removeText, ID_OBSERVERS_REMOVE);
-    removeAll = MakeButton(page, removeAllText, ID_OBSERVERS_REMOVE_ALL);
-    sendLabel = MakeLabel(page, sendLabelText, ID_OBSERVERS_SEND_LABEL);
+    add = AddButton("Add", ID_OBSERVERS_ADD);
+    remove = AddButton("Remove", ID_OBSERVERS_REMOVE);
+    removeAll = AddButton("RemoveAll", ID_OBSERVERS_REMOVE_ALL);
+    sendLabel = AddLabel("SendLabel", ID_OBSERVERS_SEND_LABEL);
     for (std::size_t i = 0; i < std::size(sendButtons); ++i)
-        send[i] = MakeButton(page, sendButtons[i].text, ID_OBSERVERS_SEND + sendButtons[i].code);
-    logLabel =
-        MakeLabel(page, L"&Log of calls and of what observers receive", ID_OBSERVERS_LOG_LABEL);
+        send[i] = AddButton(sendButtons[i].key, ID_OBSERVERS_SEND + sendButtons[i].code);
+    logLabel = AddLabel("LogLabel", ID_OBSERVERS_LOG_LABEL);
     if (!MakeLog())
         return false;
-    clear = MakeButton(page, clearText, ID_OBSERVERS_CLEAR);
+    clear = AddButton("ClearLog", ID_OBSERVERS_CLEAR);
     message = MakeTextLine(page, SS_ENDELLIPSIS, ID_OBSERVERS_MESSAGE);
     counts = MakeTextLine(page, SS_RIGHT, ID_OBSERVERS_COUNTS);
     observers.SetRows(model.Observers());
@@ -99,22 +96,24 @@ bool ObserversPage::MakeControls() {
     return counts != nullptr;
 }
 
+std::wstring ObserversPage::Cell(int row, int column) const {
+    switch (column) {
+    case 0:
+        return model.Name(row);
+    case 1:
+        return Text(model.Attached(row) ? "Attached" : "Removed");
+    case 2:
+        return model.Codes(row);
+    default:
+        return model.Reaction(row);
+    }
+}
+
 bool ObserversPage::MakeObserverList() {
-    const auto cell = [this](int row, int column) -> std::wstring {
-        switch (column) {
-        case 0:
-            return model.Name(row);
-        case 1:
-            return model.Attached(row) ? L"attached" : L"removed";
-        case 2:
-            return model.Codes(row);
-        default:
-            return model.Reaction(row);
-        }
-    };
-    if (!observers.Create(Handle(), L"Observers", ID_OBSERVERS_LIST, ListView::Titles::shown, cell))
+    const auto cell = [this](int row, int column) { return Cell(row, column); };
+    if (!observers.Create(Handle(), "Observers", ID_OBSERVERS_LIST, ListView::Titles::shown, cell))
         return false;
-    for (const wchar_t* title : {L"Observer", L"State", L"Registered for", L"When notified"})
+    for (const char* title : observerTitles)
         observers.AddColumn(title, ListView::Align::left);
     return true;
 }
@@ -126,14 +125,20 @@ bool ObserversPage::MakeLog() {
             return std::to_wstring(row + 1);
         constexpr std::size_t spacesALevel = 6;
         const std::size_t indent = static_cast<std::size_t>(line.level) * spacesALevel;
-        return column == 1 ? std::wstring(indent, L' ') + line.text : line.result;
+        return column == 1 ? std::wstring(indent, L' ') + model.Text(line) : model.Result(line);
     };
-    if (!log.Create(Handle(), L"Log", ID_OBSERVERS_LOG, ListView::Titles::shown, cell))
+    if (!log.Create(Handle(), "Log", ID_OBSERVERS_LOG, ListView::Titles::shown, cell))
         return false;
     // The first column of a list cannot be aligned to the right.
-    for (const wchar_t* title : {L"No.", L"Call", L"What comes of it"})
+    for (const char* title : {"Number", "Call", "WhatComesOfIt"})
         log.AddColumn(title, ListView::Align::left);
     return true;
+}
+
+void ObserversPage::Retext() {
+    observers.UpdateTexts();
+    log.UpdateTexts();
+    Show(L"");
 }
 
 void ObserversPage::Restyle() {
@@ -150,7 +155,7 @@ void ObserversPage::Arrange(int width, int height) {
     ArrangeSendRow(placement, sendRow);
     const int logTop = sendRow + row + gap;
     ArrangeLog(placement, logTop, width, messageRow - gap / 2 - logTop);
-    const int countsWidth = std::min(width, Sizes().TextWidth(TextOf(counts).c_str()) + gap);
+    const int countsWidth = std::min(width, Sizes().TextWidth(counts) + gap);
     placement.Put(message, 0, messageRow, width - countsWidth - gap, row);
     placement.Put(counts, width - countsWidth, messageRow, countsWidth, row);
 }
@@ -159,7 +164,9 @@ void ObserversPage::Arrange(int width, int height) {
 int ObserversPage::ArrangeObservers(Placement& placement, int width, int height) {
     const int gap = Sizes().Pixels(8);
     const int row = Sizes().Row();
-    const int buttonWidth = Sizes().ButtonWidth(removeAllText);
+    int buttonWidth = 0;
+    for (const HWND button : {add, remove, removeAll})
+        buttonWidth = std::max(buttonWidth, Sizes().ButtonWidth(button));
     const int listWidth = width - buttonWidth - gap;
     const int listHeight = std::min(height / 2, (model.Observers() + 1) * row);
     placement.Put(observersLabel, 0, 0, listWidth, row);
@@ -169,25 +176,30 @@ int ObserversPage::ArrangeObservers(Placement& placement, int width, int height)
         placement.Put(button, width - buttonWidth, y, buttonWidth, row);
         y += row + gap;
     }
-    const int padding = Sizes().Pixels(20);
+    // As wide as what they hold; the last one takes the rest.
     int left = ListView::RoomForColumns(listWidth);
-    int column = 0;
-    for (const wchar_t* widest : {L"Observer", L"attached", L"play, stop, seek"}) {
-        const int columnWidth = Sizes().TextWidth(widest) + padding;
-        observers.SetColumnWidth(column++, columnWidth);
+    for (int column = 0; column < 3; ++column) {
+        int textWidth = Sizes().TextWidth(Text(observerTitles[column]));
+        if (column == 1)
+            textWidth = std::max({textWidth, Sizes().TextWidth(Text("Attached")),
+                                  Sizes().TextWidth(Text("Removed"))});
+        for (int i = 0; i < model.Observers(); ++i)
+            textWidth = std::max(textWidth, Sizes().TextWidth(Cell(i, column)));
+        const int columnWidth = textWidth + Sizes().Pixels(20);
+        observers.SetColumnWidth(column, columnWidth);
         left -= columnWidth;
     }
-    observers.SetColumnWidth(column, left);
+    observers.SetColumnWidth(3, left);
     return row + listHeight;
 }
 
 void ObserversPage::ArrangeSendRow(Placement& placement, int y) const {
     const int gap = Sizes().Pixels(8);
     const int row = Sizes().Row();
-    int x = Sizes().TextWidth(sendLabelText) + gap;
+    int x = Sizes().TextWidth(sendLabel) + gap;
     placement.Put(sendLabel, 0, y, x, row);
     for (std::size_t i = 0; i < std::size(send); ++i) {
-        const int buttonWidth = Sizes().ButtonWidth(sendButtons[i].text);
+        const int buttonWidth = Sizes().ButtonWidth(send[i]);
         placement.Put(send[i], x, y, buttonWidth, row);
         x += buttonWidth + gap;
     }
@@ -196,7 +208,7 @@ void ObserversPage::ArrangeSendRow(Placement& placement, int y) const {
 void ObserversPage::ArrangeLog(Placement& placement, int y, int width, int height) {
     const int gap = Sizes().Pixels(8);
     const int row = Sizes().Row();
-    const int buttonWidth = Sizes().ButtonWidth(clearText);
+    const int buttonWidth = Sizes().ButtonWidth(clear);
     placement.Put(logLabel, 0, y, width - buttonWidth - gap, row);
     placement.Put(clear, width - buttonWidth, y, buttonWidth, row);
     const int top = y + row + gap / 2;
@@ -249,8 +261,7 @@ void ObserversPage::Add() {
         return;
     const bool before = model.Attached(observer);
     model.Add(observer);
-    Show(model.Name(observer) + (before ? L" was attached already: nothing changes."
-                                        : L" is attached: the last to be notified from now on."));
+    Show(Text(before ? "WasAttached" : "IsAttached", {model.Name(observer)}));
 }
 
 void ObserversPage::Remove() {
@@ -258,7 +269,7 @@ void ObserversPage::Remove() {
     if (observer < 0)
         return;
     model.Remove(observer);
-    Show(model.Name(observer) + L" is removed.");
+    Show(Text("IsRemoved", {model.Name(observer)}));
 }
 
 void ObserversPage::AddOrRemove() {
@@ -271,18 +282,13 @@ void ObserversPage::AddOrRemove() {
 
 void ObserversPage::RemoveAll() {
     model.RemoveAll();
-    Show(L"All observers are removed.");
+    Show(Text("AllRemoved"));
 }
 
 void ObserversPage::Send(int code) {
     const int received = model.Send(code);
-    const std::wstring name = L"\"" + ObserverModel::NameOf(code) + L"\"";
-    if (received == 0)
-        Show(L"Nobody is registered for " + name + L".");
-    else
-        Show(
-            Format(received == 1 ? L"%d observer received " : L"%d observers received ", received) +
-            name + L".");
+    Show(Text(received == 0 ? "NobodyFor" : "Received",
+              {ObserverModel::NameOf(code), std::to_wstring(received)}));
 }
 
 void ObserversPage::ClearLog() {
@@ -305,8 +311,9 @@ bool ObserversPage::ShowExample() {
 void ObserversPage::ShowLogLine() {
     const int row = log.Selected();
     const ObserverModel::LogLine& line = model.Log()[static_cast<std::size_t>(row)];
-    SetText(message, Format(L"%d. ", row + 1) + line.text +
-                         (line.result.empty() ? L"" : L" - " + line.result));
+    const std::wstring result = model.Result(line);
+    SetText(message, std::to_wstring(row + 1) + L". " + model.Text(line) +
+                         (result.empty() ? L"" : L" - " + result));
 }
 
 void ObserversPage::Show(const std::wstring& text) {
@@ -315,8 +322,9 @@ void ObserversPage::Show(const std::wstring& text) {
     log.SetRows(lines);
     log.Select(lines - 1);
     SetText(message, text);
-    SetText(counts, Format(L"%d of %d observers attached, %d deliveries", model.AllAttached(),
-                           model.Observers(), model.Deliveries()));
+    SetText(counts, Text("ObserverCounts",
+                         {std::to_wstring(model.AllAttached()), std::to_wstring(model.Observers()),
+                          std::to_wstring(model.Deliveries())}));
     Rearrange();
 }
 

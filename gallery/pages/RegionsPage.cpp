@@ -1,8 +1,8 @@
 #include "gallery/ControlIds.h"
 #include "gallery/Controls.h"
+#include "gallery/Language.h"
 #include "gallery/Page.h"
 #include "gallery/RegionCanvas.h"
-#include "gallery/Text.h"
 
 #include <algorithm>
 #include <memory>
@@ -10,11 +10,6 @@
 namespace gallery {
 
 namespace {
-
-constexpr wchar_t help[] = L"Drag to add, with the right button to subtract. Keys: arrows move the "
-                           L"frame, Shift+arrows size it, Insert adds, Delete subtracts.";
-constexpr wchar_t consolidateText[] = L"&Consolidate";
-constexpr wchar_t clearText[] = L"C&lear";
 
 /// A region of rectangles that do not overlap: add, subtract, and see the pieces.
 class RegionsPage final : public Page {
@@ -25,6 +20,7 @@ public:
 
 private:
     bool MakeControls() override;
+    void Retext() override;
     void Restyle() override { canvas.SetLook(Sizes()); }
     void Arrange(int width, int height) override;
 
@@ -42,41 +38,44 @@ private:
 };
 
 std::wstring SizeAndPlace(const RECT& r) {
-    return Format(L"%ld x %ld at %ld, %ld", r.right - r.left, r.bottom - r.top, r.left, r.top);
-}
-
-std::wstring Number(long number, const wchar_t* thing) {
-    return Format(L"%ld %ls%ls", number, thing, number == 1 ? L"" : L"s");
+    return Text("SizeAndPlace",
+                {std::to_wstring(r.right - r.left), std::to_wstring(r.bottom - r.top),
+                 std::to_wstring(r.left), std::to_wstring(r.top)});
 }
 
 bool RegionsPage::MakeControls() {
-    helpLine = MakeTextLine(Handle(), SS_ENDELLIPSIS, ID_REGIONS_HELP);
-    consolidate = MakeButton(Handle(), consolidateText, ID_REGIONS_CONSOLIDATE);
-    clear = MakeButton(Handle(), clearText, ID_REGIONS_CLEAR);
+    helpLine = AddCaption(MakeTextLine(Handle(), SS_ENDELLIPSIS, ID_REGIONS_HELP), "RegionsHelp");
+    consolidate = AddButton("Consolidate", ID_REGIONS_CONSOLIDATE);
+    clear = AddButton("Clear", ID_REGIONS_CLEAR);
     const auto whenChanged = [this](RegionCanvas::Change change, const RECT& r) {
         const bool added = change == RegionCanvas::Change::added;
-        Tell((added ? L"Added " : L"Subtracted ") + SizeAndPlace(r) + L".");
+        Tell(Text(added ? "Added" : "Subtracted", {SizeAndPlace(r)}));
         ShowState();
     };
     if (!canvas.Create(Handle(), ID_REGIONS_CANVAS, whenChanged))
         return false;
+    AddCaption(canvas.Handle(), "Region");
     message = MakeTextLine(Handle(), SS_ENDELLIPSIS, ID_REGIONS_MESSAGE);
     counts = MakeTextLine(Handle(), SS_RIGHT, ID_REGIONS_COUNTS);
-    SetText(helpLine, help);
     canvas.SetFrame({4, 4, 14, 10});
     ShowState();
     return counts != nullptr;
 }
 
+void RegionsPage::Retext() {
+    Tell(L"");
+    ShowState();
+}
+
 void RegionsPage::Arrange(int width, int height) {
     const int gap = Sizes().Pixels(8);
     const int row = Sizes().Row();
-    const int clearWidth = Sizes().ButtonWidth(clearText);
-    const int consolidateWidth = Sizes().ButtonWidth(consolidateText);
+    const int clearWidth = Sizes().ButtonWidth(clear);
+    const int consolidateWidth = Sizes().ButtonWidth(consolidate);
     const int clearLeft = width - clearWidth;
     const int consolidateLeft = clearLeft - gap - consolidateWidth;
     const int messageRow = height - row + gap / 2;
-    const int countsWidth = std::min(width, Sizes().TextWidth(TextOf(counts).c_str()) + gap);
+    const int countsWidth = std::min(width, Sizes().TextWidth(counts) + gap);
     Placement placement(/*expected=*/6);
     placement.Put(helpLine, 0, 0, consolidateLeft - gap, row);
     placement.Put(consolidate, consolidateLeft, 0, consolidateWidth, row);
@@ -108,7 +107,7 @@ void RegionsPage::Consolidate() {
     canvas.Region().consolidate();
     const int after = canvas.Region().getNumRectangles();
     canvas.Redraw();
-    Tell(L"Consolidated: " + Number(before, L"rectangle") + Format(L" became %d.", after));
+    Tell(Text("Consolidated", {std::to_wstring(before), std::to_wstring(after)}));
     ShowState();
 }
 
@@ -128,12 +127,9 @@ void RegionsPage::ShowState() {
         const RECT& r = *region.getRectangle(i);
         area += (r.right - r.left) * (r.bottom - r.top);
     }
-    std::wstring state = Number(count, L"rectangle");
-    if (count > 0) {
-        state += count == 1 ? L" covers " : L" cover ";
-        state += Number(area, L"cell") + L", bounds " + SizeAndPlace(region.getBounds());
-    }
-    SetText(counts, state);
+    SetText(counts, Text(count > 0 ? "RegionCounts" : "NoRectangles",
+                         {std::to_wstring(count), std::to_wstring(area),
+                          SizeAndPlace(region.getBounds())}));
     EnableWindow(consolidate, count > 0);
     EnableWindow(clear, count > 0);
     Rearrange();
@@ -155,7 +151,7 @@ bool RegionsPage::ShowExample() {
     for (RECT& r : islands)
         region.add(&r);
     canvas.SetFrame({35, 20, 48, 35});
-    Tell(L"Added 3 x 3 at 29, 19.");
+    Tell(Text("Added", {SizeAndPlace(islands[1])}));
     ShowState();
     return true;
 }

@@ -1,251 +1,200 @@
+#include "tests/support/AllocationFault.h"
+#include "tests/support/Dice.h"
 #include "utilities/containers/MegaList.h"
 #include "utilities/containers/MyList.h"
 
+#include <algorithm>
 #include <climits>
-#include <cstring>
 #include <gtest/gtest.h>
-#include <random>
 #include <stdexcept>
-#include <thread>
-#include <vector>
 
 namespace {
 
-struct Integers {
-    using List = CMyList;
+struct Integers : CMyList {
     using Node = _tNode_t;
     using Value = long long;
     static constexpr std::size_t offset = 48;
-    static int InsertAfter(List& list, void* item, Value, int index) {
-        return list.InsertAfter(item, index);
-    }
-    static Value Inserted(Value) { return 0; }
+    int PutAfter(void* item, Value, int index) { return InsertAfter(item, index); }
+    static Value Kept(Value) { return 0; }
 };
 
-struct Doubles {
-    using List = CMegaList;
+struct Doubles : CMegaList {
     using Node = _tMegaNode_t;
     using Value = double;
     static constexpr std::size_t offset = 8;
-    static int InsertAfter(List& list, void* item, Value value, int index) {
-        return list.InsertAfter(item, value, index);
-    }
-    static Value Inserted(Value value) { return value; }
+    int PutAfter(void* item, Value value, int index) { return InsertAfter(item, value, index); }
+    static Value Kept(Value value) { return value; }
 };
+
+/// The fields behind the lock, as a host that shares the record sees them.
+template <class Node>
+struct Record {
+    Node *head, *tail, *cursor;
+    int count, cursorIndex;
+    bool sorted;
+};
+
+template <class List>
+auto& RecordOf(List& list) {
+    using Fields = Record<typename List::Node>;
+    static_assert(sizeof list == List::offset + sizeof(Fields));
+    return *reinterpret_cast<Fields*>(reinterpret_cast<char*>(&list) + List::offset);
+}
 
 template <class Value>
 struct Entry {
-    int* item;
-    Value value;
+    void* item = nullptr;
+    Value value = -7;
     bool operator==(const Entry&) const = default;
 };
 
 /// The rules of list, cursor and flag, told in indices.
-template <class Kind>
+template <class Value>
 struct Model {
-    using Value = typename Kind::Value;
     std::vector<Entry<Value>> entries;
     int cursor = 0;
     bool sorted = true;
 
     int Size() const { return static_cast<int>(entries.size()); }
-    Value At(int index) const { return entries[static_cast<std::size_t>(index)].value; }
-    void Put(int index, int* item, Value value) {
-        entries.insert(entries.begin() + index, {item, value});
+    bool Has(int index) const { return index >= 0 && index < Size(); }
+    /// As a search tells it that finds nothing at other places.
+    Entry<Value> At(int index) const {
+        return Has(index) ? entries.begin()[index] : Entry<Value>{};
+    }
+    /// How many in a row, from the first on, hold the condition.
+    template <class Condition>
+    int Run(Condition holds) const {
+        return static_cast<int>(std::ranges::find_if_not(entries, holds) - entries.begin());
     }
 
-    int Append(int* item, Value value) {
+    int Insert(int index, Entry<Value> entry, int newCursor) {
         sorted = cursor == 0;
-        Put(Size(), item, value);
-        return Size() - 1;
-    }
-    int Head(int* item, Value value) {
-        sorted = cursor == 0;
-        cursor += Size() > 0 ? 1 : 0;
-        Put(0, item, value);
-        return 0;
-    }
-    int After(int* item, Value value, int index) {
-        sorted = cursor == 0;
-        cursor = Size() == 0 ? 0 : std::clamp(index, 0, Size() - 1) + 1;
-        Put(cursor, item, value);
-        return cursor;
-    }
-    int AddSorted(int* item, Value value, bool after) {
-        const bool before = sorted;
-        int index = 0;
-        if (Size() == 0 || value < At(0) || (!after && value == At(0))) {
-            index = Head(item, value);
-        } else if (value > At(Size() - 1) || (after && value == At(Size() - 1))) {
-            index = Append(item, value);
-        } else {
-            for (index = 1; index < Size() && (At(index) < value || (after && At(index) == value));)
-                ++index;
-            Put(index, item, value);
-            cursor = index - 1;
-        }
-        sorted = before;
+        cursor = newCursor;
+        entries.insert(entries.begin() + index, entry);
         return index;
     }
-    int Previous(Value value) {
-        cursor = 0;
-        if (At(0) < value) {
-            while (cursor + 1 < Size() && At(cursor + 1) <= value)
-                ++cursor;
-        }
-        return cursor;
+    int AddSorted(Entry<Value> added, bool after) {
+        const auto passes = [&](const auto& e) {
+            return e.value < added.value || (after && e.value == added.value);
+        };
+        const bool wasSorted = sorted;
+        int index = Run(passes);
+        if (index > 0 && passes(entries.back()))
+            index = Insert(Size(), added, cursor);
+        else
+            Insert(index, added, index > 0 ? index - 1 : cursor + (Size() > 0));
+        sorted = wasSorted;
+        return index;
     }
-    int Find(const int* item) {
-        for (int i = 0; i < Size(); ++i) {
-            if (entries[static_cast<std::size_t>(i)].item == item) {
-                cursor = std::max(i - 1, 0);
-                return i;
-            }
-        }
-        cursor = std::max(Size() - 1, 0);
-        return -1;
+    int FindPrevious(Value value) {
+        const int atMost = Run([=](const auto& e) { return e.value <= value; });
+        return cursor = At(0).value < value ? atMost - 1 : 0;
+    }
+    int Find(const void* item) {
+        const int index = Run([=](const auto& e) { return e.item != item; });
+        cursor = std::max(index - 1, 0);
+        return index;
     }
     void Remove(int index) {
+        if (!Has(index))
+            return;
         cursor = std::max(index - 1, 0);
         entries.erase(entries.begin() + index);
     }
     bool Verify() {
         Value previous = -2147483647;
         sorted = true;
-        for (int i = 0; sorted && i < Size(); ++i) {
+        for (int i = 0; sorted && i < Size(); previous = At(i++).value) {
             cursor = i;
-            sorted = At(i) > previous;
-            previous = At(i);
+            sorted = At(i).value > previous;
         }
         return sorted;
     }
 };
 
-/// The fields behind the lock, as a host that shares the record sees them.
-template <class Node>
-struct Record {
-    Node* head;
-    Node* tail;
-    Node* cursor;
-    int count;
-    int cursorIndex;
-    bool sorted;
-};
-
-template <class Kind>
+template <class List>
 class LinkedLists : public testing::Test {
 protected:
-    using Value = typename Kind::Value;
-    using List = typename Kind::List;
-    using Fields = Record<typename Kind::Node>;
+    using Value = typename List::Value;
 
-    static Fields Look(const List& list) {
-        static_assert(sizeof list == Kind::offset + sizeof(Fields));
-        Fields fields;
-        std::memcpy(&fields, reinterpret_cast<const char*>(&list) + Kind::offset, sizeof fields);
-        return fields;
-    }
-
-    void Same(const List& other) {
-        const Fields fields = Look(other);
+    void Same() {
+        const auto& fields = RecordOf(list);
         std::vector<Entry<Value>> entries;
-        const typename Kind::Node* last = nullptr;
-        for (const auto* node = fields.head; node != nullptr; node = node->next) {
-            if (node == fields.cursor) {
-                ASSERT_EQ(static_cast<int>(entries.size()), fields.cursorIndex);
-            }
-            entries.push_back({static_cast<int*>(node->item), node->sortValue});
-            last = node;
-        }
+        for (const auto* node = fields.head; node != nullptr; node = node->next)
+            entries.push_back({node->item, node->sortValue});
         ASSERT_EQ(entries, model.entries);
-        ASSERT_EQ(fields.tail, last);
         ASSERT_EQ(fields.count, model.Size());
-        ASSERT_EQ(fields.cursor == nullptr, last == nullptr);
         ASSERT_EQ(fields.cursorIndex, model.cursor);
         ASSERT_EQ(fields.sorted, model.sorted);
     }
 
-    void Insert(unsigned choice, int* item, Value value, int place) {
-        switch (choice % 6) {
-        case 0:
-            ASSERT_EQ(list.AppendToTail(item, value), model.Append(item, value));
-            break;
-        case 1:
-            ASSERT_EQ(list.InsertNewHead(item, value), model.Head(item, value));
-            break;
-        case 2:
-            ASSERT_EQ(Kind::InsertAfter(list, item, value, place),
-                      model.After(item, Kind::Inserted(value), place));
-            break;
-        default:
-            ASSERT_EQ(list.AddSorted(item, value, choice % 2 == 0),
-                      model.AddSorted(item, value, choice % 2 == 0));
+    void Insert(int way, void* item, Value value, int place, unsigned failing) {
+        const int size = model.Size(), after = std::min(std::max(place, 0) + 1, size);
+        fault.FailAt(failing);
+        const int answer = way == 0   ? list.AppendToTail(item, value)
+                           : way == 1 ? list.InsertNewHead(item, value)
+                           : way == 2 ? list.PutAfter(item, value, place)
+                                      : list.AddSorted(item, value, way == 3);
+        fault.FailAt(0);
+        if (failing != 0) {
+            model.cursor = RecordOf(list).cursorIndex; // it may have walked
+            ASSERT_EQ(answer, -1);
+            return;
         }
+        const Entry<Value> entry{item, way == 2 ? List::Kept(value) : value};
+        ASSERT_EQ(answer, way == 0   ? model.Insert(size, entry, model.cursor)
+                          : way == 1 ? model.Insert(0, entry, model.cursor + (size > 0))
+                          : way == 2 ? model.Insert(after, entry, after)
+                                     : model.AddSorted(entry, way == 3));
     }
 
-    void Remove(unsigned choice, int place) {
-        const bool inside = place >= 0 && place < model.Size();
-        if (choice % 3 == 0) {
+    void Remove(int way, void* item, int place) {
+        if (way == 0) {
             list.RemoveByIndex(place);
-            if (inside)
-                model.Remove(place);
-        } else if (inside && choice % 3 == 1) {
-            auto* node = list.NodeByIndex(place);
-            ASSERT_TRUE(list.RemoveByNode(node));
             model.Remove(place);
-        } else if (inside) {
-            ASSERT_TRUE(list.Remove(model.entries[static_cast<std::size_t>(place)].item));
+        } else if (way == 1 && model.Has(place)) {
+            ASSERT_TRUE(list.RemoveByNode(list.NodeByIndex(place)));
             model.Remove(place);
-        } else {
-            typename Kind::Node foreign = {};
+        } else if (way == 1) {
+            typename List::Node foreign;
             ASSERT_FALSE(list.RemoveByNode(&foreign));
-            ASSERT_FALSE(list.Remove(&foreign));
-            model.Find(nullptr);
+            model.Find(&foreign);
+        } else {
+            const int index = model.Find(item);
+            ASSERT_EQ(list.Remove(item), model.Has(index));
+            model.Remove(index);
         }
     }
 
-    void Search(unsigned choice, Value value, int place) {
+    void Search(int way, void* item, Value value, int place) {
         int index = -7;
-        Value found = -7;
-        switch (choice % 5) {
-        case 0: {
-            void* item = list.Index(place, &found);
-            const bool inside = place >= 0 && place < model.Size();
-            ASSERT_EQ(item != nullptr, inside);
-            if (inside) {
-                model.cursor = place;
-                ASSERT_EQ(item, model.entries[static_cast<std::size_t>(place)].item);
-                ASSERT_EQ(found, model.At(place));
-            }
-            break;
-        }
-        case 1:
-            list.PrevElemBySortValue(value, &index, &found);
-            ASSERT_EQ(index, model.Size() > 0 ? model.Previous(value) : -7);
-            ASSERT_EQ(found, model.Size() > 0 ? model.At(index) : -7);
-            break;
-        case 2: {
-            void* item = list.ElemBySortValue(value, &index);
-            const int expected = model.Size() > 0 ? model.Previous(value) : -7;
-            const bool hit = model.Size() > 0 && model.At(expected) == value;
-            ASSERT_EQ(item != nullptr, hit);
+        Entry<Value> found;
+        if (way == 0) {
+            found.item = list.Index(place, &found.value);
+            ASSERT_EQ(found, model.At(place));
+            model.cursor = model.Has(place) ? place : model.cursor;
+        } else if (way == 1) {
+            found.item = list.PrevElemBySortValue(value, &index, &found.value);
+            const int expected = model.Size() > 0 ? model.FindPrevious(value) : -7;
+            ASSERT_EQ(index, expected);
+            ASSERT_EQ(found, model.At(expected));
+        } else if (way == 2) {
+            found.item = list.ElemBySortValue(value, &index);
+            const int expected = model.Size() > 0 ? model.FindPrevious(value) : -7;
+            const bool hit = model.At(expected).value == value;
             ASSERT_EQ(index, model.Size() == 0 || hit ? expected : -1);
-            break;
-        }
-        case 3: {
-            const bool inside = place >= 0 && place < model.Size();
-            int* item = inside ? model.entries[static_cast<std::size_t>(place)].item : nullptr;
-            ASSERT_EQ(list.Member(item), inside ? 1 : 0);
-            model.Find(item);
-            break;
-        }
-        default:
+            ASSERT_EQ(found.item, hit ? model.At(expected).item : nullptr);
+        } else if (way == 3) {
+            const bool isMember = list.Member(item) == 1;
+            ASSERT_EQ(isMember, model.Has(model.Find(item)));
+        } else {
             ASSERT_EQ(list.VerifyIsSorted(), model.Verify());
         }
     }
 
+    AllocationFault fault{"vtrutils.dll"};
     List list;
-    Model<Kind> model;
+    Model<Value> model;
 };
 
 using Kinds = testing::Types<Integers, Doubles>;
@@ -253,120 +202,62 @@ TYPED_TEST_SUITE(LinkedLists, Kinds);
 
 TYPED_TEST(LinkedLists, DoWhatASimpleModelDoes) {
     constexpr unsigned seed = 47;
-    constexpr int rounds = 12'000;
-    std::mt19937 random(seed);
-    std::vector<int> items(rounds);
-    for (int round = 0; round < rounds; ++round) {
+    Dice dice(seed);
+    std::vector<int> items(60); // so few that some are there twice
+    for (int round = 0; round < 20'000; ++round) {
         SCOPED_TRACE(testing::Message() << "seed " << seed << ", round " << round);
-        const auto value = static_cast<typename TypeParam::Value>(random() % 15) - 1;
-        const int place =
-            static_cast<int>(random() % static_cast<unsigned>(this->model.Size() + 3)) - 1;
-        const unsigned growing = round / 60 % 2 == 0 ? 6 : 2;
-        const unsigned choice = static_cast<unsigned>(random() % 10);
-        if (choice < growing)
-            this->Insert(static_cast<unsigned>(random()), &items[static_cast<std::size_t>(round)],
-                         value, place);
-        else if (choice < 8)
-            this->Remove(static_cast<unsigned>(random()), place);
+        typename TypeParam::Value value = dice.Below(15);
+        if (value < 2)
+            value -= 2147483647; // about where the first value counts as unsorted
+        const int place = dice.Below(this->model.Size() + 3) - 1;
+        void* item = &items.begin()[dice.Below(60)];
+        const int choice = dice.Below(10), growing = round / 60 % 2 == 0 ? 5 : 2;
+        if (dice.Below(500) == 0) {
+            this->list.RemoveAll();
+            this->model.entries.clear();
+            this->model.cursor = 0;
+        } else if (dice.Below(200) == 0) {
+            // Assigned to one that holds something else, from a copy.
+            TypeParam other(this->list);
+            this->list.AppendToTail(&other, 9);
+            this->list = other;
+        } else if (choice < growing)
+            this->Insert(dice.Below(5), item, value, place, dice.Below(9) == 0);
+        else if (choice < 7)
+            this->Remove(dice.Below(3), item, place);
         else
-            this->Search(static_cast<unsigned>(random()), value, place);
+            this->Search(dice.Below(5), item, value, place);
         if (!this->HasFatalFailure())
-            this->Same(this->list);
+            this->Same();
         if (this->HasFatalFailure())
             return;
-        if (random() % 500 == 0) {
-            const bool sorted = this->model.sorted;
-            this->list.RemoveAll();
-            this->model = {};
-            this->model.sorted = sorted;
-            this->Same(this->list);
-        }
     }
-}
-
-TYPED_TEST(LinkedLists, HaveNodesOfTheirOwnWhenCopied) {
-    int items[4] = {};
-    for (int i = 0; i < 4; ++i) {
-        this->list.AppendToTail(&items[i], i);
-        this->model.Append(&items[i], i);
-    }
-    this->list.Index(2, nullptr);
-    this->model.cursor = 2;
-    typename TypeParam::List copy(this->list);
-    this->Same(copy);
-    EXPECT_NE(this->Look(copy).head, this->Look(this->list).head);
-    typename TypeParam::List assigned;
-    assigned.AppendToTail(&items[0], 9);
-    assigned = this->list;
-    const auto& self = assigned;
-    assigned = self;
-    this->list.RemoveAll();
-    copy.RemoveByIndex(0);
-    this->Same(assigned);
 }
 
 TYPED_TEST(LinkedLists, ThrowOnlyWhenTheyAreTooLong) {
-    int item = 0;
-    this->list.AppendToTail(&item, 1);
-    this->list.AppendToTail(&item, 3);
-    int* count =
-        reinterpret_cast<int*>(reinterpret_cast<char*>(&this->list) + TypeParam::offset + 24);
-    ASSERT_EQ(*count, 2);
-    *count = INT_MAX;
-    const auto tooLong = [&](const char* name, auto insert) {
-        try {
-            insert();
-            ADD_FAILURE() << name << " did not throw";
-        } catch (const std::length_error& error) {
-            EXPECT_STREQ(error.what(), "list too long") << name;
-        }
-    };
-    tooLong("tail", [&] { this->list.AppendToTail(&item, 2); });
-    tooLong("head", [&] { this->list.InsertNewHead(&item, 2); });
-    tooLong("after", [&] { TypeParam::InsertAfter(this->list, &item, 2, 0); });
-    tooLong("sorted", [&] { this->list.AddSorted(&item, 2, true); });
-    *count = 2;
-    // The lock was let go: another thread gets in.
-    int seen = 0;
-    std::thread([&] { seen = this->list.NumNodes(); }).join();
-    EXPECT_EQ(seen, 2);
-}
-
-TEST(MyList, LandsWhereAskedAmongEquals) {
-    CMyList list;
-    list.AppendToTail(nullptr, 5);
-    list.AppendToTail(nullptr, 5);
-    CMyList other(list);
-    EXPECT_EQ(list.AddSorted(&list, 5, false), 0);
-    EXPECT_EQ(other.AddSorted(&other, 5, true), 2);
-}
-
-TEST(MyList, TakesEqualNeighboursForUnsorted) {
-    CMyList list;
-    EXPECT_TRUE(list.VerifyIsSorted());
-    for (const long long value : {1, 2, 3})
-        list.AppendToTail(&list, value);
-    EXPECT_TRUE(list.VerifyIsSorted());
-    list.AddSorted(&list, 2, true);
-    EXPECT_FALSE(list.VerifyIsSorted());
-    for (const auto& [value, sorted] :
-         {std::pair(-2147483646LL, true), std::pair(-2147483647LL, false)}) {
-        CMyList lowest;
-        lowest.AppendToTail(&lowest, value);
-        EXPECT_EQ(lowest.VerifyIsSorted(), sorted) << value;
+    auto& full = this->list;
+    full.AppendToTail(nullptr, 1);
+    full.AppendToTail(nullptr, 3);
+    RecordOf(full).count = INT_MAX;
+    EXPECT_THROW(full.AppendToTail(nullptr, 2), std::length_error);
+    EXPECT_THROW(full.InsertNewHead(nullptr, 2), std::length_error);
+    EXPECT_THROW(full.PutAfter(nullptr, 2, 0), std::length_error);
+    try {
+        full.AddSorted(nullptr, 2, true);
+        ADD_FAILURE() << "did not throw";
+    } catch (const std::length_error& error) {
+        EXPECT_STREQ(error.what(), "list too long");
     }
-}
-
-TEST(MyList, WalksOnFromItsCursor) {
-    CMyList list;
-    std::vector<int> items(30'000);
-    for (std::size_t i = 0; i < items.size(); ++i)
-        list.AppendToTail(&items[i], static_cast<long long>(i));
-    // Walks that began at the head each time would take a billion steps here.
-    for (int i = 0; i < list.NumNodes(); ++i)
-        ASSERT_EQ(list.Index(i, nullptr), &items[static_cast<std::size_t>(i)]);
-    EXPECT_EQ(list.Index(5, nullptr), &items[5]);
-    EXPECT_EQ(list.Index(3, nullptr), &items[3]) << "behind the cursor: from the head";
+    RecordOf(full).count = 2;
+    const auto& self = full;
+    full = self;
+    EXPECT_EQ(full.NumNodes(), 2);
+    this->fault.FailAt(2);
+    EXPECT_EQ(TypeParam(full).NumNodes(), 0) << "a copy without memory";
+    this->fault.FailAt(2);
+    TypeParam assigned;
+    assigned = full;
+    EXPECT_EQ(assigned.NumNodes(), 0);
 }
 
 } // namespace

@@ -1,15 +1,24 @@
 #include "utilities/containers/RectangleList.h"
-#include "tests/containers/RectangleModel.h"
 #include "tests/support/AllocationFault.h"
+#include "tests/support/Dice.h"
 
+#include <algorithm>
+#include <array>
+#include <climits>
 #include <gtest/gtest.h>
-#include <random>
+#include <vector>
+
+bool operator==(const RECT& a, const RECT& b) {
+    return EqualRect(&a, &b) != FALSE;
+}
 
 void PrintTo(const RECT& r, std::ostream* out) {
     *out << '(' << r.left << ',' << r.top << ',' << r.right << ',' << r.bottom << ')';
 }
 
 namespace {
+
+using Rectangles = std::vector<RECT>;
 
 Rectangles Of(RectangleList& list) {
     Rectangles rectangles;
@@ -24,197 +33,145 @@ void Fill(RectangleList& list, Rectangles rectangles) {
         list.addWithoutMerging(r);
 }
 
-LONG Area(RectangleList& list) {
-    LONG area = 0;
-    for (const RECT& r : Of(list))
-        area += (r.right - r.left) * (r.bottom - r.top);
-    return area;
+constexpr LONG side = 48;
+/// How often each cell of a square is covered.
+using Cells = std::array<int, side * side>;
+
+Cells CellsOf(const Rectangles& rectangles) {
+    Cells cells{};
+    for (const RECT& r : rectangles) {
+        for (LONG y = r.top; y < r.bottom; ++y) {
+            for (LONG x = r.left; x < r.right; ++x)
+                ++cells.begin()[y * side + x];
+        }
+    }
+    return cells;
 }
 
-RECT RandomRectangle(std::mt19937& random, unsigned largest) {
-    const auto below = [&](unsigned limit) { return static_cast<LONG>(random() % limit); };
-    const LONG left = below(Bitmap::size - 1), top = below(Bitmap::size - 1);
-    return {left, top, std::min<LONG>(left + 1 + below(largest), Bitmap::size),
-            std::min<LONG>(top + 1 + below(largest), Bitmap::size)};
+RECT RandomRectangle(Dice& dice, int largest) {
+    const LONG left = dice.Below(side), top = dice.Below(side);
+    return {left, top, std::min<LONG>(left + 1 + dice.Below(largest), side),
+            std::min<LONG>(top + 1 + dice.Below(largest), side)};
 }
 
-/// A list, the rectangles that it must hold in this order, and the cells that these must cover.
-class Triple {
-public:
-    RectangleList list;
-    RectangleModel model;
-    Bitmap cells;
-
-    void Add(RECT r) {
-        list.add(&r);
-        model.Add(r);
-        cells.Set(r, 1);
+RECT BoundsOf(const Rectangles& rectangles) {
+    RECT bounds{};
+    for (const RECT& r : rectangles) {
+        const RECT before = bounds;
+        UnionRect(&bounds, &before, &r);
     }
-    void Subtract(RECT r) {
-        list.subtract(&r);
-        model.Subtract(r);
-        cells.Set(r, 0);
-    }
+    return bounds;
+}
 
-    void Clip(std::mt19937& random) {
-        RECT area = RandomRectangle(random, Bitmap::size);
-        if (random() % 2 == 0) {
-            list.SetNewObjectRect(area);
-            Rectangles clipped;
-            for (const RECT& r : model.list) {
-                RECT common;
-                if (IntersectRect(&common, &r, &area))
-                    clipped.push_back(common);
-            }
-            model.list = clipped;
-            cells.KeepWhere(Bitmap({area}));
-        } else {
-            std::erase_if(model.list,
-                          [&](const RECT& r) { return !RectangleModel::Intersects(r, area); });
-            ASSERT_EQ(list.clipTo(area), !model.list.empty());
-            cells = Bitmap(model.list);
+bool CutAt(Rectangles& list, std::size_t i, LONG y) {
+    if (y <= list[i].top || y >= list[i].bottom)
+        return false;
+    RECT lower = list[i];
+    list[i].bottom = lower.top = y;
+    list.push_back(lower);
+    return true;
+}
+
+/// Whether the pair could be cut, or could be merged.
+bool Align(Rectangles& list, std::size_t i, std::size_t j) {
+    const RECT a = list[i], b = list[j];
+    return (b.left == a.right || b.right == a.left) &&
+           (CutAt(list, i, b.top) || CutAt(list, i, b.bottom) || CutAt(list, j, a.top) ||
+            CutAt(list, j, a.bottom));
+}
+bool Merge(Rectangles& list, std::size_t i, std::size_t j) {
+    if (!RectangleList::enlargeIfAdjacent(&list[i], &list[j]))
+        return false;
+    list.erase(list.begin() + static_cast<std::ptrdiff_t>(j));
+    return true;
+}
+
+/// From the first pair again after each change.
+bool ChangeOnce(Rectangles& list, bool (*change)(Rectangles&, std::size_t, std::size_t)) {
+    for (std::size_t i = 0; i < list.size(); ++i) {
+        for (std::size_t j = list.size(); --j > i;) {
+            if (change(list, i, j))
+                return true;
         }
     }
-
-    /// To and fro: what leaves the square stays within 32 bits.
-    void Offset(std::mt19937& random) {
-        const int dx = static_cast<int>(random() % 5) - 2, dy = static_cast<int>(random() % 5) - 2;
-        list.offsetAll(dx, dy);
-        for (RECT& r : model.list)
-            OffsetRect(&r, dx, dy);
-        cells = Bitmap(model.list);
-    }
-
-    void OneWithMany(std::mt19937& random) {
-        RectangleList other;
-        RectangleModel same;
-        for (int i = 0; i < 5; ++i) {
-            RECT r = RandomRectangle(random, 20);
-            other.add(&r);
-            same.Add(r);
-        }
-        switch (random() % 3) {
-        case 0:
-            list.add(other);
-            for (const RECT& r : same.list) {
-                model.Add(r);
-                cells.Set(r, 1);
-            }
-            break;
-        case 1:
-            for (auto r = same.list.rbegin(); r != same.list.rend(); ++r) {
-                model.Subtract(*r);
-                cells.Set(*r, 0);
-            }
-            ASSERT_EQ(list.subtract(other), !model.list.empty());
-            break;
-        default:
-            cells.KeepWhere(Bitmap(same.list));
-            ASSERT_EQ(list.clipTo(other), !(cells == Bitmap()));
-            model.list = Of(list);
-        }
-    }
-
-    void Check(bool exactly) {
-        ASSERT_EQ(Of(list), model.list);
-        const Bitmap covered(Of(list));
-        if (exactly)
-            ASSERT_TRUE(covered == cells) << "covers other cells, or some twice";
-        else
-            ASSERT_TRUE(covered.Covers(cells)) << "uncovers cells";
-        ASSERT_EQ(list.getBounds(), model.Bounds());
-        ASSERT_EQ(list.isEmpty(), model.list.empty());
-    }
-};
+    return false;
+}
 
 TEST(RectangleList, CoversWhatWasAddedAndNotSubtracted) {
-    for (const unsigned seed : {1u, 2u, 3u, 4u, 5u}) {
-        std::mt19937 random(seed);
-        Triple triple;
-        triple.list.set_consolidate_on_add(false, 0, 1);
-        triple.model.consolidates = false;
-        for (int round = 0; round < 600; ++round) {
-            SCOPED_TRACE(testing::Message() << "seed " << seed << ", round " << round);
-            const unsigned choice = random() % 32;
-            const RECT r = RandomRectangle(random, 24);
-            if (choice < 18)
-                triple.Add(r);
-            else if (choice < 28)
-                triple.Subtract(r);
-            else if (choice < 29)
-                triple.Clip(random);
-            else if (choice < 30)
-                triple.Offset(random);
-            else
-                triple.OneWithMany(random);
-            triple.Check(/*exactly=*/true);
-            POINT point{static_cast<LONG>(random() % 64), static_cast<LONG>(random() % 64)};
-            const RECT cell{point.x, point.y, point.x + 1, point.y + 1};
-            const bool covered = Bitmap(triple.model.list).Covers(Bitmap({cell}));
-            ASSERT_EQ(triple.list.containsPoint(point.x, point.y), covered);
-            RECT asked = cell;
-            ASSERT_EQ(triple.list.intersectsRectangle(&asked), covered);
-            RectangleList other(asked);
-            ASSERT_EQ(triple.list.intersects(other), covered);
-            if (HasFatalFailure())
-                return;
+    constexpr unsigned seed = 1;
+    Dice dice(seed);
+    AllocationFault fault("vtrutils.dll");
+    RectangleList list;
+    list.set_consolidate_on_add(false, 0, 1);
+    int unchanged = 0;
+    for (int round = 0; round < 2500; ++round) {
+        SCOPED_TRACE(testing::Message() << "seed " << seed << ", round " << round);
+        const int choice = dice.Below(64);
+        const bool adds = choice<36, subtracts = choice> 38, many = choice % 18 == 0;
+        RECT r = RandomRectangle(dice, adds || subtracts ? 20 : side);
+        RectangleList other(r);
+        for (int i = 0; many && i < 6; ++i) {
+            r = RandomRectangle(dice, 20);
+            other.add(&r);
         }
+        const Rectangles before = Of(list);
+        Cells expected = CellsOf(before);
+        const Cells with = CellsOf(Of(other));
+        ASSERT_EQ(list.getBounds(), BoundsOf(before));
+        ASSERT_EQ(list.containsPoint(r.left, r.top), expected.begin()[r.top * side + r.left] == 1);
+        bool meets = false;
+        for (std::size_t i = 0; i < expected.size(); ++i) {
+            const bool was = expected[i] != 0, is = with[i] != 0;
+            meets = meets || (was && is);
+            expected[i] = adds ? was || is : was && is != subtracts;
+        }
+        ASSERT_EQ(list.intersects(other), meets);
+        const bool fails = !many && dice.Below(6) == 0;
+        fault.FailAt(fails ? static_cast<unsigned>(1 + dice.Below(9)) : 0);
+        if (adds)
+            many ? list.add(other) : list.add(&r);
+        else if (subtracts)
+            many ? static_cast<void>(list.subtract(other)) : list.subtract(&r);
+        else
+            many ? static_cast<void>(list.clipTo(other)) : list.SetNewObjectRect(r);
+        fault.FailAt(0);
+        const bool same = fails && Of(list) == before;
+        unchanged += same;
+        ASSERT_TRUE(same || CellsOf(Of(list)) == expected) << "other cells, or some twice";
     }
+    EXPECT_GT(unchanged, 10);
 }
 
 TEST(RectangleList, ConsolidatesInDocumentedOrder) {
-    for (const unsigned seed : {11u, 12u, 13u, 14u, 15u, 16u}) {
-        std::mt19937 random(seed);
-        const int threshold = static_cast<int>(random() % 20);
-        const int interval = static_cast<int>(1 + seed % 9);
-        Triple triple;
-        if (seed % 2 == 0) {
-            triple.list.set_consolidate_on_add(true, threshold, interval);
-            triple.model.threshold = threshold;
-            triple.model.next = triple.model.interval = interval;
-        }
-        for (int round = 0; round < 600; ++round) {
-            SCOPED_TRACE(testing::Message() << "seed " << seed << ", round " << round);
-            // Thin ones near the top, which leave room below: the sum stays small.
-            RECT r = RandomRectangle(random, 9);
-            r.top /= 4;
-            r.bottom = r.top + 1 + static_cast<LONG>(random() % 3);
-            random() % 3 != 0 ? triple.Add(r) : triple.Subtract(r);
-            if (round % 25 == 0) {
-                triple.list.consolidate();
-                triple.model.Consolidate();
-            }
-            triple.Check(/*exactly=*/false);
-            if (HasFatalFailure())
-                return;
-            if (round % 100 == 99) {
-                triple.list.clear();
-                triple.model.list.clear();
-                triple.cells = Bitmap();
-            }
-        }
-    }
-}
-
-TEST(RectangleList, AlignsStaircasesInTime) {
-    // Each column is cut at the edges of all others: 49 columns would become 2,400 pieces, one at a
-    // time. The last rectangle makes the bounds large enough.
-    for (const int columns : {12, 49}) {
+    constexpr unsigned seed = 11;
+    Dice dice(seed);
+    AllocationFault fault("vtrutils.dll");
+    for (int round = 0; round < 400; ++round) {
+        SCOPED_TRACE(testing::Message() << "seed " << seed << ", round " << round);
         RectangleList list;
-        RectangleModel model;
-        for (LONG i = 0; i < columns; ++i)
-            model.list.push_back({i, i, i + 1, 100 + i});
-        model.list.push_back({100000, 10000, 100001, 10001});
-        Fill(list, model.list);
-        const LONG area = Area(list);
-        list.consolidate();
-        EXPECT_EQ(Area(list), area);
-        EXPECT_LT(list.getNumRectangles(), columns * columns * 2);
-        EXPECT_GT(list.getNumRectangles(), columns);
-        if (columns == 12) {
-            model.Consolidate();
-            EXPECT_EQ(Of(list), model.list);
+        list.set_consolidate_on_add(false, 0, 1);
+        // Thin ones near the top, and bounds with room below: the sum stays small.
+        RECT r{0, 0, 400, 1};
+        list.add(&r);
+        for (int i = dice.Below(14); i >= 0; --i) {
+            r = RandomRectangle(dice, 9);
+            OffsetRect(&r, 0, 1);
+            list.add(&r);
         }
+        r = {3000, 3000, 3001, 3001};
+        list.add(&r);
+        const Rectangles before = Of(list);
+        Rectangles expected = before;
+        while (before.size() <= 50 && ChangeOnce(expected, Align)) {
+        }
+        while (before.size() <= 50 && ChangeOnce(expected, Merge)) {
+        }
+        fault.FailAt(static_cast<unsigned>(std::max(0, dice.Below(9) - 6)));
+        list.consolidate();
+        fault.FailAt(0);
+        if (Of(list) == before)
+            list.consolidate();
+        ASSERT_EQ(Of(list), before.size() > 50 ? Rectangles{BoundsOf(before)} : expected);
     }
 }
 
@@ -228,21 +185,28 @@ TEST(RectangleList, AddsAndSubtractsAtTheEdges) {
     };
     const RECT ten{0, 0, 10, 10};
     const Row rows[] = {
-        {"the same again", {ten}, true, ten, {ten}},
-        {"contained", {ten}, true, {2, 2, 5, 5}, {ten}},
+        {"contained", {ten}, true, {2, 2, 10, 10}, {ten}},
         {"overlap on the right", {ten}, true, {5, 0, 15, 10}, {ten, {10, 0, 15, 10}}},
-        {"trims a side", {ten}, true, {5, -1, 15, 11}, {{0, 0, 5, 10}, {5, -1, 15, 11}}},
+        {"trims each side",
+         {{0, 0, 4, 9}, {5, 0, 9, 4}, {16, 0, 20, 9}, {5, 9, 9, 20}},
+         true,
+         {2, -1, 18, 12},
+         {{0, 0, 2, 9}, {18, 0, 20, 9}, {5, 12, 9, 20}, {2, -1, 18, 12}}},
         {"covers it", {ten}, true, {-1, -1, 11, 11}, {{-1, -1, 11, 11}}},
-        {"touches only", {ten}, true, {10, 0, 12, 10}, {ten, {10, 0, 12, 10}}},
+        {"pieces", {{3, 3, 6, 6}}, true, ten, {ten}},
+        {"cross",
+         {{3, 0, 6, 10}},
+         true,
+         {0, 3, 10, 6},
+         {{3, 0, 6, 10}, {0, 3, 3, 6}, {6, 3, 10, 6}}},
         {"empty, outside", {ten}, true, {20, 20, 20, 30}, {ten, {20, 20, 20, 30}}},
-        {"empty, inside", {ten}, true, {5, 5, 5, 5}, {ten}},
         {"empty list", {}, true, {5, 5, 5, 5}, {{5, 5, 5, 5}}},
         {"hole",
          {ten},
          false,
          {3, 3, 6, 6},
          {{6, 0, 10, 10}, {3, 6, 6, 10}, {3, 0, 6, 3}, {0, 0, 3, 10}}},
-        {"all of it", {ten, {10, 0, 20, 10}}, false, {-5, 0, 10, 10}, {{10, 0, 20, 10}}},
+        {"all of one", {ten, {10, 0, 20, 10}}, false, {-5, 0, 10, 10}, {{10, 0, 20, 10}}},
         {"touches from outside", {ten}, false, {10, 0, 20, 10}, {ten}},
         {"empty hole", {ten}, false, {5, 2, 5, 8}, {{5, 0, 10, 10}, {0, 0, 5, 10}}},
     };
@@ -255,193 +219,100 @@ TEST(RectangleList, AddsAndSubtractsAtTheEdges) {
     }
 }
 
-TEST(RectangleList, TakesItselfAndItsOwnRectangles) {
+TEST(RectangleList, TakesItselfAndNull) {
     const Rectangles two = {{0, 0, 10, 10}, {20, 0, 30, 10}};
     RectangleList list;
     Fill(list, two);
     list.add(list);
     EXPECT_TRUE(list.clipTo(list));
+    RectangleList copy(list);
+    EXPECT_FALSE(copy.subtract(copy));
+    EXPECT_TRUE(list.subtract(copy));
     list.add(list.getRectangle(0));
     list.swapWith(list);
-    RectangleList& self = list;
+    const RectangleList& self = list;
     list = self;
-    EXPECT_EQ(Of(list), two);
-    EXPECT_TRUE(list.intersects(list));
-    list.subtract(list.getRectangle(0));
-    EXPECT_EQ(Of(list), Rectangles{two[1]});
-    EXPECT_FALSE(list.subtract(list));
     list.add(nullptr);
     list.subtract(nullptr);
     EXPECT_FALSE(list.intersectsRectangle(nullptr));
-    RECT area = two[0];
-    EXPECT_FALSE(list.clipTo(area));
-    EXPECT_EQ(list.getBounds(), RECT{});
+    EXPECT_EQ(Of(list), two);
+    list.subtract(list.getRectangle(0));
+    EXPECT_EQ(Of(list), Rectangles{two[1]});
+    RECT touching = {10, 0, 21, 1};
+    EXPECT_TRUE(list.clipTo(touching)) << "kept whole";
+    EXPECT_EQ(Of(list), Rectangles{two[1]});
+    touching.right = 20;
+    EXPECT_FALSE(list.clipTo(touching));
+    EXPECT_FALSE(list.clipTo(copy));
     list.consolidate();
     EXPECT_TRUE(list.isEmpty());
 }
 
-TEST(RectangleList, ConsolidatesByCountAndBySum) {
-    RectangleList list;
-    for (LONG i = 0; i < 50; ++i) {
-        RECT r{i * 10, 0, i * 10 + 2, 1};
-        list.addWithoutMerging(r);
+TEST(RectangleList, ConsolidatesWhenTheSumIsLargeAndWhenDue) {
+    // Width times bottom edge less top edge: 2 * 11 - 10 = 12 each, against two thirds of the
+    // bounds.
+    for (const auto& [right, number] : {std::pair(36L, 2), std::pair(35L, 1)}) {
+        RectangleList list;
+        Fill(list, {{0, 10, 2, 11}, {right - 2, 10, right, 11}});
+        list.consolidate();
+        EXPECT_EQ(list.getNumRectangles(), number) << right;
     }
-    list.consolidate();
-    EXPECT_EQ(list.getNumRectangles(), 50) << "a fifth of the bounds";
-    RECT last{500, 0, 502, 1};
-    list.addWithoutMerging(last);
-    list.consolidate();
-    EXPECT_EQ(Of(list), (Rectangles{{0, 0, 502, 1}})) << "more than 50";
-    // Width times bottom edge less top edge: 2 * 11 - 10 = 12 each, of bounds of 24 and of 36.
-    Fill(list, {{0, 10, 2, 11}, {10, 10, 12, 11}});
-    list.consolidate();
-    EXPECT_EQ(Of(list), (Rectangles{{0, 10, 12, 11}})) << "24 of 12";
-    Fill(list, {{0, 10, 2, 11}, {34, 10, 36, 11}});
-    list.consolidate();
-    EXPECT_EQ(list.getNumRectangles(), 2) << "24 of 36 is not more than two thirds";
-    Fill(list, {{0, 10, 2, 11}, {33, 10, 35, 11}});
-    list.consolidate();
-    EXPECT_EQ(list.getNumRectangles(), 1) << "24 of 35 is";
-}
-
-TEST(RectangleList, CountsAdditionsBeyondTheThreshold) {
-    // Rectangles that do not touch, far from one another: consolidation changes nothing, but two
-    // that touch show that it ran.
+    // Two halves show that a consolidation ran; the others do not touch.
     RectangleList list;
-    const auto addMany = [&](int count) {
-        for (int i = 0; i < count; ++i) {
-            const LONG x = 1000 * (1 + list.getNumRectangles());
-            RECT r{x, 0, x + 1, 1};
+    const auto addUntil = [&list](int last) {
+        for (int i = list.getNumRectangles(); i < last; ++i) {
+            RECT r = i < 2 ? RECT{i, 0, i + 1, 1} : RECT{1000L * i, 0, 1000L * i + 1, 1};
             list.add(&r);
         }
+        return list.getNumRectangles();
     };
-    RECT halves[2] = {{0, 0, 1, 1}, {1, 0, 2, 1}};
-    list.add(&halves[0]);
-    list.add(&halves[1]);
-    addMany(10);
-    EXPECT_EQ(list.getNumRectangles(), 12) << "at the threshold nothing counts";
-    addMany(7);
-    EXPECT_EQ(list.getNumRectangles(), 19);
-    addMany(1);
-    EXPECT_EQ(list.getNumRectangles(), 19) << "the eighth consolidates";
+    EXPECT_EQ(addUntil(19), 19) << "12 do not count";
+    RectangleList copy(list);
+    EXPECT_EQ(addUntil(20), 19) << "the eighth consolidates";
+    RECT distant{-1000, 0, -999, 1};
+    copy.add(&distant);
+    EXPECT_EQ(copy.getNumRectangles(), 19) << "a copy has the counters too";
     list.set_consolidate_on_add(true, 0, 0);
-    list.addWithoutMerging(halves[1]);
-    list.addWithoutMerging(halves[1]);
-    addMany(1);
-    EXPECT_EQ(list.getNumRectangles(), 20) << "an interval of 0 is 1";
+    Fill(list, {{0, 0, 1, 1}, {1, 0, 2, 1}});
+    list.add(&distant);
+    EXPECT_EQ(list.getNumRectangles(), 2) << "an interval of 0 is 1";
 }
 
 TEST(RectangleList, TellsAboutTwoRectangles) {
-    struct Row {
-        const char* name;
-        RECT a, b;
-        bool contains, adjacent, reduced;
-        RECT enlargedTo, reducedTo;
-    };
-    const RECT a{0, 0, 10, 10};
-    const Row rows[] = {
-        {"the same", a, a, true, true, false, a, a},
-        {"below", a, {0, 10, 10, 15}, false, true, false, {0, 0, 10, 15}, a},
-        {"beside, apart", a, {11, 0, 15, 10}, false, false, false, a, a},
-        {"beside, overlapping", a, {5, 0, 15, 10}, false, true, false, {0, 0, 15, 10}, a},
-        {"covers the top", a, {-1, -1, 11, 4}, false, false, true, a, {0, 4, 10, 10}},
-        {"covers the left", a, {-1, -1, 4, 11}, false, false, true, a, {4, 0, 10, 10}},
-        {"covers the bottom", a, {-1, 4, 11, 11}, false, false, true, a, {0, 0, 10, 4}},
-        {"covers the right", a, {4, -1, 11, 11}, false, false, true, a, {0, 0, 4, 10}},
-        {"ends at the edge", a, {-1, -1, 10, 4}, false, false, false, a, a},
-        {"in a corner", a, {2, 0, 10, 8}, true, false, false, a, a},
-    };
-    for (const Row& row : rows) {
-        RECT first = row.a, second = row.b;
-        EXPECT_EQ(RectangleList::rectContainsRect(&first, &second), row.contains) << row.name;
-        EXPECT_EQ(RectangleList::enlargeIfAdjacent(&first, &second), row.adjacent) << row.name;
-        EXPECT_EQ(first, row.enlargedTo) << row.name;
-        first = row.a;
-        EXPECT_EQ(RectangleList::reduceIfPartlyContainedIn(&first, &second), row.reduced)
-            << row.name;
-        EXPECT_EQ(first, row.reducedTo) << row.name;
-    }
+    RECT a{0, 0, 10, 10}, apart{11, 0, 15, 10}, below{0, 10, 10, 15}, beside{10, 4, 12, 15};
+    RECT above{-1, -1, 11, 4}, shorter{-1, -1, 10, 4};
+    EXPECT_TRUE(RectangleList::rectContainsRect(&a, &a));
+    EXPECT_FALSE(RectangleList::rectContainsRect(&a, &below));
+    EXPECT_FALSE(RectangleList::enlargeIfAdjacent(&a, &apart));
+    EXPECT_FALSE(RectangleList::reduceIfPartlyContainedIn(&a, &shorter)) << "ends at the edge";
+    EXPECT_EQ(a, (RECT{0, 0, 10, 10}));
+    EXPECT_TRUE(RectangleList::reduceIfPartlyContainedIn(&a, &above));
+    EXPECT_EQ(a, (RECT{0, 4, 10, 10}));
+    EXPECT_TRUE(RectangleList::enlargeIfAdjacent(&a, &below));
+    EXPECT_TRUE(RectangleList::enlargeIfAdjacent(&a, &beside));
+    EXPECT_EQ(a, (RECT{0, 4, 12, 15}));
 }
 
-TEST(RectangleList, CopiesAndSwaps) {
-    const Rectangles three = {{0, 0, 1, 1}, {2, 2, 3, 3}, {4, 4, 5, 5}};
-    RectangleList list;
-    list.set_consolidate_on_add(true, 0, 1);
-    Fill(list, three);
-    RectangleList copy(list);
-    RectangleList assigned(*list.getRectangle(0));
-    assigned = list;
-    list.offsetAll(INT_MAX, 0);
-    EXPECT_EQ(list.getRectangle(2)->left, INT_MIN + 3) << "wraps around";
-    RECT touching{5, 4, 6, 5};
-    for (RectangleList* each : {&copy, &assigned}) {
-        EXPECT_EQ(Of(*each), three);
-        RECT distant{1000, 1000, 1001, 1001};
-        each->addWithoutMerging(distant);
-        each->add(&touching);
-        EXPECT_EQ(each->getNumRectangles(), 4) << "consolidates as the original does";
-    }
-    const Rectangles left = Of(copy), right = {{7, 7, 8, 8}};
-    RectangleList other(touching);
-    Fill(other, right);
-    copy.swapWith(other);
-    EXPECT_EQ(Of(copy), right);
-    EXPECT_EQ(Of(other), left);
-    copy.swapWith(other);
-    EXPECT_EQ(Of(copy), left);
-}
-
-TEST(RectangleList, ChangesNothingWithoutMemory) {
+TEST(RectangleList, CopiesSwapsAndOffsets) {
     AllocationFault fault("vtrutils.dll");
-    const unsigned failures = fault.ForEachAllocation([](unsigned n) {
-        SCOPED_TRACE(n);
-        std::mt19937 random(5);
-        int refused = 0;
-        RectangleList list;
-        list.set_consolidate_on_add(false, 0, 1);
-        const auto run = [&](auto operation) {
-            RectangleModel model;
-            model.consolidates = false;
-            model.list = Of(list);
-            const Rectangles before = model.list;
-            operation(model);
-            if (Of(list) != model.list) {
-                ++refused;
-                EXPECT_EQ(Of(list), before);
-            }
-        };
-        for (int round = 0; round < 120; ++round) {
-            run([&, r = RandomRectangle(random, 20)](auto& model) mutable {
-                round % 3 != 2 ? list.add(&r) : list.subtract(&r);
-                round % 3 != 2 ? model.Add(r) : model.Subtract(r);
-            });
-        }
-        run([&](auto& model) {
-            RECT cover{-100, -100, -99, 200};
-            list.add(&cover);
-            list.subtract(&cover);
-            list.consolidate();
-            model.list = {model.Bounds()};
-        });
-        const Rectangles staircase = {{0, 0, 1, 9},  {1, 1, 2, 10}, {2, 2, 3, 11},  {3, 3, 4, 12},
-                                      {4, 4, 5, 13}, {5, 5, 6, 14}, {9, 0, 1000, 1}};
-        Fill(list, staircase);
-        refused += Of(list) == staircase ? 0 : 1;
-        run([&](auto& model) {
-            list.consolidate();
-            model.Consolidate();
-        });
-        const Rectangles all = Of(list);
-        RectangleList copy(list), other(*list.getRectangle(0));
-        refused += other.isEmpty() || copy.isEmpty() ? 1 : 0;
-        EXPECT_TRUE(copy.isEmpty() || Of(copy) == all);
-        const Rectangles one = Of(other);
+    const Rectangles three = {{0, 0, 1, 1}, {2, 2, 3, 3}, {4, 4, 5, 5}};
+    RECT one{7, 7, 8, 8};
+    const unsigned failures = fault.ForEachAllocation([&](unsigned n) {
+        fault.FailAt(0);
+        RectangleList list, other(one);
+        Fill(list, three);
+        fault.FailAt(n);
+        RectangleList copy(list);
         list.swapWith(other);
-        refused += Of(list) == all ? 1 : 0;
-        EXPECT_TRUE((Of(list) == one && Of(other) == all) || (Of(list) == all && Of(other) == one));
-        EXPECT_LE(refused, 1);
+        fault.FailAt(0);
+        EXPECT_EQ(Of(copy), n > 4 ? three : Rectangles());
+        EXPECT_EQ(Of(list).size() + Of(other).size(), 4u);
+        EXPECT_TRUE(Of(list) == three || Of(other) == three);
     });
-    EXPECT_GE(failures, 100u);
+    EXPECT_GE(failures, 5u);
+    RectangleList list(one);
+    list.offsetAll(INT_MAX, -8);
+    EXPECT_EQ(Of(list), (Rectangles{{INT_MIN + 6, -1, INT_MIN + 7, 0}})) << "wraps around";
 }
 
 } // namespace

@@ -14,33 +14,20 @@ private:
     int& deleted;
 };
 
-TEST(RefObject, IsDeletedByItsLastUser) {
+TEST(RefObject, IsDeletedByItsLastUserAndCountsForItselfWhenCopied) {
     int deleted = 0;
     auto* object = new Counted(deleted);
     EXPECT_EQ(object->IncrementRefCount(), 2);
+    auto* copy = new Counted(*object);
+    EXPECT_EQ(copy->DecrementRefCount(), 0) << "a copy starts at 1";
+    static_cast<CRefObject&>(*object) = *copy;
     DeleteMyObject(object);
-    EXPECT_EQ(deleted, 0);
-    EXPECT_EQ(object->IncrementRefCount(), 2);
-    EXPECT_EQ(object->DecrementRefCount(), 1);
+    EXPECT_EQ(deleted, 0) << "assigning leaves the count";
     DeleteMyObject(object);
     EXPECT_EQ(deleted, 1);
-    DeleteMyObject(nullptr);
-
-    auto* released = new Counted(deleted);
-    EXPECT_EQ(released->DecrementRefCount(), 0);
-    DeleteMyObject(released);
+    DeleteMyObject(copy);
     EXPECT_EQ(deleted, 2) << "below 1";
-}
-
-TEST(RefObject, CountsForItselfWhenCopied) {
-    int deleted = 0;
-    Counted object(deleted);
-    object.IncrementRefCount();
-    CRefObject copy(object);
-    EXPECT_EQ(copy.IncrementRefCount(), 2) << "a copy starts at 1";
-    copy.IncrementRefCount();
-    static_cast<CRefObject&>(object) = copy;
-    EXPECT_EQ(object.IncrementRefCount(), 3) << "assigning leaves the count";
+    DeleteMyObject(nullptr);
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "utilities/text/LanguageState.h"
+#include "utilities/text/LibraryText.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -16,5 +16,8 @@ TEST(LanguageState, FoldersAreThoseOfTheProgram) {
     EXPECT_EQ(vtr::CurrentCodePage(), 0u);
     EXPECT_TRUE(TryEnterCriticalSection(&vtr::Language().stringLock));
     LeaveCriticalSection(&vtr::Language().stringLock);
+    char text[64];
+    vtr::LibraryText("DoNotAsk", text, sizeof text);
+    EXPECT_STREQ(text, "&Do not ask this again.");
     vtr::FreeLanguageState();
 }

@@ -37,23 +37,6 @@ public:
     /// False, with the array unchanged, when memory runs out.
     bool Append(T* item) { return Insert(count, item); }
 
-    /// Appends the items of another array, in order; the capacity becomes what appending them one by
-    /// one gives. False, with the array unchanged, when memory runs out.
-    bool AppendAll(const PtrArray& other) {
-        unsigned enough = capacity;
-        while (enough - count < other.count) {
-            if (enough > ~0u / 2)
-                return false;
-            enough = enough < minimumCapacity ? minimumCapacity : enough * 2;
-        }
-        if (enough > capacity && !Resize(enough))
-            return false;
-        if (other.count > 0)
-            std::memcpy(slots + count, other.slots, other.count * sizeof(T*));
-        count += other.count;
-        return true;
-    }
-
     /// Items from `index` on move up. Requires: index <= Count().
     bool Insert(unsigned index, T* item) {
         if (count == capacity && !Grow())

@@ -1,9 +1,13 @@
 #include "utilities/system/Folders.h"
 
 #include "utilities/system/FileFunctions.h"
+#include "utilities/system/FolderListing.h"
+#include "utilities/system/PathText.h"
 #include "utilities/text/LanguageState.h"
+#include "utilities/text/StoreCut.h"
 #include "vtrfutls/WidePath.h"
 
+#include <cstdio>
 #include <cwchar>
 #include <shlwapi.h>
 
@@ -23,6 +27,10 @@ wchar_t* FirstCreatable(wchar_t* path) {
 bool EnsureFolder(const wchar_t* path) {
     return PathIsDirectoryW(path) || CreateDirectoryW(path, /*lpSecurityAttributes=*/nullptr) ||
            GetLastError() == ERROR_ALREADY_EXISTS;
+}
+
+bool IsLetter(char c) {
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
 }
 
 } // namespace
@@ -53,4 +61,52 @@ bool CreateFolders(const wchar_t* path) {
 int CreateMultiLevelDir(const char* path) {
     const vtr::WidePath wide(path, vtr::CurrentCodePage());
     return vtr::CreateFolders(wide.Get()) ? 1 : 0;
+}
+
+bool FolderEmpty(const char* path) {
+    if (path == nullptr)
+        return true;
+    const int length = static_cast<int>(std::strlen(path)) - (vtr::EndsWithBackslash(path) ? 1 : 0);
+    char pattern[MAX_PATH];
+    const int needed = std::snprintf(pattern, sizeof pattern, "%.*s\\*", length, path);
+    if (needed < 0 || needed >= MAX_PATH)
+        return true;
+    vtr::FolderListing listing(pattern);
+    if (!listing)
+        return true;
+    if (!listing.IsFolder())
+        return false;
+    for (listing.Next(); listing; listing.Next()) {
+        if (!listing.Has(FILE_ATTRIBUTE_NORMAL))
+            return false;
+    }
+    return true;
+}
+
+int HasSubDir(const char* path, char* out) {
+    if (out == nullptr)
+        return 0;
+    out[0] = '\0';
+    char pattern[MAX_PATH];
+    if (path == nullptr || std::snprintf(pattern, sizeof pattern, "%s*", path) >= MAX_PATH)
+        return 0;
+    for (vtr::FolderListing listing(pattern); listing; listing.Next()) {
+        if (listing.IsFolder() && listing.Name()[0] != '.') {
+            vtr::StoreCut(listing.Name(), out, MAX_PATH);
+            return 1;
+        }
+    }
+    return 0;
+}
+
+bool IsRootFolder(const char* path) {
+    if (path == nullptr || *path == '\0')
+        return false;
+    const std::size_t length = strnlen(path, shortestPath + 1);
+    return length < shortestPath ||
+           (length == shortestPath && IsLetter(path[0]) && path[1] == ':' && path[2] == '\\');
+}
+
+bool IsValidDirectory(const char* path) {
+    return path != nullptr && PathIsDirectoryA(path);
 }

@@ -19,6 +19,19 @@ struct FileKind {
     static bool Close(Type handle) { return CloseHandle(handle) != FALSE; }
 };
 
+/// From FindFirstFile.
+struct FindKind {
+    using Type = HANDLE;
+    static Type None() { return INVALID_HANDLE_VALUE; }
+    static bool Close(Type handle) { return FindClose(handle) != FALSE; }
+};
+
+struct RegistryKeyKind {
+    using Type = HKEY;
+    static Type None() { return nullptr; }
+    static bool Close(Type key) { return RegCloseKey(key) == ERROR_SUCCESS; }
+};
+
 struct StreamKind {
     using Type = std::FILE*;
     static Type None() { return nullptr; }
@@ -53,6 +66,8 @@ struct ImageListKind {
 };
 
 using FileHandle = Owner<FileKind>;
+using FindHandle = Owner<FindKind>;
+using RegistryKey = Owner<RegistryKeyKind>;
 using StreamHandle = Owner<StreamKind>;
 using FontHandle = Owner<GdiObjectKind<HFONT>>;
 using BitmapHandle = Owner<GdiObjectKind<HBITMAP>>;

@@ -4,6 +4,8 @@
 #include "utilities/system/FileFunctions.h"
 #include "utilities/text/DelimitedParser.h"
 #include "utilities/text/DelimitedWriter.h"
+#include "utilities/text/FieldRow.h"
+#include "utilities/text/FixedText.h"
 #include "utilities/text/OwnedText.h"
 #include "utilities/text/ReplacingFile.h"
 #include "utilities/text/SameText.h"
@@ -37,16 +39,6 @@ struct vtr::Layout<CDelimitedTextFile> {
 
 namespace {
 
-/// False, with `copy` unchanged, for a null or empty path and one that does not fit.
-template <std::size_t size>
-bool CopyPath(const char* path, char (&copy)[size]) {
-    const std::size_t length = path != nullptr ? strnlen(path, size) : 0;
-    if (length == 0 || length == size)
-        return false;
-    std::memmove(copy, path, length + 1);
-    return true;
-}
-
 bool IsSameExactly(const char* a, const char* b) {
     return std::strcmp(a != nullptr ? a : "", b != nullptr ? b : "") == 0;
 }
@@ -73,10 +65,11 @@ CDelimitedTextFile::~CDelimitedTextFile() {
 bool CDelimitedTextFile::Open(const char* path, char delimiter, bool firstLineIsHeader,
                               char quote) {
     char ownPath[pathSize];
-    const bool fits = CopyPath(path, ownPath); // it may be a text of the table that is cleared
+    const bool fits =
+        vtr::StoreWhole(path, ownPath); // it may be a text of the table that is cleared
     Clear();
     vtr::TextBlock text;
-    if (!fits || !text.Read(ownPath) || text.Length() == 0)
+    if (!fits || ownPath[0] == '\0' || !text.Read(ownPath) || text.Length() == 0)
         return false;
     vtr::DelimitedParser parser(text.Text(), text.Length(), delimiter, quote);
     loaded = text.Release(loadedSize).release();
@@ -84,7 +77,7 @@ bool CDelimitedTextFile::Open(const char* path, char delimiter, bool firstLineIs
     sortBatchMode = true;
     const bool good = Load(parser, firstLineIsHeader);
     if (good)
-        CopyPath(ownPath, filePath);
+        vtr::StoreWhole(ownPath, filePath);
     else
         Clear();
     if (!batchModeWasOn)
@@ -105,11 +98,8 @@ bool CDelimitedTextFile::Load(vtr::DelimitedParser& parser, bool firstLineIsHead
     for (; more; more = parser.NextLine()) {
         if (firstLineIsHeader && parser.Fields().Count() != columns.Count())
             continue;
-        Row* row = new (std::nothrow) Row;
-        if (row == nullptr || !row->AppendAll(parser.Fields()) || !InsertRow(rows.Count(), row)) {
-            delete row;
+        if (!InsertRow(rows.Count(), Row::Make(parser.Fields().Data(), parser.Fields().Count())))
             return false;
-        }
         OnRowAdded(rows.Count() - 1);
     }
     return !parser.OutOfMemory();
@@ -126,7 +116,7 @@ const char* CDelimitedTextFile::GetField(unsigned int row, unsigned int column) 
 
 bool CDelimitedTextFile::EditField(unsigned int row, unsigned int column, const char* text) {
     Row* fields = rows.At(row);
-    if (fields == nullptr || column >= fields->Count() || IsSameExactly((*fields)[column], text))
+    if (fields == nullptr || column >= fields->Count() || IsSameExactly(fields->At(column), text))
         return false;
     vtr::OwnedText copy = vtr::CopyText(text);
     if (copy == nullptr && !IsEmptyText(text))
@@ -138,15 +128,9 @@ bool CDelimitedTextFile::EditField(unsigned int row, unsigned int column, const 
 }
 
 int CDelimitedTextFile::AddNewRow() {
-    Row* row = new (std::nothrow) Row;
-    bool good = row != nullptr;
-    for (unsigned i = 0; good && i < columns.Count(); ++i)
-        good = row->Append(nullptr);
     const unsigned index = maintainSorted && sortColumn >= 0 ? 0 : rows.Count();
-    if (!good || !InsertRow(index, row)) {
-        delete row;
+    if (!InsertRow(index, Row::Make(nullptr, columns.Count())))
         return -1;
-    }
     OnRowAdded(index);
     return static_cast<int>(index);
 }
@@ -163,7 +147,7 @@ bool CDelimitedTextFile::DeleteRow(unsigned int row) {
 bool CDelimitedTextFile::Save(const char* path, char delimiter, bool writeHeader,
                               char quote) noexcept {
     char ownPath[pathSize];
-    if (!CopyPath(path, ownPath))
+    if (!vtr::StoreWhole(path, ownPath) || ownPath[0] == '\0')
         return false;
     CreateMultiLevelDir(ownPath);
     vtr::ReplacingFile file(ownPath);
@@ -195,7 +179,7 @@ bool CDelimitedTextFile::Save(const char* path, char delimiter, bool writeHeader
     if (!writer.Flush() || !file.Commit())
         return false;
     if (filePath[0] == '\0')
-        CopyPath(ownPath, filePath);
+        vtr::StoreWhole(ownPath, filePath);
     return true;
 }
 
@@ -253,12 +237,15 @@ int CDelimitedTextFile::AddNewCol(const char* name, const char* defaultValue) no
         return -1;
     for (unsigned i = 0; i < rows.Count(); ++i) {
         vtr::OwnedText copy = vtr::CopyText(defaultValue);
-        if ((copy != nullptr || IsEmptyText(defaultValue)) && rows[i]->Append(copy.get())) {
+        Row* row = copy != nullptr || IsEmptyText(defaultValue) ? Row::Append(rows[i], copy.get())
+                                                                : nullptr;
+        if (row != nullptr) {
             static_cast<void>(copy.release());
+            rows.Replace(i, row);
             continue;
         }
         while (i-- > 0)
-            FreeText(rows[i]->Remove(rows[i]->Count() - 1));
+            FreeText(rows[i]->RemoveLast());
         delete columns.Remove(columns.Count() - 1);
         return -1;
     }
@@ -313,7 +300,7 @@ void CDelimitedTextFile::ReplaceAll(const char* find, const char* replacement) {
 
 void CDelimitedTextFile::ReplaceInField(unsigned int row, unsigned int column, const char* find,
                                         const char* replacement) {
-    char* text = (*rows[row])[column];
+    char* text = rows[row]->At(column);
     const std::size_t replacementLength = std::strlen(replacement);
     const std::size_t hits = text != nullptr ? CountOccurrences(text, find) : 0;
     if (hits == 0)
@@ -385,9 +372,12 @@ CDelimitedTextFile::Column* CDelimitedTextFile::ColumnAt(int column) const noexc
     return column < 0 ? nullptr : columns.At(static_cast<unsigned>(column));
 }
 
-/// Takes the row, unless memory runs out.
+/// Owns the row, and frees it when memory runs out. Null is false.
 bool CDelimitedTextFile::InsertRow(unsigned int index, Row* row) noexcept {
-    return rows.Count() < INT_MAX && rows.Insert(index, row);
+    const bool inserted = row != nullptr && rows.Count() < INT_MAX && rows.Insert(index, row);
+    if (!inserted)
+        Row::Free(row);
+    return inserted;
 }
 
 const char* CDelimitedTextFile::FieldAt(unsigned int row, unsigned int column) const noexcept {
@@ -402,6 +392,7 @@ void CDelimitedTextFile::FreeText(char* text) const noexcept {
 }
 
 void CDelimitedTextFile::FreeRow(Row* row) const noexcept {
-    row->Clear([this](char* text) { FreeText(text); });
-    delete row;
+    while (row->Count() > 0)
+        FreeText(row->RemoveLast());
+    Row::Free(row);
 }

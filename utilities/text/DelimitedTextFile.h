@@ -8,7 +8,8 @@
 
 namespace vtr {
 class DelimitedParser;
-}
+class FieldRow;
+} // namespace vtr
 
 /// A table of texts in memory, read from and saved to a delimited text file: columns named by the
 /// first line, and rows of fields. To be derived from: a derived table can react to what is read,
@@ -132,7 +133,7 @@ private:
     friend struct vtr::Layout<CDelimitedTextFile>;
 
     struct Column;
-    using Row = vtr::PtrArray<char>;
+    using Row = vtr::FieldRow;
     static constexpr std::size_t pathSize = 260;
 
     bool Load(vtr::DelimitedParser& parser, bool firstLineIsHeader);

@@ -1,8 +1,23 @@
+#include "utilities/system/FileFunctions.h"
 #include "utilities/text/MultibyteText.h"
 #include "utilities/text/StringFunctions.h"
 
 #include <cstring>
 #include <windows.h>
+
+namespace {
+
+void ReplaceForbidden(char* text, char replacement) {
+    const vtr::CharacterSteps steps;
+    while (*text != '\0') {
+        const std::size_t length = steps.Length(text);
+        if (length == 1 && std::strchr("<>:\"/\\|?*", *text) != nullptr)
+            *text = replacement;
+        text += length;
+    }
+}
+
+} // namespace
 
 bool IsValidFileNameChar(char ch, bool allowPathCharacters) {
     if (ch == '\0')
@@ -13,13 +28,13 @@ bool IsValidFileNameChar(char ch, bool allowPathCharacters) {
 }
 
 void MakeValidFileName(char* text) {
-    if (text == nullptr)
+    if (text != nullptr)
+        ReplaceForbidden(text, '_');
+}
+
+void ValidateFileName(const char* in, char* out, char replacement) {
+    if (in == nullptr || out == nullptr)
         return;
-    const vtr::CharacterSteps steps;
-    while (*text != '\0') {
-        const std::size_t length = steps.Length(text);
-        if (length == 1 && std::strchr("<>:\"/\\|?*", *text) != nullptr)
-            *text = '_';
-        text += length;
-    }
+    std::memmove(out, in, std::strlen(in) + 1);
+    ReplaceForbidden(out, replacement);
 }

@@ -1,26 +1,20 @@
 #include "utilities/text/IniSection.h"
 
 #include "utilities/containers/MergeSort.h"
+#include "utilities/text/FixedText.h"
 #include "utilities/text/OwnedText.h"
 #include "utilities/text/SameText.h"
+#include "utilities/text/StoreCut.h"
 
 #include <cstring>
 
 using vtr::IsEmptyText;
+using vtr::StoreCut;
 
 namespace {
 
 void DeletePair(CIniValue* pair) {
     delete pair;
-}
-
-/// Requires: size > 0.
-void StoreCut(const char* text, char* buffer, unsigned size) {
-    // Most texts are so short that finding their length and calling `memcpy` takes longer.
-    unsigned length = 0;
-    for (; length < size - 1 && text[length] != '\0'; ++length)
-        buffer[length] = text[length];
-    buffer[length] = '\0';
 }
 
 bool NeedsQuotes(const char* value, std::size_t length) {

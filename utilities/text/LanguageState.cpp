@@ -27,21 +27,21 @@ LanguageState& Language() {
 }
 
 void CreateLanguageState() {
+    state = {};
     InitializeCriticalSection(&state.stringLock);
     FindHostFolder(state.masterLanguageFolder);
     std::memcpy(state.languageFolder, state.masterLanguageFolder, sizeof state.languageFolder);
 
     static constexpr char fileName[] = "utility-strings.ini";
     const char* folder = state.masterLanguageFolder;
-    state.utilitiesStringFile[0] = '\0';
     if (folder[0] != '\0' &&
         std::strlen(folder) + sizeof fileName <= sizeof state.utilitiesStringFile)
         std::snprintf(state.utilitiesStringFile, sizeof state.utilitiesStringFile, "%s%s", folder,
                       fileName);
-    state.currentCodePage = 0;
 }
 
 void FreeLanguageState() {
+    delete state.stringCache;
     DeleteCriticalSection(&state.stringLock);
 }
 

@@ -1,6 +1,8 @@
 #ifndef VTRUTILS_TEXT_LANGUAGESTATE_H
 #define VTRUTILS_TEXT_LANGUAGESTATE_H
 
+#include "utilities/text/StringCache.h"
+
 #include <windows.h>
 
 /// The process-wide state behind the language strings: made when the library is loaded, freed when
@@ -11,6 +13,11 @@ namespace vtr {
 
 struct LanguageState {
     CRITICAL_SECTION stringLock;
+    /// Null until the first text is kept.
+    StringCache* stringCache;
+    /// "" until set.
+    char stringFile[MAX_PATH];
+    char backupStringFile[MAX_PATH];
     /// The host's folder, with a trailing backslash; "" when its path does not fit.
     char masterLanguageFolder[MAX_PATH];
     char languageFolder[MAX_PATH];
@@ -19,6 +26,7 @@ struct LanguageState {
     char utilitiesStringFile[MAX_PATH];
     /// 0: the system's ANSI code page.
     unsigned currentCodePage;
+    unsigned char currentCharset;
 };
 
 /// Valid from load to unload.

@@ -1,0 +1,68 @@
+#include "gallery/Rows.h"
+
+#include <algorithm>
+
+namespace gallery {
+
+Rows::Rows(const Look& newLook, int newWidth, int newHeight, int expected)
+    : look(newLook), width(newWidth), bottom(newHeight), placement(expected) {}
+
+void Rows::Put(End end, const Field& row) {
+    PutField(row, 0, TakeRow(end), width);
+}
+
+void Rows::Put(End end, const Field& left, int part, const Field& right) {
+    const int y = TakeRow(end);
+    const int leftWidth = width * part / 100;
+    PutField(left, 0, y, leftWidth - Gap());
+    PutField(right, leftWidth + Gap(), y, width - leftWidth - Gap());
+}
+
+void Rows::PutLine(End end, HWND line) {
+    placement.Put(line, 0, TakeRow(end), width, look.Row());
+}
+
+void Rows::PutMessage(HWND message, HWND counts) {
+    const int row = look.Row();
+    const int y = bottom - row + Gap() / 2;
+    const int countsWidth = std::min(width, look.TextWidth(counts) + Gap());
+    placement.Put(message, 0, y, width - countsWidth - Gap(), row);
+    placement.Put(counts, width - countsWidth, y, countsWidth, row);
+    bottom = y - Gap() / 2;
+}
+
+int Rows::WidthOf(std::initializer_list<HWND> buttons) const {
+    int sum = 0;
+    for (const HWND button : buttons)
+        sum += look.ButtonWidth(button) + (sum > 0 ? Gap() : 0);
+    return sum;
+}
+
+int Rows::TakeRow(End end) {
+    if (end == End::top) {
+        top += look.Row() + Gap();
+        return top - look.Row() - Gap();
+    }
+    bottom -= look.Row() + Gap();
+    return bottom + Gap();
+}
+
+void Rows::PutField(const Field& row, int x, int y, int room) {
+    const int height = look.Row();
+    const int right = x + room;
+    if (row.label != nullptr) {
+        const int labelWidth = std::max(row.labelWidth, look.TextWidth(row.label));
+        placement.Put(row.label, x, y, labelWidth, height);
+        x += labelWidth + Gap();
+    }
+    const int buttonsWidth = std::max(row.buttonsWidth, WidthOf(row.buttons));
+    const int fieldWidth = right - x - buttonsWidth - (buttonsWidth > 0 ? Gap() : 0);
+    placement.Put(row.field, x, y + (height - look.Field()) / 2, fieldWidth, look.Field());
+    x = right - buttonsWidth;
+    for (const HWND button : row.buttons) {
+        placement.Put(button, x, y, look.ButtonWidth(button), height);
+        x += look.ButtonWidth(button) + Gap();
+    }
+}
+
+} // namespace gallery

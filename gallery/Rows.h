@@ -1,0 +1,56 @@
+#ifndef VTRUTILS_GALLERY_ROWS_H
+#define VTRUTILS_GALLERY_ROWS_H
+
+#include "gallery/Controls.h"
+#include "gallery/Look.h"
+
+#include <initializer_list>
+
+namespace gallery {
+
+/// Places the rows of a page, from its top and from its bottom. One thread at a time.
+class Rows {
+public:
+    Rows(const Look& newLook, int newWidth, int newHeight, int expected);
+
+    enum class End { top, bottom };
+
+    /// A label, a field that takes the room left, and buttons. Label and buttons take at least
+    /// these widths, so that the fields of several rows stand below each other.
+    struct Field {
+        HWND label;
+        HWND field;
+        std::initializer_list<HWND> buttons;
+        int labelWidth = 0;
+        int buttonsWidth = 0;
+    };
+    void Put(End end, const Field& row);
+    /// Two in one row; the left one takes `part` percent of the width.
+    void Put(End end, const Field& left, int part, const Field& right);
+    void PutLine(End end, HWND line);
+    /// Message to the left, counts to the right, below everything else.
+    void PutMessage(HWND message, HWND counts);
+
+    /// What is left between the rows.
+    int Top() const { return top; }
+    int Room() const { return bottom - top; }
+    Placement& Places() { return placement; }
+
+    /// Of buttons beside each other.
+    int WidthOf(std::initializer_list<HWND> buttons) const;
+    int Gap() const { return look.Pixels(8); }
+
+private:
+    int TakeRow(End end);
+    void PutField(const Field& row, int x, int y, int room);
+
+    const Look& look;
+    int width;
+    int top = 0;
+    int bottom;
+    Placement placement;
+};
+
+} // namespace gallery
+
+#endif

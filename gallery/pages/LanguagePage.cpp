@@ -1,0 +1,259 @@
+#include "gallery/ControlIds.h"
+#include "gallery/Controls.h"
+#include "gallery/Language.h"
+#include "gallery/ListView.h"
+#include "gallery/Page.h"
+#include "gallery/Text.h"
+#include "utilities/text/LanguageStrings.h"
+
+#include <algorithm>
+#include <iterator>
+#include <memory>
+
+namespace gallery {
+
+namespace {
+
+constexpr const char* languageTitles[] = {"LanguageName", "StringFile", "CharacterSet", "CodePage"};
+constexpr const char* textTitles[] = {"Key", "TextColumn", "Source", "Kept"};
+
+/// The language table, the language of the gallery, and look-ups by key.
+class LanguagePage final : public Page {
+public:
+    void Command(int id, int notification) override;
+    void TakeFocus() override { SetFocus(languages.Handle()); }
+    bool ShowExample() override;
+
+private:
+    bool MakeControls() override;
+    bool MakeLists();
+    void Retext() override;
+    void Restyle() override;
+    void Arrange(int width, int height) override;
+    void ArrangeColumns(int listWidth, int width);
+    LRESULT Notify(const NMHDR& header) override;
+
+    std::wstring LanguageCell(int row, int column) const;
+    std::wstring TextCell(int row, int column) const;
+
+    void Use();
+    void LookUpKey();
+    void Add(const std::string& key);
+    void Tell(const std::wstring& text) { SetText(message, text); }
+
+    std::vector<std::string> names;
+    std::vector<std::string> keys;
+    std::vector<FoundText> texts; ///< of each key
+
+    HWND languagesLabel = nullptr;
+    ListView languages;
+    HWND use = nullptr;
+    HWND keyLabel = nullptr;
+    HWND keyText = nullptr;
+    HWND lookUp = nullptr;
+    ListView found;
+    HWND note = nullptr;
+    HWND message = nullptr;
+};
+
+bool LanguagePage::MakeControls() {
+    names = Languages();
+    languagesLabel = AddLabel("LanguagesLabel", ID_LANGUAGE_LABEL);
+    if (!MakeLists())
+        return false;
+    note = AddCaption(MakeTextLine(Handle(), SS_ENDELLIPSIS, ID_LANGUAGE_NOTE), "KeptNote");
+    message = MakeTextLine(Handle(), SS_ENDELLIPSIS, ID_LANGUAGE_MESSAGE);
+    languages.SetRows(static_cast<int>(names.size()));
+    const auto chosen = std::find(names.begin(), names.end(), ChosenLanguage());
+    if (chosen != names.end())
+        languages.Select(static_cast<int>(chosen - names.begin()));
+    return message != nullptr;
+}
+
+bool LanguagePage::MakeLists() {
+    const auto languageCell = [this](int row, int column) { return LanguageCell(row, column); };
+    if (!languages.Create(Handle(), "Languages", ID_LANGUAGE_LIST, ListView::Titles::shown,
+                          languageCell))
+        return false;
+    for (const char* title : languageTitles)
+        languages.AddColumn(title, ListView::Align::left);
+    use = AddButton("UseLanguage", ID_LANGUAGE_USE);
+    keyLabel = AddLabel("KeyLabel", ID_LANGUAGE_KEY_LABEL);
+    keyText = MakeEdit(Handle(), ID_LANGUAGE_KEY);
+    lookUp = AddButton("LookUp", ID_LANGUAGE_LOOK_UP);
+    const auto textCell = [this](int row, int column) { return TextCell(row, column); };
+    if (!found.Create(Handle(), "Texts", ID_LANGUAGE_TEXTS, ListView::Titles::shown, textCell))
+        return false;
+    for (const char* title : textTitles)
+        found.AddColumn(title, ListView::Align::left);
+    return true;
+}
+
+std::wstring LanguagePage::LanguageCell(int row, int column) const {
+    std::string name = names[static_cast<std::size_t>(row)];
+    char path[MAX_PATH] = "";
+    switch (column) {
+    case 0:
+        return name == ChosenLanguage() ? Text("InUse", {Widen(name.c_str())})
+                                        : Widen(name.c_str());
+    case 1:
+        GetStringFileFromLanguage(name.data(), static_cast<StringFileFields>(2), path,
+                                  /*useDefault=*/false);
+        return Widen(path);
+    case 2:
+        return std::to_wstring(GetCharsetFromLanguage(name.data()));
+    default:
+        return std::to_wstring(GetCodePageFromLanguage(name.data()));
+    }
+}
+
+std::wstring LanguagePage::TextCell(int row, int column) const {
+    constexpr const char* sources[] = {"FromLanguage", "FromBackup", "FromKey"};
+    const FoundText& text = texts[static_cast<std::size_t>(row)];
+    switch (column) {
+    case 0:
+        return Widen(keys[static_cast<std::size_t>(row)].c_str());
+    case 1:
+        return text.text;
+    case 2:
+        return Text(sources[static_cast<std::size_t>(text.source)]);
+    default:
+        return text.kept;
+    }
+}
+
+void LanguagePage::Retext() {
+    // What the library keeps is in the code page of the language that it was read in.
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        const FoundText now = LookUp(keys[i]);
+        texts[i].text = now.text;
+        texts[i].source = now.source;
+    }
+    languages.UpdateTexts();
+    found.UpdateTexts();
+    Tell(L"");
+}
+
+void LanguagePage::Restyle() {
+    languages.SetLook(Sizes());
+    found.SetLook(Sizes());
+}
+
+void LanguagePage::Arrange(int width, int height) {
+    const int gap = Sizes().Pixels(8);
+    const int row = Sizes().Row();
+    const int buttonWidth = std::max(Sizes().ButtonWidth(use), Sizes().ButtonWidth(lookUp));
+    const int labelWidth = Sizes().TextWidth(keyLabel);
+    const int listHeight = std::min(height / 3, (static_cast<int>(names.size()) + 1) * row + gap);
+    const int keyRow = row + listHeight + gap;
+    const int messageRow = height - row + gap / 2;
+    const int noteRow = messageRow - row;
+    const int textsTop = keyRow + row + gap;
+    const int fieldLeft = labelWidth + gap;
+    Placement placement(/*expected=*/9);
+    placement.Put(languagesLabel, 0, 0, width, row);
+    placement.Put(languages.Handle(), 0, row, width - buttonWidth - gap, listHeight);
+    placement.Put(use, width - buttonWidth, row, buttonWidth, row);
+    placement.Put(keyLabel, 0, keyRow, labelWidth, row);
+    placement.Put(keyText, fieldLeft, keyRow + (row - Sizes().Field()) / 2,
+                  width - buttonWidth - gap - fieldLeft, Sizes().Field());
+    placement.Put(lookUp, width - buttonWidth, keyRow, buttonWidth, row);
+    placement.Put(found.Handle(), 0, textsTop, width, noteRow - gap / 2 - textsTop);
+    placement.Put(note, 0, noteRow, width, row);
+    placement.Put(message, 0, messageRow, width, row);
+    ArrangeColumns(width - buttonWidth - gap, width);
+}
+
+void LanguagePage::ArrangeColumns(int listWidth, int width) {
+    const int padding = Sizes().Pixels(20);
+    int left = ListView::RoomForColumns(listWidth);
+    const int narrow[] = {Sizes().Pixels(130), 0, Sizes().TextWidth(Text("CharacterSet")) + padding,
+                          Sizes().TextWidth(Text("CodePage")) + padding};
+    for (const int column : {0, 2, 3}) {
+        languages.SetColumnWidth(column, narrow[column]);
+        left -= narrow[column];
+    }
+    languages.SetColumnWidth(1, left);
+    const int room = ListView::RoomForColumns(width);
+    const int parts[] = {3, 6, 3, 4};
+    for (int column = 0; column < 4; ++column)
+        found.SetColumnWidth(column, room * parts[column] / 16);
+}
+
+LRESULT LanguagePage::Notify(const NMHDR& header) {
+    LRESULT result = 0;
+    if (languages.Notified(header, result) || found.Notified(header, result))
+        return result;
+    if (header.hwndFrom == languages.Handle() && header.code == static_cast<UINT>(NM_DBLCLK))
+        Use();
+    return 0;
+}
+
+void LanguagePage::Command(int id, int) {
+    switch (id) {
+    case ID_LANGUAGE_USE:
+        return Use();
+    case ID_FIND:
+        return FocusAndSelect(keyText);
+    case ID_LANGUAGE_LOOK_UP:
+        return LookUpKey();
+    case IDOK:
+        if (GetFocus() == languages.Handle())
+            Use();
+        else if (GetFocus() == keyText)
+            LookUpKey();
+        return;
+    default:
+        return;
+    }
+}
+
+void LanguagePage::Use() {
+    const int row = languages.Selected();
+    if (row < 0)
+        return;
+    const std::string name = names[static_cast<std::size_t>(row)];
+    if (!ChooseLanguage(name)) {
+        MessageBeep(MB_ICONWARNING);
+        return Tell(Text("NoStringFile", {Widen(name.c_str())}));
+    }
+    Host().LanguageChanged();
+    Tell(Text("LanguageUsed", {Widen(name.c_str()), std::to_wstring(GetCurrentCodePage())}));
+}
+
+void LanguagePage::LookUpKey() {
+    std::string key;
+    if (!Narrow(TextOf(keyText), key) || key.empty() || key.size() >= 256) {
+        MessageBeep(MB_ICONWARNING);
+        Tell(Text("TypeTextKey"));
+    } else {
+        Add(key);
+        Tell(texts.front().text);
+    }
+    FocusAndSelect(keyText);
+}
+
+/// The newest look-up stands on top.
+void LanguagePage::Add(const std::string& key) {
+    keys.insert(keys.begin(), key);
+    texts.insert(texts.begin(), LookUp(key));
+    found.SetRows(static_cast<int>(keys.size()));
+}
+
+/// A text of each source.
+bool LanguagePage::ShowExample() {
+    for (const char* key : {"NoSuchKey", "EnglishOnly", "Save", "ValueLabel"})
+        Add(key);
+    SetText(keyText, L"Save");
+    return !names.empty();
+}
+
+} // namespace
+
+std::unique_ptr<Page> MakeLanguagePage();
+
+std::unique_ptr<Page> MakeLanguagePage() {
+    return std::make_unique<LanguagePage>();
+}
+
+} // namespace gallery

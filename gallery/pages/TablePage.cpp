@@ -1,0 +1,417 @@
+#include "gallery/ControlIds.h"
+#include "gallery/Controls.h"
+#include "gallery/DocumentPage.h"
+#include "gallery/Language.h"
+#include "gallery/ListView.h"
+#include "gallery/Rows.h"
+#include "gallery/TableModel.h"
+#include "gallery/Text.h"
+
+#include <algorithm>
+#include <memory>
+#include <vector>
+
+namespace gallery {
+
+namespace {
+
+/// Lists and choices with more columns than these take their time.
+constexpr int mostColumns = 100;
+
+/// The rows of a delimited file: find a value in a column, edit, add and delete, keep sorted,
+/// replace everywhere, save.
+class TablePage final : public DocumentPage {
+public:
+    TablePage() : DocumentPage(model, wording) {}
+    void Command(int id, int notification) override;
+    void Shown() override;
+    void TakeFocus() override { SetFocus(rows.Handle()); }
+    bool ShowExample() override;
+
+private:
+    bool MakeControls() override;
+    void Retext() override;
+    void Restyle() override;
+    void Arrange(int width, int height) override;
+    void ArrangeColumns(int width);
+    LRESULT Notify(const NMHDR& header) override;
+
+    void Enter();
+    void Escape();
+    void Find();
+    void EditField();
+    bool Commit() override;
+    void KeepSorted();
+    void AddRow();
+    void DeleteRow();
+    void ReplaceAll();
+
+    int Column() const { return std::max(0, Chosen(column)); }
+    int ShownColumns() const { return std::min(model.Columns(), mostColumns); }
+    std::wstring Title(int index) const;
+    void ShowDocument() override;
+    void Refresh() override { ShowRows(edited.row); }
+    void ShowTitles();
+    void ShowRows(int selected);
+    void ShowField();
+    void ShowState();
+    void Tell(const std::wstring& text) override { SetText(message, text); }
+
+    static constexpr Wording wording = {
+        {"TableFiles", L"csv"}, "NotOpenedTable", "ReplaceTable", "Saved"};
+
+    TableModel model;
+    TableModel::Place edited;       ///< the field that is in the edit field
+    std::vector<int> naturalWidths; ///< of the columns; empty when they are to be measured
+
+    HWND fileLabel = nullptr;
+    HWND open = nullptr;
+    HWND save = nullptr;
+    HWND saveAs = nullptr;
+    HWND columnLabel = nullptr;
+    HWND column = nullptr;
+    HWND keepSorted = nullptr;
+    HWND findLabel = nullptr;
+    HWND findText = nullptr;
+    HWND find = nullptr;
+    ListView rows;
+    HWND fieldLabel = nullptr;
+    HWND fieldText = nullptr;
+    HWND set = nullptr;
+    HWND add = nullptr;
+    HWND remove = nullptr;
+    HWND replaceLabel = nullptr;
+    HWND replaceText = nullptr;
+    HWND byLabel = nullptr;
+    HWND byText = nullptr;
+    HWND replace = nullptr;
+    HWND message = nullptr;
+    HWND counts = nullptr;
+};
+
+bool TablePage::MakeControls() {
+    const HWND page = Handle();
+    fileLabel = MakeTextLine(page, SS_PATHELLIPSIS, ID_TABLE_FILE_LABEL);
+    open = AddButton("Open", ID_OPEN);
+    save = AddButton("Save", ID_SAVE);
+    saveAs = AddButton("SaveAs", ID_SAVE_AS);
+    columnLabel = AddLabel("ColumnLabel", ID_TABLE_COLUMN_LABEL);
+    column = MakeChoice(page, ID_TABLE_COLUMN);
+    keepSorted = AddCaption(MakeCheckBox(page, ID_TABLE_KEEP_SORTED), "KeepSorted");
+    findLabel = AddLabel("FindLabel", ID_TABLE_FIND_LABEL);
+    findText = MakeEdit(page, ID_TABLE_FIND_TEXT);
+    find = AddButton("Find", ID_FIND_NEXT);
+    const auto cell = [this](int row, int index) { return model.Field({row, index}); };
+    if (!rows.Create(page, "TableRows", ID_TABLE_LIST, ListView::Titles::shown, cell))
+        return false;
+    fieldLabel = AddLabel("FieldLabel", ID_TABLE_FIELD_LABEL);
+    fieldText = MakeEdit(page, ID_TABLE_FIELD_TEXT);
+    set = AddButton("SetField", ID_TABLE_SET);
+    add = AddButton("AddRow", ID_TABLE_ADD);
+    remove = AddButton("DeleteRow", ID_TABLE_DELETE);
+    replaceLabel = AddLabel("ReplaceLabel", ID_TABLE_REPLACE_LABEL);
+    replaceText = MakeEdit(page, ID_TABLE_REPLACE_TEXT);
+    byLabel = AddLabel("ByLabel", ID_TABLE_BY_LABEL);
+    byText = MakeEdit(page, ID_TABLE_BY_TEXT);
+    replace = AddButton("ReplaceAll", ID_TABLE_REPLACE);
+    message = MakeTextLine(page, SS_ENDELLIPSIS, ID_TABLE_MESSAGE);
+    counts = MakeTextLine(page, SS_RIGHT, ID_TABLE_COUNTS);
+    ShowState();
+    return counts != nullptr;
+}
+
+/// The table that comes with the program, until the user opens another.
+void TablePage::Shown() {
+    if (!model.Loaded())
+        Open(Widen((ProgramFolder() + "media-library.csv").c_str()));
+}
+
+void TablePage::Retext() {
+    // The table is read in the code page of the language.
+    const int chosen = Column();
+    rows.UpdateTexts();
+    ShowTitles();
+    SendMessageW(column, CB_SETCURSEL, static_cast<WPARAM>(chosen), 0);
+    ShowField();
+    Tell(L"");
+    ShowState();
+}
+
+void TablePage::Restyle() {
+    rows.SetLook(Sizes());
+    naturalWidths.clear();
+}
+
+void TablePage::Arrange(int width, int height) {
+    using End = Rows::End;
+    Rows page(Sizes(), width, height, /*expected=*/22);
+    int labels = 0;
+    for (const HWND label : {columnLabel, findLabel, fieldLabel, replaceLabel})
+        labels = std::max(labels, Sizes().TextWidth(label));
+    const int check = Sizes().TextWidth(keepSorted) + Sizes().Pixels(30);
+    page.Put(End::top, {nullptr, fileLabel, {open, save, saveAs}});
+    page.Put(End::top, {columnLabel, column, {}, labels}, 100 - 100 * check / std::max(width, 1),
+             {nullptr, keepSorted, {}});
+    page.Put(End::top, {findLabel, findText, {find}, labels});
+    page.PutMessage(message, counts);
+    page.Put(End::bottom, {replaceLabel, replaceText, {}, labels}, 45,
+             {byLabel, byText, {replace}});
+    page.Put(End::bottom, {fieldLabel, fieldText, {set, add, remove}, labels});
+    page.Places().Put(rows.Handle(), 0, page.Top(), width, page.Room());
+    ArrangeColumns(width);
+}
+
+/// As wide as their texts, as far as that is not too wide; the first one takes what is left.
+void TablePage::ArrangeColumns(int width) {
+    constexpr int looked = 100;
+    if (naturalWidths.empty()) {
+        for (int i = 0; i < ShownColumns(); ++i) {
+            int widest = Sizes().TextWidth(Title(i));
+            for (int row = 0; row < std::min(model.Rows(), looked); ++row)
+                widest = std::max(widest, Sizes().TextWidth(model.Field({row, i})));
+            naturalWidths.push_back(std::min(widest, Sizes().Pixels(260)) + Sizes().Pixels(20));
+        }
+    }
+    int left = ListView::RoomForColumns(width);
+    for (const int natural : naturalWidths)
+        left -= natural;
+    for (std::size_t i = 0; i < naturalWidths.size(); ++i)
+        rows.SetColumnWidth(static_cast<int>(i),
+                            naturalWidths[i] + (i == 0 ? std::max(left, 0) : 0));
+}
+
+LRESULT TablePage::Notify(const NMHDR& header) {
+    LRESULT result = 0;
+    if (rows.Notified(header, result))
+        return result;
+    if (header.hwndFrom != rows.Handle())
+        return 0;
+    if (ListView::SelectionMoved(header))
+        ShowField();
+    else if (header.code == static_cast<UINT>(NM_DBLCLK))
+        EditField();
+    else if (ListView::KeyPressed(header) == VK_INSERT)
+        AddRow();
+    else if (ListView::KeyPressed(header) == VK_DELETE)
+        DeleteRow();
+    return 0;
+}
+
+void TablePage::Command(int id, int notification) {
+    switch (id) {
+    case ID_OPEN:
+        return AskAndOpen();
+    case ID_SAVE:
+        Save();
+        return;
+    case ID_SAVE_AS:
+        return SaveAs();
+    case ID_FIND:
+        return FocusAndSelect(findText);
+    case ID_FIND_NEXT:
+        return Find();
+    case ID_EDIT:
+        return EditField();
+    case ID_TABLE_COLUMN:
+        if (notification == CBN_SELCHANGE)
+            ShowField();
+        return;
+    case ID_TABLE_KEEP_SORTED:
+        return KeepSorted();
+    case ID_TABLE_SET:
+        Commit();
+        return;
+    case ID_TABLE_ADD:
+        return AddRow();
+    case ID_TABLE_DELETE:
+        return DeleteRow();
+    case ID_TABLE_REPLACE:
+        return ReplaceAll();
+    case ID_TABLE_FIELD_TEXT:
+        // What was typed counts, however the field is left; Esc takes it back before.
+        if (notification == EN_KILLFOCUS)
+            Commit();
+        return;
+    case IDOK:
+        return Enter();
+    case IDCANCEL:
+        return Escape();
+    default:
+        return;
+    }
+}
+
+void TablePage::Enter() {
+    const HWND focus = GetFocus();
+    if (focus == findText)
+        Find();
+    else if (focus == rows.Handle())
+        EditField();
+    else if (focus == fieldText && Commit())
+        TakeFocus();
+    else if (focus == replaceText)
+        FocusAndSelect(byText);
+    else if (focus == byText)
+        ReplaceAll();
+}
+
+void TablePage::Escape() {
+    if (GetFocus() == fieldText)
+        ShowField();
+    TakeFocus();
+    Tell(L"");
+}
+
+void TablePage::Find() {
+    if (!Commit())
+        return;
+    const std::wstring value = TextOf(findText);
+    if (value.empty()) {
+        Tell(Text("TypeValue"));
+        return FocusAndSelect(findText);
+    }
+    const TableModel::Match match = model.Find(Column(), value);
+    if (match.row < 0)
+        return Warn(
+            Text(match.bisected ? "NoValueBisected" : "NoValueScanned", {value, Title(Column())}));
+    rows.Select(match.row);
+    Tell(Text(match.bisected ? "ValueBisected" : "ValueScanned",
+              {std::to_wstring(match.row + 1), Title(Column())}));
+}
+
+void TablePage::EditField() {
+    if (rows.Selected() >= 0)
+        FocusAndSelect(fieldText);
+}
+
+bool TablePage::Commit() {
+    const std::wstring text = TextOf(fieldText);
+    if (text == model.Field(edited))
+        return true;
+    const int before = edited.row;
+    const char* reason = model.SetField(edited, text);
+    if (reason != nullptr) {
+        Warn(Text(reason));
+        return false;
+    }
+    const TableModel::Place now = edited;
+    if (now.row != before)
+        ShowRows(now.row);
+    rows.RedrawRows();
+    ShowState();
+    Tell(Text("FieldSet", {Title(now.column), std::to_wstring(now.row + 1)}));
+    return true;
+}
+
+void TablePage::KeepSorted() {
+    if (!Commit()) {
+        SendMessageW(keepSorted, BM_SETCHECK, model.Sorted() ? BST_CHECKED : BST_UNCHECKED, 0);
+        return;
+    }
+    const bool on = IsChecked(keepSorted);
+    ShowRows(model.KeepSorted(on, rows.Selected()));
+    Tell(Text(on ? "SortedTable" : "NotSortedTable"));
+}
+
+void TablePage::AddRow() {
+    if (!model.Loaded() || !Commit())
+        return;
+    const int row = model.AddRow();
+    if (row < 0)
+        return Warn(Text("NoMemory"));
+    ShowRows(row);
+    FocusAndSelect(fieldText);
+    Tell(Text("RowAdded", {std::to_wstring(row + 1)}));
+}
+
+void TablePage::DeleteRow() {
+    const int row = rows.Selected();
+    if (!model.DeleteRow(row))
+        return Warn(Text("SelectRow"));
+    ShowRows(std::min(row, model.Rows() - 1));
+    TakeFocus();
+    Tell(Text("RowDeleted", {std::to_wstring(row + 1)}));
+}
+
+void TablePage::ReplaceAll() {
+    if (!Commit())
+        return;
+    const std::wstring text = TextOf(replaceText);
+    if (text.empty()) {
+        Tell(Text("TypeReplaced"));
+        return FocusAndSelect(replaceText);
+    }
+    int fields = 0;
+    const std::wstring with = TextOf(byText);
+    const char* reason = model.ReplaceAll(text, with, fields);
+    if (reason != nullptr)
+        return Warn(Text(reason));
+    if (fields == 0)
+        return Warn(Text("NothingReplaced", {text}));
+    ShowRows(rows.Selected());
+    Tell(Text("Replaced", {text, with, std::to_wstring(fields)}));
+}
+
+/// A value found by bisection.
+bool TablePage::ShowExample() {
+    SendMessageW(keepSorted, BM_CLICK, 0, 0);
+    SetText(findText, model.Field({model.Rows() / 2, 0}));
+    Find();
+    TakeFocus();
+    return model.Loaded();
+}
+
+std::wstring TablePage::Title(int index) const {
+    const std::wstring title = model.Title(index);
+    return title.empty() ? Text("UnnamedColumn", {std::to_wstring(index + 1)}) : title;
+}
+
+void TablePage::ShowDocument() {
+    ShowTitles();
+    SetText(fileLabel, model.Path());
+    ShowRows(0);
+}
+
+void TablePage::ShowTitles() {
+    std::vector<std::wstring> titles;
+    for (int i = 0; i < ShownColumns(); ++i)
+        titles.push_back(Title(i));
+    rows.SetColumns(titles);
+    SetChoices(column, titles, /*chosen=*/0);
+    naturalWidths.clear();
+}
+
+void TablePage::ShowRows(int selected) {
+    rows.SetRows(model.Rows());
+    rows.Select(selected);
+    ShowField();
+    ShowState();
+}
+
+void TablePage::ShowField() {
+    edited = {rows.Selected(), Column()};
+    SetText(fieldText, model.Field(edited));
+}
+
+void TablePage::ShowState() {
+    const bool loaded = model.Loaded();
+    for (const HWND control :
+         {save, saveAs, column, keepSorted, find, fieldText, set, add, replace})
+        EnableWindow(control, loaded);
+    EnableWindow(remove, rows.Selected() >= 0);
+    if (loaded)
+        SetText(counts, Text(model.Sorted() ? "SortedTableCounts" : "TableCounts",
+                             {std::to_wstring(model.Rows()), std::to_wstring(model.Columns())}));
+    Host().DocumentChanged();
+    Rearrange();
+}
+
+} // namespace
+
+std::unique_ptr<Page> MakeTablePage();
+
+std::unique_ptr<Page> MakeTablePage() {
+    return std::make_unique<TablePage>();
+}
+
+} // namespace gallery

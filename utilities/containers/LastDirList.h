@@ -1,0 +1,71 @@
+#ifndef VTRUTILS_CONTAINERS_LASTDIRLIST_H
+#define VTRUTILS_CONTAINERS_LASTDIRLIST_H
+
+#include "utilities/Export.h"
+#include "utilities/containers/MyList.h"
+
+#include <cstddef>
+
+struct _lastDirList {
+    char path[264];
+    long long time; ///< seconds since 1970
+    int value;      ///< the host's own
+};
+static_assert(sizeof(_lastDirList) == 280 && offsetof(_lastDirList, time) == 264 &&
+              offsetof(_lastDirList, value) == 272);
+
+/// Folders with a time and a number of the host's, newest first. Paths compare without regard to
+/// case in the current multibyte code page and are cut to 263 bytes; a null path is never in the
+/// list and is not added. A path may be one that this list gave out. An insertion into a list of
+/// the largest `int` throws `std::length_error("list too long")`.
+///
+/// "In time order" is in front of the first entry that is older, so behind entries of the same
+/// time; an older entry may have newer ones behind it after `MoveOrAddToTop`, or after
+/// `UpdateOrAdd` without repositioning. Thread-safety: one thread at a time.
+class VTRUTILS_API CLastDirList {
+public:
+    CLastDirList() noexcept;
+    CLastDirList(const CLastDirList&) = delete;
+    CLastDirList& operator=(const CLastDirList&) = delete;
+    ~CLastDirList();
+
+    /// Inserts a new entry in time order. 1, also when memory runs out.
+    int Add(char* path, long long time, int value, int unused);
+
+    /// Inserts an entry made with `new` in time order; the list owns it from then on. 1, or 0, with
+    /// the entry still the caller's, for null and when memory runs out.
+    int AddPtr(_lastDirList* entry, int unused);
+
+    /// Puts a new entry with the current time in front of all and deletes the old one, whose value
+    /// it keeps; it gets 1000 when there was none. 1, or 0 with nothing changed when memory runs
+    /// out.
+    int MoveOrAddToTop(char* path);
+
+    /// Gives the entry a time and a value and, if `reposition` is not 0, its place in time order; a
+    /// path that is not in the list is added. 1.
+    int UpdateOrAdd(char* path, long long time, int value, int reposition);
+
+    /// The first entry with that path, which the list keeps; null when there is none.
+    _lastDirList* ContainsDir(char* path) noexcept;
+
+    /// Deletes every entry with that path.
+    void DeletePath(char* path) noexcept;
+
+    /// Nothing when out of range.
+    void DeleteIndex(int index) noexcept;
+    void DeleteAll() noexcept;
+
+    /// Newest first; entries of the same time stay in their order. 1, or 0 with nothing changed
+    /// when memory runs out.
+    int Sort() noexcept;
+
+private:
+    _lastDirList* EntryAt(int index) noexcept;
+    int IndexOf(const char* path) noexcept;
+    int PlaceFor(const _lastDirList* entry) noexcept;
+    bool InsertAt(_lastDirList* entry, int index);
+
+    vtr::NodeChain<_tNode_t> entries;
+};
+
+#endif

@@ -1,0 +1,229 @@
+#include "utilities/containers/MRUList.h"
+
+#include "utilities/system/FileTimes.h"
+#include "utilities/system/RegistryStrings.h"
+#include "utilities/text/LanguageState.h"
+#include "utilities/text/OwnedText.h"
+#include "utilities/text/SameText.h"
+#include "vtrfutls/FileNames.h"
+#include "vtrfutls/Log.h"
+#include "vtrfutls/WidePath.h"
+
+#include <cstdio>
+#include <new>
+#include <shlwapi.h>
+
+template <>
+struct vtr::Layout<CMRUList> {
+    static_assert(offsetof(CMRUList, root) == 16 && offsetof(CMRUList, subKey) == 24 &&
+                  offsetof(CMRUList, pathFormat) == 32 && offsetof(CMRUList, lengthFormat) == 160 &&
+                  offsetof(CMRUList, timeFormat) == 288 && offsetof(CMRUList, initialized) == 416);
+};
+
+namespace {
+
+constexpr unsigned longestValue = 512;
+constexpr unsigned longestNumber = 64;
+constexpr unsigned blanksBehindList = 5;
+
+void DeleteEntry(_MRUData* entry) {
+    delete entry;
+}
+
+/// Cuts the base name, never the number.
+template <std::size_t size>
+void MakeFormat(char (&format)[size], const char* baseName, const char* suffix) {
+    const int room = static_cast<int>(size - 1 - std::strlen(suffix));
+    std::snprintf(format, size, "%.*s%s", room, baseName, suffix);
+}
+
+/// The format with the number in place of the "%u" at its end; a base name may hold any characters.
+class ValueName {
+public:
+    ValueName(const char* format, unsigned number) {
+        const int prefix = static_cast<int>(std::strlen(format)) - 2;
+        std::snprintf(text, sizeof text, "%.*s%u", prefix, format, number);
+    }
+    operator const char*() const { return text; }
+
+private:
+    char text[160];
+};
+
+unsigned long long Ticks(const FILETIME& time) {
+    return static_cast<unsigned long long>(time.dwHighDateTime) << 32 | time.dwLowDateTime;
+}
+
+/// The path of a remembered file, as the wide calls of Windows want it.
+class FoundPath {
+public:
+    explicit FoundPath(const char* path) : wide(path, vtr::CurrentCodePage()) {}
+
+    bool Exists() const { return PathFileExistsW(wide.Get()) != FALSE; }
+
+    /// 0 for what cannot be opened.
+    unsigned long long LastAccess() const {
+        FILETIME lastAccess;
+        FILETIME lastWrite;
+        return vtr::ReadFileTimes(wide.Get(), lastAccess, lastWrite) ? Ticks(lastAccess) : 0;
+    }
+
+private:
+    vtr::WidePath wide;
+};
+
+/// Null for a path that is too long or names nothing, and when memory runs out.
+_MRUData* MakeEntry(const char* path) {
+    const std::size_t length = strnlen(path, MAX_PATH);
+    if (length == 0 || length == MAX_PATH || !FoundPath(path).Exists())
+        return nullptr;
+    auto* entry = new (std::nothrow) _MRUData{};
+    if (entry == nullptr)
+        return nullptr;
+    std::memcpy(entry->path, path, length + 1);
+    entry->exists = DoesFileExist(path) ? 1 : 0;
+    return entry;
+}
+
+} // namespace
+
+CMRUList::CMRUList(char* baseName) noexcept : root(nullptr), subKey(nullptr), initialized(false) {
+    if (baseName == nullptr)
+        baseName = const_cast<char*>("");
+    MakeFormat(pathFormat, baseName, ".%u");
+    MakeFormat(lengthFormat, baseName, "-last-length.%u");
+    MakeFormat(timeFormat, baseName, "-last-time.%u");
+}
+
+CMRUList::~CMRUList() {
+    entries.Clear(&DeleteEntry);
+    std::free(subKey);
+}
+
+void CMRUList::Init(HKEY rootKey, const char* subkey) noexcept {
+    Log("CMRUList::Init - enter");
+    CopyStringA(&subKey, subkey);
+    const bool copied = subkey != nullptr && (subKey != nullptr || *subkey == '\0');
+    root = copied ? rootKey : nullptr;
+    ClearMRUList(/*save=*/false);
+    Load(rootKey, subkey);
+    initialized = true;
+    Log("CMRUList::Init - exit");
+}
+
+void CMRUList::LoadFrom(HKEY rootKey, const char* subkey) noexcept {
+    Load(rootKey, subkey);
+    SaveList();
+}
+
+void CMRUList::Load(HKEY pathRoot, const char* pathSubkey) {
+    vtr::RegistryStrings paths;
+    if (!paths.OpenForReading(pathRoot, pathSubkey))
+        return;
+    vtr::RegistryStrings own;
+    own.OpenForReading(root, subKey != nullptr ? subKey : "");
+    char path[longestValue];
+    for (unsigned k = 1; paths.Read(ValueName(pathFormat, k), path, sizeof path) && *path != '\0';
+         ++k) {
+        _MRUData* entry = MakeEntry(path);
+        if (entry == nullptr)
+            continue;
+        char number[longestNumber];
+        own.Read(ValueName(lengthFormat, k), number, sizeof number);
+        entry->lastLength = static_cast<unsigned>(std::strtoll(number, nullptr, 10));
+        own.Read(ValueName(timeFormat, k), number, sizeof number);
+        if (*number != '\0')
+            entry->lastTime = std::strtoull(number, nullptr, 10);
+        else if (entry->exists)
+            entry->lastTime = FoundPath(path).LastAccess();
+        if (!entries.Append(entry))
+            delete entry;
+    }
+}
+
+void CMRUList::AddFile(const char* path, unsigned long length) noexcept {
+    _MRUData* added = path != nullptr ? MakeEntry(path) : nullptr;
+    if (added == nullptr)
+        return;
+    FILETIME now;
+    GetSystemTimeAsFileTime(&now);
+    added->lastTime = Ticks(now);
+    added->lastLength = length;
+    if (!entries.Insert(0, added)) {
+        delete added;
+        return;
+    }
+    entries.RemoveIf(
+        [=](const _MRUData* entry) {
+            return entry != added && vtr::SameText(entry->path, added->path);
+        },
+        &DeleteEntry);
+    SaveList();
+}
+
+void CMRUList::MoveFileToTop(const char* path, unsigned long length) noexcept {
+    AddFile(path, length);
+}
+
+void CMRUList::RemoveFile(unsigned int index, bool save) noexcept {
+    if (index < entries.Count())
+        delete entries.Remove(index);
+    if (save)
+        SaveList();
+}
+
+void CMRUList::ClearMRUList(bool save) noexcept {
+    entries.Clear(&DeleteEntry);
+    if (save)
+        SaveList();
+}
+
+bool CMRUList::Contains(const char* path) noexcept {
+    return IndexOf(path) >= 0;
+}
+
+int CMRUList::IndexOf(const char* path) noexcept {
+    for (unsigned i = 0; i < entries.Count(); ++i) {
+        if (vtr::SameText(entries[i]->path, path))
+            return static_cast<int>(i);
+    }
+    return -1;
+}
+
+const char* CMRUList::GetFileWithPath(unsigned int index) const noexcept {
+    const _MRUData* entry = entries.At(index);
+    return entry != nullptr ? entry->path : nullptr;
+}
+
+const char* CMRUList::GetFileNameOnly(unsigned int index) const noexcept {
+    const char* path = GetFileWithPath(index);
+    return path != nullptr ? PathFindFileNameA(path) : nullptr;
+}
+
+_MRUData CMRUList::GetMRUItem(unsigned int index) noexcept {
+    const _MRUData* entry = entries.At(index);
+    return entry != nullptr ? *entry : _MRUData{};
+}
+
+void CMRUList::SaveList() {
+    Log("CMRUList::void CMRUList::SaveList() - enter");
+    vtr::RegistryStrings values;
+    if (values.OpenForWriting(root, subKey != nullptr ? subKey : "")) {
+        unsigned written = 0;
+        for (unsigned i = 0; i < entries.Count(); ++i) {
+            const _MRUData& entry = *entries[i];
+            if (!FoundPath(entry.path).Exists())
+                continue;
+            char number[longestNumber];
+            // Files of the family count paths without gaps, but lengths and times by entry.
+            values.Write(ValueName(pathFormat, ++written), entry.path);
+            std::snprintf(number, sizeof number, "%d", static_cast<int>(entry.lastLength));
+            values.Write(ValueName(lengthFormat, i + 1), number);
+            std::snprintf(number, sizeof number, "%llu", entry.lastTime);
+            values.Write(ValueName(timeFormat, i + 1), number);
+        }
+        while (written < entries.Count() + blanksBehindList)
+            values.Write(ValueName(pathFormat, ++written), "");
+    }
+    Log("CMRUList::void CMRUList::SaveList() - exit");
+}

@@ -1,0 +1,94 @@
+#ifndef VTRUTILS_CONTAINERS_MRULIST_H
+#define VTRUTILS_CONTAINERS_MRULIST_H
+
+#include "utilities/Export.h"
+#include "utilities/containers/PtrArray.h"
+
+#include <cstddef>
+#include <windows.h>
+
+struct _MRUData {
+    char path[MAX_PATH];         ///< terminated
+    unsigned long long lastTime; ///< a FILETIME: 100 ns steps since 1601, UTC
+    unsigned int lastLength;     ///< what the host passed with the file
+    unsigned char exists;        ///< whether it was a file, not a folder, when the entry was made
+};
+static_assert(sizeof(_MRUData) == 280 && offsetof(_MRUData, lastTime) == 264 &&
+              offsetof(_MRUData, lastLength) == 272 && offsetof(_MRUData, exists) == 276);
+
+/// The files that were used last, newest first, kept in the registry from one run to the next. It
+/// has no greatest length: hosts trim it with `RemoveFile`.
+///
+/// With the base name N, entry k, counted from 1, is kept in the string values "N.k" (path),
+/// "N-last-length.k" (decimal, signed) and "N-last-time.k" (decimal). Files that are gone are left
+/// out when it is loaded and when it is saved; the paths of those behind them then move up, but not
+/// their lengths and times. Loading ends at the first path that is missing or empty, and at one of
+/// more than 511 bytes; blank ones behind the list end it there.
+///
+/// Paths are in the current language code page, of at most 259 bytes, and compare without regard to
+/// case in the current multibyte code page. Loading and saving look at every file of the list, and
+/// adding saves: a path on a server that does not answer holds the caller up each time, for as long
+/// as Windows tries. When memory runs out, an entry is left out.
+/// Thread-safety: one thread at a time.
+class VTRUTILS_API CMRUList {
+public:
+    /// Of a base name that is longer than a value name may be, 127 bytes with its suffix and "%u",
+    /// the start counts. Null is "".
+    explicit CMRUList(char* baseName) noexcept;
+    CMRUList(const CMRUList&) = delete;
+    CMRUList& operator=(const CMRUList&) = delete;
+    /// Saves nothing.
+    ~CMRUList();
+
+    /// Remembers the key, which need not exist, and replaces the list by what is there. Until this
+    /// is called, and after a null root or subkey, the list lives in memory only. The root must
+    /// stay open.
+    void Init(HKEY root, const char* subkey) noexcept;
+
+    /// Appends the paths kept under another key, with the lengths and times kept under the list's
+    /// own, and saves.
+    void LoadFrom(HKEY root, const char* subkey) noexcept;
+
+    /// Puts the file, with the current time, first, removes what else has its path, and saves. The
+    /// path may be one that this list gave out. Nothing for null and for a path that names neither
+    /// file nor folder.
+    void AddFile(const char* path, unsigned long length) noexcept;
+    void MoveFileToTop(const char* path, unsigned long length) noexcept;
+
+    /// Saves, if asked, also where there was nothing to remove.
+    void RemoveFile(unsigned int index, bool save) noexcept;
+    void ClearMRUList(bool save) noexcept;
+
+    bool Contains(const char* path) noexcept;
+
+    /// -1 when it is not in the list.
+    int IndexOf(const char* path) noexcept;
+
+    /// Null when out of range; valid until the entry goes.
+    const char* GetFileWithPath(unsigned int index) const noexcept;
+
+    /// What stands behind the last separator.
+    const char* GetFileNameOnly(unsigned int index) const noexcept;
+
+    /// All zero when out of range.
+    _MRUData GetMRUItem(unsigned int index) noexcept;
+
+    /// True once `Init` was called.
+    bool Initialized() noexcept { return initialized; }
+
+private:
+    friend struct vtr::Layout<CMRUList>;
+
+    void Load(HKEY pathRoot, const char* pathSubkey);
+    void SaveList();
+
+    vtr::PtrArray<_MRUData> entries;
+    HKEY root;    ///< null: nothing is loaded or saved
+    char* subKey; ///< null stands for ""
+    char pathFormat[128];
+    char lengthFormat[128];
+    char timeFormat[128];
+    bool initialized;
+};
+
+#endif

@@ -1,0 +1,38 @@
+#ifndef VTRUTILS_TEXT_FIXEDTEXT_H
+#define VTRUTILS_TEXT_FIXEDTEXT_H
+
+#include <cstddef>
+#include <cstring>
+
+/// Texts in buffers of a fixed size. Private to the library. One thread at a time.
+
+namespace vtr {
+
+/// Copies what fits and terminates it; returns its length. The text may lie in the buffer.
+/// Requires: size > 0.
+inline std::size_t StoreCut(const char* text, char* buffer, std::size_t size) {
+    // Most texts are so short that finding their length and calling `memcpy` takes longer.
+    std::size_t length = 0;
+    for (; length < size - 1 && text[length] != '\0'; ++length)
+        buffer[length] = text[length];
+    buffer[length] = '\0';
+    return length;
+}
+
+/// For paths, which must not be cut: false, with the buffer unchanged, for a text that does not
+/// fit. Null counts as "".
+template <std::size_t size>
+bool StoreWhole(const char* text, char (&buffer)[size]) {
+    if (text == nullptr)
+        text = "";
+    const std::size_t length = strnlen(text, size);
+    if (length == size)
+        return false;
+    std::memmove(buffer, text, length);
+    buffer[length] = '\0';
+    return true;
+}
+
+} // namespace vtr
+
+#endif

@@ -231,8 +231,11 @@ void MainWindow::MoveFocus(WPARAM wanted, bool isControl) const {
     const HWND control = isControl
                              ? reinterpret_cast<HWND>(wanted)
                              : GetNextDlgTabItem(Handle(), GetFocus(), /*bPrevious=*/wanted != 0);
-    if (control != nullptr)
-        SetFocus(control);
+    if (control == nullptr)
+        return;
+    SetFocus(control);
+    if ((SendMessageW(control, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL) != 0)
+        SendMessageW(control, EM_SETSEL, 0, -1);
 }
 
 bool MainWindow::MayClose() const {

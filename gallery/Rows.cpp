@@ -18,16 +18,21 @@ void Rows::Put(End end, const Field& left, int part, const Field& right) {
     PutField(right, leftWidth + Gap(), y, width - leftWidth - Gap());
 }
 
-void Rows::PutLine(End end, HWND line) {
-    placement.Put(line, 0, TakeRow(end), width, look.Row());
+void Rows::PutLine(HWND line) {
+    bottom -= look.Line() + Gap() / 2;
+    placement.Put(line, 0, bottom + Gap() / 2, width, look.Line());
 }
 
 void Rows::PutMessage(HWND message, HWND counts) {
     const int row = look.Row();
     const int y = bottom - row + Gap() / 2;
-    const int countsWidth = std::min(width, look.TextWidth(counts) + Gap());
-    placement.Put(message, 0, y, width - countsWidth - Gap(), row);
-    placement.Put(counts, width - countsWidth, y, countsWidth, row);
+    int countsWidth = 0;
+    if (counts != nullptr) {
+        countsWidth = std::min(width, look.TextWidth(counts) + Gap());
+        placement.Put(counts, width - countsWidth, y, countsWidth, row);
+        countsWidth += Gap();
+    }
+    placement.Put(message, 0, y, width - countsWidth, row);
     bottom = y - Gap() / 2;
 }
 

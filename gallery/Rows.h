@@ -25,10 +25,12 @@ public:
         int buttonsWidth = 0;
     };
     void Put(End end, const Field& row);
+    void PutAt(int y, const Field& row) { PutField(row, 0, y, width); }
     /// Two in one row; the left one takes `part` percent of the width.
     void Put(End end, const Field& left, int part, const Field& right);
-    void PutLine(End end, HWND line);
-    /// Message to the left, counts to the right, below everything else.
+    /// At the bottom, right above what was put there.
+    void PutLine(HWND line);
+    /// Message to the left, counts, if any, to the right; below everything else.
     void PutMessage(HWND message, HWND counts);
 
     /// What is left between the rows.

@@ -133,16 +133,15 @@ void FilesPage::Arrange(int width, int height) {
     const int labels = std::max(Sizes().TextWidth(nameLabel), Sizes().TextWidth(folderLabel));
     page.Put(End::top, {nameLabel, nameText, {}, labels});
     page.Put(End::top, {folderLabel, folderText, {}, labels});
-    page.Put(End::bottom, {nullptr, message, {open}});
+    page.PutMessage(message, /*counts=*/nullptr);
     // Seven lines, where there is room for these and a few special folders.
     const int line = Sizes().Line() + Sizes().Pixels(6);
-    const int namesHeight = std::min(page.Room() / 2, 7 * line + Sizes().Pixels(10));
-    const int labelTop = page.Top() + namesHeight;
-    const int placesTop = labelTop + Sizes().Row();
+    const int namesHeight = std::min(page.Room() * 3 / 5, 7 * line + Sizes().Pixels(10));
+    const int labelTop = page.Top() + namesHeight + page.Gap() / 2;
+    const int placesTop = labelTop + Sizes().Row() + page.Gap() / 2;
     page.Places().Put(names.Handle(), 0, page.Top(), width, namesHeight);
-    page.Places().Put(placesLabel, 0, labelTop, width, Sizes().Row());
-    page.Places().Put(places.Handle(), 0, placesTop, width,
-                      page.Room() - namesHeight - Sizes().Row());
+    page.PutAt(labelTop, {nullptr, placesLabel, {open}});
+    page.Places().Put(places.Handle(), 0, placesTop, width, page.Top() + page.Room() - placesTop);
     ArrangeColumns(width);
 }
 
@@ -172,7 +171,10 @@ LRESULT FilesPage::Notify(const NMHDR& header) {
     LRESULT result = 0;
     if (names.Notified(header, result) || places.Notified(header, result))
         return result;
-    if (header.hwndFrom == places.Handle() && header.code == static_cast<UINT>(NM_DBLCLK))
+    // In full, where the column is too narrow.
+    if (header.hwndFrom == names.Handle() && ListView::SelectionMoved(header))
+        Tell(made[static_cast<std::size_t>(names.Selected())].result);
+    else if (header.hwndFrom == places.Handle() && header.code == static_cast<UINT>(NM_DBLCLK))
         ChoosePlace();
     return 0;
 }
@@ -241,6 +243,7 @@ void FilesPage::OpenPlace() {
 /// A name that every function changes.
 bool FilesPage::ShowExample() {
     SetText(nameText, L"Night drive: part 2, live? [12].wav");
+    TakeFocus();
     return !made.empty();
 }
 

@@ -82,7 +82,7 @@ bool RecentFilesPage::MakeControls() {
     foldersLabel = AddLabel("RecentFoldersLabel", ID_RECENT_FOLDERS_LABEL);
     if (!MakeFolderList())
         return false;
-    message = MakeTextLine(Handle(), SS_ENDELLIPSIS, ID_RECENT_MESSAGE);
+    message = MakeTextLine(Handle(), SS_PATHELLIPSIS, ID_RECENT_MESSAGE);
     counts = MakeTextLine(Handle(), SS_RIGHT, ID_RECENT_COUNTS);
     return counts != nullptr;
 }
@@ -155,27 +155,16 @@ void RecentFilesPage::Restyle() {
 
 void RecentFilesPage::Arrange(int width, int height) {
     Rows page(Sizes(), width, height, /*expected=*/9);
-    const int gap = page.Gap();
     const int row = Sizes().Row();
+    page.Put(Rows::End::top, {nullptr, filesLabel, {open, remove, clear}});
     page.PutMessage(message, counts);
-    int buttonWidth = 0;
-    for (const HWND button : {open, remove, clear})
-        buttonWidth = std::max(buttonWidth, Sizes().ButtonWidth(button));
-    const int listWidth = width - buttonWidth - gap;
-    const int listHeight = (page.Room() - 2 * row) * 2 / 3;
+    const int listHeight = (page.Room() - row) * 2 / 3;
+    const int foldersTop = page.Top() + listHeight;
     Placement& placement = page.Places();
-    placement.Put(filesLabel, 0, 0, listWidth, row);
-    placement.Put(list.Handle(), 0, row, listWidth, listHeight);
-    int y = row;
-    for (const HWND button : {open, remove, clear}) {
-        placement.Put(button, width - buttonWidth, y, buttonWidth, row);
-        y += row + gap;
-    }
-    const int foldersTop = row + listHeight;
-    placement.Put(foldersLabel, 0, foldersTop, listWidth, row);
-    placement.Put(folderList.Handle(), 0, foldersTop + row, listWidth,
-                  page.Room() - foldersTop - row);
-    ArrangeColumns(ListView::RoomForColumns(listWidth));
+    placement.Put(list.Handle(), 0, page.Top(), width, listHeight);
+    placement.Put(foldersLabel, 0, foldersTop, width, row);
+    placement.Put(folderList.Handle(), 0, foldersTop + row, width, page.Room() - listHeight - row);
+    ArrangeColumns(ListView::RoomForColumns(width));
 }
 
 void RecentFilesPage::ArrangeColumns(int room) {
@@ -183,7 +172,7 @@ void RecentFilesPage::ArrangeColumns(int room) {
         int widest = Sizes().TextWidth(Text(titleKey));
         for (int row = 0; row < rows; ++row)
             widest = std::max(widest, Sizes().TextWidth(cell(row)));
-        return widest + Sizes().Pixels(20);
+        return widest + Sizes().Pixels(24);
     };
     int left = room;
     for (const int column : {0, 2, 3, 4}) {
@@ -193,7 +182,7 @@ void RecentFilesPage::ArrangeColumns(int room) {
         left -= width;
     }
     // What does not fit beside it is scrolled to.
-    list.SetColumnWidth(1, std::max(left, Sizes().Pixels(160)));
+    list.SetColumnWidth(1, std::max(left, Sizes().Pixels(80)));
     left = room;
     constexpr const char* folderTitles[] = {"Folder", "Uses", "FolderUsed"};
     for (const int column : {1, 2}) {
@@ -211,7 +200,9 @@ LRESULT RecentFilesPage::Notify(const NMHDR& header) {
         return result;
     if (header.hwndFrom != list.Handle())
         return 0;
-    if (header.code == static_cast<UINT>(NM_DBLCLK))
+    if (ListView::SelectionMoved(header))
+        SetText(message, files[static_cast<std::size_t>(list.Selected())].path);
+    else if (header.code == static_cast<UINT>(NM_DBLCLK))
         OpenSelected();
     else if (ListView::KeyPressed(header) == VK_DELETE)
         Remove();

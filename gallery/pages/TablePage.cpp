@@ -115,7 +115,7 @@ bool TablePage::MakeControls() {
     byText = MakeEdit(page, ID_TABLE_BY_TEXT);
     replace = AddButton("ReplaceAll", ID_TABLE_REPLACE);
     message = MakeTextLine(page, SS_ENDELLIPSIS, ID_TABLE_MESSAGE);
-    counts = MakeTextLine(page, SS_RIGHT, ID_TABLE_COUNTS);
+    counts = MakeTextLine(page, SS_LEFT, ID_TABLE_COUNTS);
     ShowState();
     return counts != nullptr;
 }
@@ -153,10 +153,11 @@ void TablePage::Arrange(int width, int height) {
     page.Put(End::top, {columnLabel, column, {}, labels}, 100 - 100 * check / std::max(width, 1),
              {nullptr, keepSorted, {}});
     page.Put(End::top, {findLabel, findText, {find}, labels});
-    page.PutMessage(message, counts);
-    page.Put(End::bottom, {replaceLabel, replaceText, {}, labels}, 45,
+    page.PutMessage(message, /*counts=*/nullptr);
+    page.Put(End::bottom, {replaceLabel, replaceText, {}, labels}, 42,
              {byLabel, byText, {replace}});
     page.Put(End::bottom, {fieldLabel, fieldText, {set, add, remove}, labels});
+    page.PutLine(counts);
     page.Places().Put(rows.Handle(), 0, page.Top(), width, page.Room());
     ArrangeColumns(width);
 }

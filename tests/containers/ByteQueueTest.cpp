@@ -90,7 +90,7 @@ TEST(ByteQueue, GivesBytesOutAsTheyCameIn) {
             refused += !stream.Add(size);
             fault.FailAt(0);
             if (round % 16 == 0) {
-                fault.FailAt(dice.Below(9) == 0);
+                fault.FailAt(static_cast<unsigned>(dice.Below(9)));
                 CByteQueue copy(stream.queue);
                 fault.FailAt(0);
                 if (copy.TotalBytesAvailable() != 0)
@@ -121,6 +121,9 @@ TEST(ByteQueue, FillsRecyclesAndFreesBlocks) {
         {"kept in order", 0, 2000000, "0 1000000 1000000 0 32000 32000 "},
     };
     Stream stream;
+    stream.Add(9);
+    stream.queue.RemoveEverything();
+    stream.out = stream.in;
     for (const Step& step : steps) {
         EXPECT_EQ(stream.Add(step.added), step.added > 0);
         stream.Get(step.taken);

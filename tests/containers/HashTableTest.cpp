@@ -85,13 +85,15 @@ TEST(HashTable, HasNoEntriesWithoutMemory) {
 }
 
 TEST(HashTable, ComparesCharactersOfTheCodePage) {
-    char key[] = "\x83\x41";
-    CHashTable table(1); // so that comparing decides
+    char key[] = "\x83\x41", letter[] = "\x82\x60"; // a wide A
+    CHashTable table(1);                            // so that comparing decides
     table.AddEntry(key, 1);
+    table.AddEntry(letter, 1);
     for (const int codePage : {932, 1252}) {
         const CodePage page(codePage);
         long long value = 0;
         EXPECT_TRUE(table.Find("\x83\x41", value)) << codePage;
+        EXPECT_FALSE(table.Find("\x82\x81", value)) << "with case in " << codePage;
         EXPECT_FALSE(table.Find("\x83\x61", value)) << "with case in " << codePage;
     }
 }

@@ -3,7 +3,9 @@
 #include "utilities/containers/MyList.h"
 #include "utilities/containers/Stack.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
+#include <numeric>
 
 namespace {
 
@@ -84,6 +86,66 @@ TEST(LockedContainer, WaitForTheLockInEachOperation) {
                                 {"ClearStack", [](auto& stack, auto&) { stack.ClearStack(); }},
                                 {"NumNodes", [](auto& stack, auto&) { stack.NumNodes(); }},
                             });
+}
+
+/// What is put in by four threads and taken out by four others, each of which asks again while
+/// there is nothing.
+template <class Put, class Take>
+void ExpectNothingLost(const char* name, Put put, Take take) {
+    constexpr unsigned pairs = 4, each = 100'000;
+    std::vector<unsigned> taken[pairs];
+    RunTeam(name, 2 * pairs, [&](unsigned number) {
+        for (unsigned i = 0; i < each; ++i) {
+            if (number < pairs) {
+                put(number * each + i);
+                continue;
+            }
+            unsigned item = 0;
+            while (!take(item))
+                SwitchToThread();
+            taken[number - pairs].push_back(item);
+        }
+    });
+    std::vector<unsigned> counts(pairs * each);
+    for (const auto& items : taken) {
+        unsigned next[pairs] = {};
+        for (const unsigned item : items) {
+            ASSERT_LT(item, pairs * each) << name;
+            ASSERT_GE(item % each, next[item / each]) << name << ": out of order";
+            next[item / each] = item % each + 1;
+            ++counts[item];
+        }
+    }
+    EXPECT_EQ(std::count(counts.begin(), counts.end(), 1u), pairs * each) << name;
+}
+
+TEST(LockedContainer, LosesNothingAmongEightThreads) {
+    std::vector<unsigned> items(400'000);
+    std::iota(items.begin(), items.end(), 0u);
+    CByteQueue queue;
+    ExpectNothingLost(
+        "CByteQueue",
+        [&](unsigned item) { queue.AddData(reinterpret_cast<unsigned char*>(&item), sizeof item); },
+        [&](unsigned& item) {
+            return queue.GetData(reinterpret_cast<unsigned char*>(&item), sizeof item) != 0;
+        });
+    CStack stack;
+    ExpectNothingLost(
+        "CStack", [&](unsigned item) { stack.Push(&items[item]); },
+        [&](unsigned& item) {
+            const void* popped = stack.Pop();
+            item = popped != nullptr ? *static_cast<const unsigned*>(popped) : 0;
+            return popped != nullptr;
+        });
+    CMyList list;
+    ExpectNothingLost(
+        "CMyList", [&](unsigned item) { list.AppendToTail(&items[item], 0); },
+        [&](unsigned& item) {
+            // Another thread may take the same one out first.
+            void* first = list.Index(0, nullptr);
+            item = first != nullptr ? *static_cast<unsigned*>(first) : 0;
+            return first != nullptr && list.Remove(first);
+        });
 }
 
 } // namespace

@@ -12,11 +12,7 @@
 namespace {
 
 constexpr char files[] = "abcdef";
-constexpr unsigned long long accessTicks = 131'000'000'000'000'000;
-
-FILETIME Time(unsigned long long ticks) {
-    return {static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
-}
+constexpr unsigned long long accessTicks = 30'000'000ull << 32;
 
 unsigned long long Now() {
     FILETIME now;
@@ -32,8 +28,8 @@ void SetExists(const std::string& path, bool exists) {
     }
     const vtr::FileHandle file(
         CreateFileA(path.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS, 0, nullptr));
-    const FILETIME read = Time(accessTicks);
-    const FILETIME written = Time(accessTicks / 2);
+    const FILETIME read{0, accessTicks >> 32};
+    const FILETIME written{0, 20'000'000};
     EXPECT_TRUE(SetFileTime(file.Get(), nullptr, &read, &written));
 }
 
@@ -62,7 +58,6 @@ struct Model {
             entry.lastTime = !time.empty() ? std::stoull(time) : entry.exists ? accessTicks : 0;
             entries.push_back(entry);
         }
-        std::erase_if(values, [](const auto& value) { return value.second.empty(); });
     }
 
     void Add(const _MRUData& entry) {
@@ -92,6 +87,11 @@ struct Model {
 std::string Shown(const _MRUData& entry) {
     return std::string(entry.path) + " " + std::to_string(entry.lastTime) + " " +
            std::to_string(entry.lastLength) + " " + std::to_string(entry.exists);
+}
+
+std::map<std::string, std::string> WithText(std::map<std::string, std::string> values) {
+    std::erase_if(values, [](const auto& value) { return value.second.empty(); });
+    return values;
 }
 
 } // namespace
@@ -160,11 +160,7 @@ TEST(MRUList, IsInTheRegistryWhatItsRulesSay) {
         for (const _MRUData& entry : model.entries)
             ASSERT_EQ(Shown(list.GetMRUItem(count++)), Shown(entry));
         ASSERT_EQ(list.GetFileWithPath(count), nullptr);
-        std::map<std::string, std::string> texts = key.Texts();
-        std::erase_if(texts, [](const auto& value) { return value.second.empty(); });
-        std::map<std::string, std::string> expected = model.values;
-        std::erase_if(expected, [](const auto& value) { return value.second.empty(); });
-        ASSERT_EQ(texts, expected);
+        ASSERT_EQ(WithText(key.Texts()), WithText(model.values));
     }
 }
 
@@ -216,25 +212,19 @@ TEST(MRUList, LivesInMemoryWithoutAKey) {
     const TestFolder folder;
     std::string baseName(200, 'n');
     CMRUList list(baseName.data());
-    const std::string a = folder.Write("a.wav", "");
-    list.AddFile(a.c_str(), 1);
+    list.AddFile(folder.Write("a.wav", "").c_str(), 1);
     list.AddFile(folder.Write("b.wav", "").c_str(), 2);
     list.MoveFileToTop(list.GetFileWithPath(1), 3);
-    EXPECT_EQ(list.GetFileWithPath(0), a);
     EXPECT_STREQ(list.GetFileNameOnly(0), "a.wav");
-    EXPECT_EQ(list.GetFileWithPath(2), nullptr);
+    EXPECT_EQ(list.IndexOf(folder.File("B.WAV").c_str()), 1);
+    for (const std::string& path : {std::string(), folder.Path() + std::string(300, 'x')})
+        list.AddFile(path.c_str(), 1);
     EXPECT_EQ(list.GetFileNameOnly(2), nullptr);
     EXPECT_EQ(Shown(list.GetMRUItem(2)), " 0 0 0");
-    EXPECT_EQ(list.IndexOf(folder.File("B.WAV").c_str()), 1);
-    EXPECT_FALSE(list.Contains(nullptr));
-    list.AddFile(nullptr, 1);
-    list.AddFile("", 1);
-    list.AddFile((folder.Path() + std::string(300, 'x')).c_str(), 1);
-    EXPECT_EQ(list.GetFileWithPath(2), nullptr);
 
     const TestKey key;
     list.Init(key.Root(), key.SubKey());
-    list.AddFile(a.c_str(), 1);
-    EXPECT_EQ(key.Texts()[std::string(124, 'n') + ".1"], a);
+    list.AddFile(folder.File("a.wav").c_str(), 1);
+    EXPECT_EQ(key.Texts()[std::string(124, 'n') + ".1"], folder.File("a.wav"));
     EXPECT_EQ(key.Texts()[std::string(112, 'n') + "-last-length.1"], "1");
 }

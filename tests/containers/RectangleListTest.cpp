@@ -276,6 +276,13 @@ TEST(RectangleList, ConsolidatesWhenTheSumIsLargeAndWhenDue) {
     Fill(list, {{0, 0, 1, 1}, {1, 0, 2, 1}});
     list.add(&distant);
     EXPECT_EQ(list.getNumRectangles(), 2) << "an interval of 0 is 1";
+    // Each column is cut at the edges of all others, into 2,400 pieces, one at a time.
+    Rectangles stairs{{100000, 10000, 100001, 10001}};
+    for (LONG i = 0; i < 49; ++i)
+        stairs.push_back({i, i, i + 1, 100 + i});
+    Fill(list, stairs);
+    list.consolidate();
+    EXPECT_EQ(list.getNumRectangles(), 50) << "put together again";
 }
 
 TEST(RectangleList, TellsAboutTwoRectangles) {

@@ -42,8 +42,12 @@ std::string ProgramFolder() {
     return folder;
 }
 
-GalleryProcess::GalleryProcess(const std::string& arguments) {
-    std::string commandLine = "\"" + ProgramFolder() + "gallery.exe\" " + arguments;
+GalleryProcess::GalleryProcess(const std::string& arguments, const std::string& newRegistryKey)
+    : ownKey(newRegistryKey.empty()), registryKey(newRegistryKey) {
+    if (ownKey)
+        registryKey = "Software\\vtrutils gallery test " + std::to_string(GetCurrentProcessId());
+    std::string commandLine =
+        "\"" + ProgramFolder() + "gallery.exe\" --registry \"" + registryKey + "\" " + arguments;
     STARTUPINFOA start{};
     start.cb = sizeof start;
     PROCESS_INFORMATION started{};
@@ -64,6 +68,8 @@ GalleryProcess::~GalleryProcess() {
         TerminateProcess(process.Get(), /*uExitCode=*/99);
         WaitForSingleObject(process.Get(), longestWait);
     }
+    if (ownKey)
+        RegDeleteKeyA(HKEY_CURRENT_USER, registryKey.c_str());
 }
 
 int GalleryProcess::ExitCode() {
@@ -79,6 +85,12 @@ void GalleryProcess::WaitForTitle(const std::wstring& title) {
         window = FindWindowOfClass(GALLERY_WINDOW_CLASS);
         return window != nullptr && IsWindowVisible(window) && TextOf(window) == title;
     });
+}
+
+void GalleryProcess::ShowPage(const std::wstring& title) {
+    Press('P', VK_MENU);
+    Wait("the list of pages", [&] { return FocusedControl() == GetDlgItem(window, ID_PAGE_LIST); });
+    Type(title);
 }
 
 void GalleryProcess::WaitForText(int control, const std::wstring& part) {

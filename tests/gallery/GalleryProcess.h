@@ -14,7 +14,9 @@ std::string ProgramFolder();
 /// the test after 30 s, and at once when the program ends; after a failure nothing is waited for.
 class GalleryProcess {
 public:
-    explicit GalleryProcess(const std::string& arguments);
+    /// The gallery remembers files in a key of its own, which goes with the object, unless
+    /// `newRegistryKey` names one below HKEY_CURRENT_USER.
+    explicit GalleryProcess(const std::string& arguments, const std::string& newRegistryKey = "");
     GalleryProcess(const GalleryProcess&) = delete;
     GalleryProcess& operator=(const GalleryProcess&) = delete;
     ~GalleryProcess();
@@ -29,6 +31,9 @@ public:
     /// question: when a window of its own closes, an X server without a window manager may take the
     /// keyboard away at any later moment.
     void GiveKeyboard();
+
+    /// Goes to the page whose title begins with this, in the list of pages.
+    void ShowPage(const std::wstring& title);
 
     /// Waits for the text of the control with this id, on the page that is shown, to hold `part`.
     void WaitForText(int id, const std::wstring& part);
@@ -54,6 +59,8 @@ private:
     HWND Control(int id) const;
     HWND FocusedControl() const;
 
+    bool ownKey;
+    std::string registryKey;
     vtr::KernelHandle process;
     DWORD id = 0;
     HWND window = nullptr;

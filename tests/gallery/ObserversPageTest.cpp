@@ -22,25 +22,25 @@ TEST(ObserversPage, ShowsWhoReceivesWhatByKeyboard) {
     GalleryProcess gallery("");
     gallery.WaitForTitle(L"media-settings.ini - vtrutils gallery");
     gallery.GiveKeyboard();
-    gallery.Press(VK_TAB, VK_CONTROL);
+    gallery.ShowPage(L"Observers");
     gallery.WaitForTitle(L"vtrutils gallery");
     gallery.Press('C', VK_MENU);
     gallery.Press('2', VK_MENU);
-    gallery.WaitForText(ID_OBSERVERS_COUNTS, L"4 of 5 observers attached, 2 deliveries");
+    gallery.WaitForText(ID_OBSERVERS_COUNTS, L"Attached: 4 of 5, deliveries: 2");
     // The hint is out of the nested delivery already; the playlist is not out of anything.
     ExpectLog(gallery, {L"1. SendNotification(2", L"2. Meter: stop", L"3. Hint: stop - removes",
                         L"4. Repeat: stop - sends play", L"5. SendNotification(1",
                         L"6. Meter: play", L"7. Playlist: play - removes itself and comes back",
                         L"8. Clock: play", L"9. Clock: stop"});
     gallery.Press('1', VK_MENU);
-    gallery.WaitForText(ID_OBSERVERS_MESSAGE, L"3 observers received \"play\".");
+    gallery.WaitForText(ID_OBSERVERS_MESSAGE, L"\"play\" was received, observers: 3.");
     gallery.Press('M', VK_MENU);
     gallery.Press('O', VK_MENU);
     gallery.WaitForFocus(ID_OBSERVERS_LIST);
     gallery.Press(VK_RETURN);
-    gallery.WaitForText(ID_OBSERVERS_COUNTS, L"1 of 5 observers attached");
+    gallery.WaitForText(ID_OBSERVERS_COUNTS, L"Attached: 1 of 5");
     gallery.Press('1', VK_MENU);
-    gallery.WaitForText(ID_OBSERVERS_MESSAGE, L"1 observer received \"play\".");
+    gallery.WaitForText(ID_OBSERVERS_MESSAGE, L"\"play\" was received, observers: 1.");
     gallery.Press('R', VK_MENU);
     gallery.Press('1', VK_MENU);
     gallery.WaitForText(ID_OBSERVERS_MESSAGE, L"Nobody is registered for \"play\".");

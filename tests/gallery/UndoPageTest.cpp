@@ -19,9 +19,7 @@ TEST(UndoPage, UndoesRedoesGroupsAndMarksWhatIsUnsaved) {
     GalleryProcess gallery("");
     gallery.WaitForTitle(L"media-settings.ini - vtrutils gallery");
     gallery.GiveKeyboard();
-    gallery.Press('P', VK_MENU);
-    gallery.WaitForFocus(ID_PAGE_LIST);
-    gallery.Press('U');
+    gallery.ShowPage(L"Undo");
     gallery.WaitForTitle(clean);
     Add(gallery, L"one");
     gallery.WaitForTitle(dirty);

@@ -8,8 +8,11 @@
 
 namespace {
 
-std::size_t WriteToFullDisk(const void*, std::size_t, std::size_t, std::FILE*) {
-    return 0;
+unsigned writes = 0;
+
+/// The disk is full for a moment.
+std::size_t WriteOnceInVain(const void*, std::size_t, std::size_t count, std::FILE*) {
+    return writes++ == 0 ? 0 : count;
 }
 
 } // namespace
@@ -71,8 +74,9 @@ TEST(DelimitedTextSave, FailureLeavesThePreviousFile) {
     table.EditField(0, 0, std::string(100'000, 'x').c_str());
     {
         const ImportPatch patch(GetModuleHandleA("vtrutils.dll"), "msvcrt.dll", "fwrite",
-                                reinterpret_cast<void*>(&WriteToFullDisk));
+                                reinterpret_cast<void*>(&WriteOnceInVain));
         EXPECT_FALSE(table.Save(table.FilePath(), ',', true, '"'));
+        EXPECT_EQ(writes, 1u);
     }
     EXPECT_EQ(ReadBytes(table.FilePath()), before);
     EXPECT_EQ(folder.Listing(), "table.csv");

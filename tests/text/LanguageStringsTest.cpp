@@ -57,6 +57,14 @@ TEST(LanguageStrings, ReadsFilesByTheRule) {
         const std::string file = folder.Write("a.ini", bytes);
         ASSERT_EQ(Text("k", file), TextByRule(file, "k")) << "seed " << seed << ": " << bytes;
     }
+    for (const char* lineEnd : {"", "\n", "\r\n"}) {
+        for (std::size_t length = 1018; length < 1026; ++length) {
+            const std::string line = "k=" + std::string(length, 'x') + lineEnd;
+            const std::string file = folder.Write("a.ini", line + "x=");
+            EXPECT_EQ(Text("k", file), TextByRule(file, "k")) << length;
+            EXPECT_EQ(Text("x", file), TextByRule(file, "x")) << length;
+        }
+    }
 }
 
 TEST(LanguageStrings, OtherFormsOfLookUps) {

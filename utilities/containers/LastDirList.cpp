@@ -1,11 +1,11 @@
 #include "utilities/containers/LastDirList.h"
 
-#include "utilities/text/OwnedText.h"
 #include "utilities/text/SameText.h"
 #include "utilities/text/StoreCut.h"
 
 #include <algorithm>
 #include <ctime>
+#include <memory>
 #include <new>
 
 namespace {
@@ -35,7 +35,7 @@ CLastDirList::~CLastDirList() {
 int CLastDirList::Add(char* path, long long time, int value, int unused) {
     std::unique_ptr<_lastDirList> entry = MakeEntry(path, time, value);
     if (AddPtr(entry.get(), unused) != 0)
-        entry.release();
+        (void)entry.release();
     return 1;
 }
 
@@ -45,12 +45,13 @@ int CLastDirList::AddPtr(_lastDirList* entry, int /*unused*/) {
 
 int CLastDirList::MoveOrAddToTop(char* path) {
     const int old = IndexOf(path);
-    const int value = old >= 0 ? EntryAt(old)->value : valueOfNewEntry;
+    const _lastDirList* known = EntryAt(old);
+    const int value = known != nullptr ? known->value : valueOfNewEntry;
     std::unique_ptr<_lastDirList> entry = MakeEntry(path, _time64(nullptr), value);
     if (entry == nullptr || !InsertAt(entry.get(), 0))
         return 0;
-    entry.release();
-    if (old >= 0)
+    (void)entry.release();
+    if (known != nullptr)
         DeleteIndex(old + 1);
     return 1;
 }
@@ -97,10 +98,10 @@ void CLastDirList::DeleteAll() noexcept {
 
 int CLastDirList::Sort() noexcept {
     const std::size_t count = static_cast<std::size_t>(entries.Count());
-    const std::unique_ptr<void, vtr::Free> block(std::malloc((count + 1) * sizeof(_lastDirList*)));
+    const std::unique_ptr<_lastDirList*[]> block(new (std::nothrow) _lastDirList*[count]);
     if (block == nullptr)
         return 0;
-    auto* const first = static_cast<_lastDirList**>(block.get());
+    _lastDirList** const first = block.get();
     for (int i = 0; i < entries.Count(); ++i)
         first[i] = EntryAt(i);
     std::stable_sort(first, first + count, [](const _lastDirList* a, const _lastDirList* b) {

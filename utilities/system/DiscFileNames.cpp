@@ -25,15 +25,15 @@ bool CopyShortened(const char* in, char* out, std::size_t longest, bool isPath) 
     return true;
 }
 
-/// Replaces every byte that `isAllowed` does not accept and both bytes of two-byte characters: half
-/// a character would be another one, and might be a backslash.
+/// Replaces what `isAllowed` does not accept, which no lead byte is. Both bytes of a character go:
+/// the second alone would be another one, and might be a backslash.
 template <class Predicate>
 bool ReplaceOthers(char* text, char replacement, Predicate isAllowed) {
     const vtr::CharacterSteps steps;
     bool changed = false;
     while (*text != '\0') {
         const std::size_t length = steps.Length(text);
-        if (length > 1 || !isAllowed(*text)) {
+        if (!isAllowed(*text)) {
             std::memset(text, replacement, length);
             changed = true;
         }

@@ -12,7 +12,7 @@ bool BeginsWithDrive(const char* path) {
            path[1] == ':' && path[2] == '\\';
 }
 
-/// A buffer that never overflows: what does not fit marks it as full.
+/// Appends to a zeroed buffer what fits.
 class BoundedText {
 public:
     BoundedText(char* buffer, std::size_t capacity) : next(buffer), room(capacity - 1) {}

@@ -5,10 +5,10 @@
 #include "utilities/text/DelimitedParser.h"
 #include "utilities/text/DelimitedWriter.h"
 #include "utilities/text/FieldRow.h"
-#include "utilities/text/FixedText.h"
 #include "utilities/text/OwnedText.h"
 #include "utilities/text/ReplacingFile.h"
 #include "utilities/text/SameText.h"
+#include "utilities/text/StoreCut.h"
 #include "utilities/text/TextFile.h"
 
 #include <climits>

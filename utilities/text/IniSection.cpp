@@ -1,7 +1,6 @@
 #include "utilities/text/IniSection.h"
 
 #include "utilities/containers/MergeSort.h"
-#include "utilities/text/FixedText.h"
 #include "utilities/text/OwnedText.h"
 #include "utilities/text/SameText.h"
 #include "utilities/text/StoreCut.h"

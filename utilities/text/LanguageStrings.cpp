@@ -1,10 +1,11 @@
 #include "utilities/text/LanguageStrings.h"
 
 #include "utilities/system/Lock.h"
-#include "utilities/text/FixedText.h"
+#include "utilities/system/PathText.h"
 #include "utilities/text/LanguageState.h"
 #include "utilities/text/MultibyteText.h"
 #include "utilities/text/OwnedText.h"
+#include "utilities/text/StoreCut.h"
 #include "utilities/text/StringFile.h"
 #include "utilities/text/TextEscapes.h"
 #include "vtrfutls/FileNames.h"
@@ -40,7 +41,7 @@ bool ReadText(const char* key, const char* file, char* buffer, std::size_t size)
         return false;
     const char* text = strings.Find(key);
     if (text == nullptr) {
-        char backup[2 * MAX_PATH];
+        char backup[2 * MAX_PATH] = "";
         FindBackup(file, backup);
         if (backup[0] != '\0' && strings.Open(backup))
             text = strings.Find(key);
@@ -70,14 +71,15 @@ void RemoveQuotes(char* text) {
 }
 
 void StoreFolder(const char* folder, char (&target)[MAX_PATH]) {
-    char path[MAX_PATH - 1];
+    char path[MAX_PATH + 1];
     if (!vtr::StoreWhole(folder, path))
         return;
-    const vtr::CharacterSteps steps;
-    const char* last = path;
-    for (const char* p = path; *p != '\0'; p += steps.Length(p))
-        last = p;
-    std::snprintf(target, sizeof target, "%s%s", path, *last == '\\' ? "" : "\\");
+    const std::size_t length = std::strlen(path);
+    if (length < MAX_PATH && !vtr::EndsWithBackslash(path)) {
+        path[length] = '\\';
+        path[length + 1] = '\0';
+    }
+    vtr::StoreWhole(path, target);
 }
 
 } // namespace
@@ -128,15 +130,17 @@ int MyLoadStringW(const char* key, wchar_t* buffer, int bufferLength, char* /*fi
 
 int MyLoadString_ToInt(const char* key, int defaultValue, char* file, bool processEscapes) {
     char text[numberSize];
-    return MyLoadString(key, text, sizeof text, file, processEscapes) > 0 ? std::atoi(text)
-                                                                          : defaultValue;
+    return MyLoadString(key, text, sizeof text, file, processEscapes) > 0
+               ? std::strtol(text, nullptr, 10)
+               : defaultValue;
 }
 
 double MyLoadString_ToDouble(const char* key, double defaultValue, char* file,
                              bool processEscapes) {
     char text[numberSize];
-    return MyLoadString(key, text, sizeof text, file, processEscapes) > 0 ? std::atof(text)
-                                                                          : defaultValue;
+    return MyLoadString(key, text, sizeof text, file, processEscapes) > 0
+               ? std::strtod(text, nullptr)
+               : defaultValue;
 }
 
 int LoadLanguageString(const char* key, char* buffer, unsigned long size) {

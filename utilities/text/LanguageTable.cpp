@@ -46,9 +46,9 @@ public:
     }
 
     /// 0 where there is none.
-    int FirstNumber(const char* language, unsigned column) const {
+    long FirstNumber(const char* language, unsigned column) const {
         const char* field = FirstField(language, column);
-        return field != nullptr ? std::atoi(field) : 0;
+        return field != nullptr ? std::strtol(field, nullptr, 10) : 0;
     }
 
 private:
@@ -65,12 +65,12 @@ void SetLanguage(char* language) {
 }
 
 unsigned int GetCodePageFromLanguage(char* language) {
-    const int number = LanguageTable().FirstNumber(language, codePage);
+    const long number = LanguageTable().FirstNumber(language, codePage);
     return number > 1 ? static_cast<unsigned>(number) : 0;
 }
 
 unsigned char GetCharsetFromLanguage(char* language) {
-    const int number = LanguageTable().FirstNumber(language, charset) & 0xFF;
+    const long number = LanguageTable().FirstNumber(language, charset) & 0xFF;
     return static_cast<unsigned char>(number > 1 ? number : 1);
 }
 

@@ -2,6 +2,7 @@
 
 #include "utilities/text/OwnedText.h"
 
+#include <bit>
 #include <cstring>
 
 namespace vtr {
@@ -16,7 +17,7 @@ StringCache::~StringCache() {
 
 const char* StringCache::Find(const char* key) {
     long long text = 0;
-    return table.Find(key, text) ? reinterpret_cast<const char*>(text) : nullptr;
+    return table.Find(key, text) ? std::bit_cast<const char*>(text) : nullptr;
 }
 
 void StringCache::Add(const char* key, const char* text) {

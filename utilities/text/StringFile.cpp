@@ -45,8 +45,7 @@ bool StringFile::NextLine() {
     at = found != nullptr ? lineEnd + 1 : end;
     if (found != nullptr && length > 0 && lineEnd[-1] == '\r')
         --length;
-    // Of the line end only its line feed counts.
-    if (length + (found != nullptr ? 1 : 0) >= lineSize) {
+    if (length >= lineSize) {
         length = lineSize - 1;
         at = line + length;
     }

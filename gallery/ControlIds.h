@@ -111,4 +111,20 @@
 #define ID_FILES_SHOW 907
 #define ID_FILES_MESSAGE 908
 
+/* Controls of the page "Undo". */
+#define ID_UNDO_LIST_LABEL 1000
+#define ID_UNDO_LIST 1001
+#define ID_UNDO_ITEM_LABEL 1002
+#define ID_UNDO_ITEM 1003
+#define ID_UNDO_ADD 1004
+#define ID_UNDO_CHANGE 1005
+#define ID_UNDO_REMOVE 1006
+#define ID_UNDO_GROUP 1007
+#define ID_UNDO_UNDO 1008
+#define ID_UNDO_REDO 1009
+#define ID_UNDO_UNDO_ALL 1010
+#define ID_UNDO_REDO_ALL 1011
+#define ID_UNDO_MESSAGE 1012
+#define ID_UNDO_COUNTS 1013
+
 #endif

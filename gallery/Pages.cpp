@@ -13,7 +13,8 @@
     PAGE("RecentFiles", L"recent-files", nullptr, RecentFilesPage)                                 \
     PAGE("Files", L"files", nullptr, FilesPage)                                                    \
     PAGE("Observers", L"observers", nullptr, ObserversPage)                                        \
-    PAGE("Regions", L"regions", nullptr, RegionsPage)
+    PAGE("Regions", L"regions", nullptr, RegionsPage)                                              \
+    PAGE("Undo", L"undo", nullptr, UndoPage)
 
 namespace gallery {
 

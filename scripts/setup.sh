@@ -8,6 +8,8 @@ packages=(
     cmake ninja-build g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 googletest
     # running: Wine, an X server for machines without one, fonts for what is painted, Japanese included
     wine wine64 fonts-wine fonts-liberation fonts-vlgothic xvfb
+    # testing: English words that no list of offensive words may take offence at
+    wamerican
     # checking
     clang clang-format clang-tidy
     # measuring: a peer of the INI reader, and what unpacks Debian source packages

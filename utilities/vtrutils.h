@@ -20,11 +20,17 @@
 #include "utilities/system/ReadWriteLock.h"
 #include "utilities/system/RefObject.h"
 #include "utilities/system/SlipLock.h"
+#include "utilities/text/COMString.h"
 #include "utilities/text/DelimitedTextFile.h"
+#include "utilities/text/HtmlText.h"
 #include "utilities/text/IniFileReader.h"
 #include "utilities/text/IniSection.h"
 #include "utilities/text/IniValue.h"
 #include "utilities/text/LanguageStrings.h"
 #include "utilities/text/StringFunctions.h"
+#include "utilities/undo/UndoMgr.h"
+#include "utilities/xml/XMLFile.h"
+#include "utilities/xml/XMLNode.h"
+#include "utilities/xml/XMLValue.h"
 
 #endif

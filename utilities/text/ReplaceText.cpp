@@ -1,85 +1,12 @@
-#include "utilities/text/MultibyteText.h"
-#include "utilities/text/SameText.h"
 #include "utilities/text/StringFunctions.h"
+#include "utilities/text/TextFinder.h"
 
-#include <cctype>
 #include <cstring>
 
+using vtr::Characters;
+using Finder = vtr::TextFinder;
+
 namespace {
-
-enum class Characters { ofCodePage, singleBytes };
-
-/// Finds one text in another, by the rules of one search.
-class Finder {
-public:
-    Finder(const char* wanted, bool exactCase, Characters characters)
-        : find(wanted), length(std::strlen(wanted)), caseSensitive(exactCase),
-          multibyte(characters == Characters::ofCodePage && steps.Multibyte()) {}
-
-    std::size_t Length() const { return length; }
-
-    /// The bytes of the character at `text`, which ends at `end`.
-    std::size_t Step(const char* text, const char* end) const {
-        return multibyte ? steps.Length(text, static_cast<std::size_t>(end - text)) : 1;
-    }
-
-    /// The first occurrence in [text, end), or null.
-    const char* Next(const char* text, const char* end) const {
-        while (static_cast<std::size_t>(end - text) >= length) {
-            if (caseSensitive && !multibyte) {
-                const std::size_t places = static_cast<std::size_t>(end - text) - length + 1;
-                text = static_cast<const char*>(std::memchr(text, *find, places));
-                if (text == nullptr)
-                    return nullptr;
-            }
-            if (MayBegin(*text) && Matches(text, end))
-                return text;
-            text += Step(text, end);
-        }
-        return nullptr;
-    }
-
-private:
-    /// False, at the price of one comparison, for most characters that begin no occurrence: the two
-    /// cases of an ASCII letter differ in one bit.
-    bool MayBegin(char first) const {
-        static constexpr int caseBit = 'a' ^ 'A';
-        if (caseSensitive)
-            return first == *find;
-        const bool ascii = static_cast<signed char>(first | *find) >= 0;
-        return !ascii || ((first ^ *find) & ~caseBit) == 0;
-    }
-
-    bool Matches(const char* text, const char* end) const {
-        if (caseSensitive && !multibyte)
-            return std::memcmp(text, find, length) == 0;
-        const char* wanted = find;
-        const char* wantedEnd = find + length;
-        while (wanted < wantedEnd) {
-            const std::size_t step = Step(wanted, wantedEnd);
-            if (step != Step(text, end) || !SameCharacter(text, wanted, step))
-                return false;
-            text += step;
-            wanted += step;
-        }
-        return true;
-    }
-
-    bool SameCharacter(const char* a, const char* b, std::size_t size) const {
-        if (caseSensitive)
-            return std::memcmp(a, b, size) == 0;
-        if (size == 1)
-            return std::tolower(static_cast<unsigned char>(*a)) ==
-                   std::tolower(static_cast<unsigned char>(*b));
-        return vtr::FoldCharacter(a, multibyte).code == vtr::FoldCharacter(b, multibyte).code;
-    }
-
-    const char* find;
-    std::size_t length;
-    bool caseSensitive;
-    vtr::CharacterSteps steps;
-    bool multibyte;
-};
 
 /// Where a search goes on behind a hit: an empty replacement lets one character pass unsearched,
 /// because the search position has moved past the byte that closes the gap.
@@ -87,18 +14,6 @@ const char* BehindHit(const Finder& finder, const char* hit, const char* end,
                       bool emptyReplacement) {
     const char* behind = hit + finder.Length();
     return emptyReplacement && behind < end ? behind + finder.Step(behind, end) : behind;
-}
-
-std::size_t CountHits(const Finder& finder, const char* text, const char* end, std::size_t most) {
-    std::size_t hits = 0;
-    while (hits < most) {
-        const char* hit = finder.Next(text, end);
-        if (hit == nullptr)
-            break;
-        ++hits;
-        text = BehindHit(finder, hit, end, /*emptyReplacement=*/false);
-    }
-    return hits;
 }
 
 /// Reads [in, end) and writes to `out`, which may be the same place or lie before it, far enough
@@ -141,7 +56,7 @@ void ReplaceAll(char* text, const char* find, const char* replacement, std::size
     // never writes over what it has yet to read.
     const std::size_t growth = replacementLength - finder.Length();
     const std::size_t fitting = (bufferSize - 1 - length) / growth;
-    const std::size_t hits = CountHits(finder, text, text + length, fitting);
+    const std::size_t hits = finder.Count(text, text + length, fitting);
     if (hits == 0)
         return;
     char* moved = text + hits * growth;

@@ -9,26 +9,29 @@
 
 namespace vtr {
 
-bool FileBytes::Read(const char* path) {
+FileReading FileBytes::TryRead(const char* path) {
     const WidePath wide(path, CurrentCodePage());
     const FileHandle file(CreateFileW(wide.Get(), GENERIC_READ,
                                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                       /*lpSecurityAttributes=*/nullptr, OPEN_EXISTING,
                                       FILE_FLAG_SEQUENTIAL_SCAN, /*hTemplateFile=*/nullptr));
     LARGE_INTEGER length;
-    if (!file || !GetFileSizeEx(file.Get(), &length) || length.QuadPart >= INT_MAX)
-        return false;
-    const DWORD wanted = static_cast<DWORD>(length.QuadPart);
-    OwnedBytes block(static_cast<unsigned char*>(std::malloc(std::size_t{wanted} + 2)));
+    if (!file || !GetFileSizeEx(file.Get(), &length))
+        return FileReading::cannotOpen;
+    size = static_cast<unsigned>(length.QuadPart);
+    OwnedBytes block;
+    if (length.QuadPart < INT_MAX)
+        block.reset(static_cast<unsigned char*>(std::malloc(std::size_t{size} + 2)));
+    if (block == nullptr)
+        return FileReading::noMemory;
     DWORD got = 0;
-    if (block == nullptr ||
-        !ReadFile(file.Get(), block.get(), wanted, &got, /*lpOverlapped=*/nullptr))
-        return false;
+    if (!ReadFile(file.Get(), block.get(), size, &got, /*lpOverlapped=*/nullptr))
+        return FileReading::cannotRead;
     block.get()[got] = 0;
     block.get()[got + 1] = 0;
     bytes = std::move(block);
     size = got;
-    return true;
+    return FileReading::good;
 }
 
 SingleByteText::SingleByteText(const unsigned char* data, unsigned length)

@@ -8,14 +8,18 @@
 
 namespace vtr {
 
+/// A file of 2 GB or more counts as one for which memory runs out.
+enum class FileReading { good, cannotOpen, noMemory, cannotRead };
+
 /// The bytes of one file, with two zero bytes behind them.
 class FileBytes {
 public:
-    /// The path is in the current language code page. False for a missing or unreadable file, one
-    /// of 2 GB or more, and when memory runs out.
-    bool Read(const char* path);
+    /// The path is in the current language code page.
+    FileReading TryRead(const char* path);
+    bool Read(const char* path) { return TryRead(path) == FileReading::good; }
 
     const unsigned char* Data() const { return bytes.get(); }
+    /// That of the file also when there was no memory.
     unsigned Size() const { return size; }
 
 private:

@@ -1,0 +1,172 @@
+// XML documents: loading, freeing and looking up.
+
+#include "bench/peers/XMLPeers.h"
+#include "bench/support/Comparison.h"
+#include "bench/support/MeasuringFolder.h"
+#include "utilities/xml/XMLFile.h"
+
+#include <cstdio>
+#include <memory>
+
+namespace {
+
+class OurDocument {
+public:
+    static constexpr const char* name = bench::ours;
+
+    bool Load(const char* path) { return document.Open(path); }
+
+    std::size_t Count() const { return Count(*document.GetChild(0)); }
+
+    const char* Find(const char* wanted) const {
+        const CXMLNode* node = document.FindNode(wanted);
+        return node != nullptr ? node->GetContentString(0) : nullptr;
+    }
+
+    template <class Visit>
+    void ForEachText(const char* wanted, Visit visit) const {
+        const CXMLNode* list = document.GetChild(0)->GetChild(0);
+        for (unsigned i = 0; i < list->NumChildren(); ++i) {
+            const CXMLNode* child = list->GetChild(i)->GetChildByName(wanted);
+            visit(child != nullptr ? child->GetContentString(0) : nullptr);
+        }
+    }
+
+private:
+    static std::size_t Count(const CXMLNode& node) {
+        std::size_t count = 1;
+        for (unsigned i = 0; i < node.NumChildren(); ++i)
+            count += Count(*node.GetChild(i));
+        return count;
+    }
+
+    CXMLFile document;
+};
+
+/// The reply of a web service that lists releases, 461 to 466 bytes each.
+std::string MakeReply(std::size_t size) {
+    std::string text = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+                       "<metadata xmlns=\"http://example.org/ns/mmd-1.0#\"><release-list "
+                       "count=\"100\" offset=\"0\">\n";
+    for (unsigned i = 0; text.size() < size; ++i) {
+        const std::string id = std::to_string(i);
+        text += "  <release type=\"Album Official\" id=\"b1f2c3d4-" + id +
+                "\">\n    <title>The longest evening of the year, volume " + id +
+                "</title>\n    <text-representation language=\"ENG\" script=\"Latn\"/>\n"
+                "    <artist id=\"a74b1b7f-71a5-4011-9441-d0b5e4122711\">"
+                "<name>Some &amp; Others</name><sort-name>Others, Some</sort-name></artist>\n"
+                "    <release-event-list><event date=\"1999-05-17\" country=\"GB\"/>"
+                "</release-event-list>\n    <disc-list count=\"1\"/><track-list offset=\"11\"/>\n"
+                "  </release>\n";
+    }
+    return text + "<last>end</last></release-list></metadata>\n";
+}
+
+struct Subject {
+    Subject(const bench::MeasuringFolder& folder, std::size_t length, const char* sizeName)
+        : size(sizeName), text(MakeReply(length)),
+          path(folder.Write(std::string(sizeName) + ".xml", text)) {}
+
+    std::string size;
+    std::string text;
+    std::string path;
+    OurDocument ours;
+    bench::TinyXml2 tiny;
+    bench::PugiXml pugi;
+};
+
+/// All must find the same.
+template <class Document>
+std::string Found(const Subject& subject, Document& document) {
+    if (!document.Load(subject.path.c_str()))
+        return "cannot load";
+    std::string found = std::to_string(document.Count()) + document.Find("last");
+    document.ForEachText("title",
+                         [&](const char* title) { found += title != nullptr ? title : "-"; });
+    return found;
+}
+
+bool Prepare(Subject& subject) {
+    const std::string found = Found(subject, subject.ours);
+    const bool agreed = found.size() > subject.text.size() / 20 &&
+                        found == Found(subject, subject.tiny) &&
+                        found == Found(subject, subject.pugi);
+    if (!agreed)
+        std::fprintf(stderr, "%s: the documents differ\n", subject.size.c_str());
+    return agreed;
+}
+
+/// One of the two is measured: loading into a new document, or freeing it.
+template <class Document>
+void MeasureLife(const Subject& subject, const char* work, bool loading) {
+    bench::Measure(work, subject.size, Document::name, [&, loading](benchmark::State& state) {
+        for (auto _ : state) {
+            state.PauseTiming();
+            auto document = std::make_unique<Document>();
+            if (loading)
+                state.ResumeTiming();
+            if (!document->Load(subject.path.c_str()))
+                return state.SkipWithError("cannot be loaded");
+            if (loading)
+                state.PauseTiming();
+            else
+                state.ResumeTiming();
+            document.reset();
+            if (loading)
+                state.ResumeTiming();
+        }
+        state.SetBytesProcessed(state.iterations() *
+                                static_cast<std::int64_t>(subject.text.size()));
+    });
+}
+
+template <class Document>
+void MeasureLookUps(const Subject& subject, const Document& document, const char* find,
+                    const char* children) {
+    bench::Measure(find, subject.size, Document::name, [&document](benchmark::State& state) {
+        for (auto _ : state)
+            benchmark::DoNotOptimize(document.Find("last"));
+    });
+    bench::Measure(children, subject.size, Document::name, [&document](benchmark::State& state) {
+        for (auto _ : state)
+            document.ForEachText("track-list",
+                                 [](const char* text) { benchmark::DoNotOptimize(text); });
+    });
+}
+
+void MeasureAll(const Subject& subject) {
+    static constexpr char load[] = "XML load";
+    static constexpr char free[] = "XML free";
+    static constexpr char find[] = "XML find by name";
+    static constexpr char children[] = "XML child by name";
+    for (const bool loading : {true, false}) {
+        const char* work = loading ? load : free;
+        MeasureLife<OurDocument>(subject, work, loading);
+        MeasureLife<bench::TinyXml2>(subject, work, loading);
+        MeasureLife<bench::PugiXml>(subject, work, loading);
+    }
+    MeasureLookUps(subject, subject.ours, find, children);
+    MeasureLookUps(subject, subject.tiny, find, children);
+    MeasureLookUps(subject, subject.pugi, find, children);
+    bench::ToReach(load, bench::TinyXml2::name, 2);
+    bench::ToReach(find, bench::TinyXml2::name, 1);
+    bench::ToReach(children, bench::TinyXml2::name, 1);
+    bench::Explain(load, bench::PugiXml::name,
+                   "it keeps the text and writes terminators into it; ours copies every text, and "
+                   "each list of an element is a block");
+    for (const char* work : {load, free, find, children})
+        bench::GrowthToReach(work, 12);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const bench::MeasuringFolder folder;
+    Subject small(folder, 1'000'000, "1 MB");
+    Subject large(folder, 10'000'000, "10 MB");
+    if (!Prepare(small) || !Prepare(large))
+        return 1;
+    MeasureAll(small);
+    MeasureAll(large);
+    return bench::Run(argc, argv);
+}

@@ -1,0 +1,283 @@
+#include "gallery/ControlIds.h"
+#include "gallery/Controls.h"
+#include "gallery/ItemModel.h"
+#include "gallery/Language.h"
+#include "gallery/ListView.h"
+#include "gallery/Page.h"
+#include "gallery/Rows.h"
+
+#include <algorithm>
+#include <memory>
+
+namespace gallery {
+
+namespace {
+
+/// A list to edit: add, change and remove items, undo and redo one action or all, mark what is
+/// saved, and make one action of several.
+class UndoPage final : public Page {
+public:
+    UndoPage() : model([this] { Host().DocumentChanged(); }) {}
+    void Command(int id, int notification) override;
+    void TakeFocus() override { SetFocus(list.Handle()); }
+    bool ShowExample() override;
+    std::wstring DocumentName() const override { return Text("ItemList"); }
+    bool Unsaved() const override { return model.History().Dirty() != 0; }
+
+private:
+    bool MakeControls() override;
+    void Retext() override { Show(list.Selected(), L""); }
+    void Restyle() override { list.SetLook(Sizes()); }
+    void Arrange(int width, int height) override;
+    LRESULT Notify(const NMHDR& header) override;
+
+    void Enter();
+    void Add();
+    void Change();
+    void Remove();
+    void Group();
+    void Undo();
+    void Redo();
+    void UndoAll();
+    void RedoAll();
+    void Save();
+
+    /// Shows the state of list and history, and `text` as the message.
+    void Show(int selected, const std::wstring& text);
+    void ShowItem();
+    void ShowCommand(HWND button, bool possible, const char* setName, const char* key,
+                     const char* keyWithName) const;
+
+    ItemModel model;
+
+    HWND listLabel = nullptr;
+    ListView list;
+    HWND itemLabel = nullptr;
+    HWND itemText = nullptr;
+    HWND add = nullptr;
+    HWND change = nullptr;
+    HWND remove = nullptr;
+    HWND group = nullptr;
+    HWND undo = nullptr;
+    HWND redo = nullptr;
+    HWND undoAll = nullptr;
+    HWND redoAll = nullptr;
+    HWND save = nullptr;
+    HWND message = nullptr;
+    HWND counts = nullptr;
+};
+
+bool UndoPage::MakeControls() {
+    const HWND page = Handle();
+    listLabel = AddLabel("ItemsLabel", ID_UNDO_LIST_LABEL);
+    const auto cell = [this](int row, int) { return model.All()[static_cast<std::size_t>(row)]; };
+    if (!list.Create(page, "Items", ID_UNDO_LIST, ListView::Titles::hidden, cell))
+        return false;
+    list.AddColumn("Items", ListView::Align::left);
+    itemLabel = AddLabel("ItemLabel", ID_UNDO_ITEM_LABEL);
+    itemText = MakeEdit(page, ID_UNDO_ITEM);
+    add = AddButton("AddItem", ID_UNDO_ADD);
+    change = AddButton("ChangeItem", ID_UNDO_CHANGE);
+    remove = AddButton("RemoveItem", ID_UNDO_REMOVE);
+    group = AddCaption(MakeCheckBox(page, ID_UNDO_GROUP), "GroupChanges");
+    undo = MakeButton(page, L"", ID_UNDO_UNDO);
+    redo = MakeButton(page, L"", ID_UNDO_REDO);
+    undoAll = MakeButton(page, L"", ID_UNDO_UNDO_ALL);
+    redoAll = MakeButton(page, L"", ID_UNDO_REDO_ALL);
+    save = AddButton("Save", ID_SAVE);
+    message = MakeTextLine(page, SS_ENDELLIPSIS, ID_UNDO_MESSAGE);
+    counts = MakeTextLine(page, SS_RIGHT, ID_UNDO_COUNTS);
+    Show(-1, L"");
+    return counts != nullptr;
+}
+
+void UndoPage::Arrange(int width, int height) {
+    using End = Rows::End;
+    Rows page(Sizes(), width, height, /*expected=*/15);
+    page.Put(End::top, {nullptr, listLabel, {}});
+    page.PutMessage(message, counts);
+    page.Put(End::bottom, {nullptr, group, {undo, redo, undoAll, redoAll, save}});
+    page.Put(End::bottom, {itemLabel, itemText, {add, change, remove}});
+    page.Places().Put(list.Handle(), 0, page.Top(), width, page.Room());
+    list.SetColumnWidth(0, ListView::RoomForColumns(width));
+}
+
+LRESULT UndoPage::Notify(const NMHDR& header) {
+    LRESULT result = 0;
+    if (list.Notified(header, result))
+        return result;
+    if (header.hwndFrom != list.Handle())
+        return 0;
+    if (ListView::SelectionMoved(header))
+        ShowItem();
+    else if (header.code == static_cast<UINT>(NM_DBLCLK))
+        FocusAndSelect(itemText);
+    else if (ListView::KeyPressed(header) == VK_DELETE)
+        Remove();
+    return 0;
+}
+
+void UndoPage::Command(int id, int) {
+    switch (id) {
+    case ID_UNDO_ADD:
+        return Add();
+    case ID_UNDO_CHANGE:
+        return Change();
+    case ID_UNDO_REMOVE:
+        return Remove();
+    case ID_UNDO_GROUP:
+        return Group();
+    case ID_UNDO_UNDO:
+        return Undo();
+    case ID_UNDO_REDO:
+        return Redo();
+    case ID_UNDO_UNDO_ALL:
+        return UndoAll();
+    case ID_UNDO_REDO_ALL:
+        return RedoAll();
+    case ID_SAVE:
+        return Save();
+    case ID_EDIT:
+        return FocusAndSelect(itemText);
+    case IDOK:
+        return Enter();
+    default:
+        return;
+    }
+}
+
+void UndoPage::Enter() {
+    if (GetFocus() == itemText)
+        Add();
+    else if (GetFocus() == list.Handle())
+        FocusAndSelect(itemText);
+}
+
+/// Below the selected item.
+void UndoPage::Add() {
+    const std::wstring text = TextOf(itemText);
+    if (text.empty()) {
+        SetText(message, Text("TypeItem"));
+        return FocusAndSelect(itemText);
+    }
+    const int place = list.Selected() + 1;
+    const bool added = model.Add(place, text);
+    Show(place, added ? Text("ItemAdded", {text}) : Text("NoMemory"));
+    FocusAndSelect(itemText);
+}
+
+void UndoPage::Change() {
+    const int place = list.Selected();
+    const std::wstring text = TextOf(itemText);
+    if (place < 0)
+        return SetText(message, Text("SelectItem"));
+    if (text == model.All()[static_cast<std::size_t>(place)])
+        return;
+    const bool changed = model.Change(place, text);
+    Show(place, changed ? Text("ItemChanged", {text}) : Text("NoMemory"));
+}
+
+void UndoPage::Remove() {
+    const int place = list.Selected();
+    if (place < 0)
+        return SetText(message, Text("SelectItem"));
+    const std::wstring text = model.All()[static_cast<std::size_t>(place)];
+    const bool removed = model.Remove(place);
+    Show(place, removed ? Text("ItemRemoved", {text}) : Text("NoMemory"));
+}
+
+void UndoPage::Group() {
+    const bool on = IsChecked(group);
+    model.Group(on);
+    Show(list.Selected(), Text(on ? "GroupBegins" : "GroupEnds"));
+}
+
+void UndoPage::Undo() {
+    model.History().Undo();
+    Show(list.Selected(), Text("Undone"));
+}
+
+void UndoPage::Redo() {
+    model.History().Redo();
+    Show(list.Selected(), Text("Redone"));
+}
+
+void UndoPage::UndoAll() {
+    model.UndoAll();
+    Show(list.Selected(), Text("AllUndone"));
+}
+
+void UndoPage::RedoAll() {
+    model.RedoAll();
+    Show(list.Selected(), Text("AllRedone"));
+}
+
+void UndoPage::Save() {
+    model.History().OnSave();
+    Show(list.Selected(), Text("SavePoint"));
+}
+
+/// A group in effect and a change undone, after the save point.
+bool UndoPage::ShowExample() {
+    UndoAll();
+    for (const char* example : {"ExampleItem1", "ExampleItem2"})
+        model.Add(static_cast<int>(model.All().size()), Text(example));
+    Save();
+    model.Group(true);
+    model.Add(2, Text("ExampleItem3"));
+    model.Change(0, Text("ExampleItem4"));
+    model.Group(false);
+    model.Remove(1);
+    Show(2, L"");
+    Undo();
+    return true;
+}
+
+void UndoPage::Show(int selected, const std::wstring& text) {
+    const CUndoMgr& history = model.History();
+    const int items = static_cast<int>(model.All().size());
+    list.SetRows(items);
+    list.Select(std::min(std::max(selected, 0), items - 1));
+    ShowItem();
+    const bool canUndo = history.CanUndo() != 0;
+    const bool canRedo = history.CanRedo() != 0;
+    ShowCommand(undo, canUndo, history.GetUndoSetName(), "UndoSet", "UndoNamedSet");
+    ShowCommand(redo, canRedo, history.GetRedoSetName(), "RedoSet", "RedoNamedSet");
+    ShowCommand(undoAll, canUndo, nullptr, "UndoAll", "");
+    ShowCommand(redoAll, canRedo, nullptr, "RedoAll", "");
+    char newest[32];
+    model.History().GetCurrentUndoText(newest, sizeof newest);
+    SetText(counts, Text(canUndo ? "ItemCountsAndChange" : "ItemCounts",
+                         {std::to_wstring(items), Text(newest)}));
+    SetText(message, text);
+    Host().DocumentChanged();
+    Rearrange();
+}
+
+void UndoPage::ShowItem() {
+    const int row = list.Selected();
+    const bool selected = row >= 0;
+    if (selected)
+        SetText(itemText, model.All()[static_cast<std::size_t>(row)]);
+    EnableWindow(change, selected);
+    EnableWindow(remove, selected);
+}
+
+/// The keyboard must not stay with a button that is disabled.
+void UndoPage::ShowCommand(HWND button, bool possible, const char* setName, const char* key,
+                           const char* keyWithName) const {
+    SetText(button, setName != nullptr ? Text(keyWithName, {Text(setName)}) : Text(key));
+    if (!possible && GetFocus() == button)
+        SetFocus(list.Handle());
+    EnableWindow(button, possible);
+}
+
+} // namespace
+
+std::unique_ptr<Page> MakeUndoPage();
+
+std::unique_ptr<Page> MakeUndoPage() {
+    return std::make_unique<UndoPage>();
+}
+
+} // namespace gallery

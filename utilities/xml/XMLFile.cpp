@@ -1,0 +1,90 @@
+#include "utilities/xml/XMLFile.h"
+
+#include "utilities/text/LanguageState.h"
+#include "utilities/text/TextFile.h"
+#include "utilities/xml/XMLLoader.h"
+#include "vtrfutls/Log.h"
+#include "vtrfutls/WidePath.h"
+
+#include <climits>
+#include <cstring>
+#include <shlwapi.h>
+
+static_assert(sizeof(CXMLNode) == 104 && sizeof(CXMLFile) == 128);
+
+namespace {
+
+bool Exists(const char* path) {
+    return !vtr::IsEmptyText(path) &&
+           PathFileExistsW(vtr::WidePath(path, vtr::CurrentCodePage()).Get()) != FALSE;
+}
+
+void LogNoMemory(unsigned fileSize) {
+    LogFmtA("Leaving CXMLFile::Open, can't alloc buffer of %u bytes", fileSize + 2);
+}
+
+/// False, with the reason logged, when there is nothing to load.
+bool ReadFile(const char* path, vtr::FileBytes& file) {
+    LogFmtA("Entered CXMLFile::Open, file <%s>", path != nullptr ? path : "");
+    if (!Exists(path)) {
+        Log("Leaving CXMLFile::Open, blank file name");
+        return false;
+    }
+    switch (file.TryRead(path)) {
+    case vtr::FileReading::cannotOpen:
+        Log("Leaving CXMLFile::Open, can't open file");
+        return false;
+    case vtr::FileReading::noMemory:
+        LogNoMemory(file.Size());
+        return false;
+    case vtr::FileReading::cannotRead:
+        Log("Leaving CXMLFile::Open, couldn't read from file");
+        return false;
+    case vtr::FileReading::good:
+        break;
+    }
+    if (file.Size() == 0)
+        Log("Leaving CXMLFile::Open, file length < 1");
+    return file.Size() > 0;
+}
+
+} // namespace
+
+CXMLFile::CXMLFile() noexcept
+    : loadCallback(nullptr), loadUser(nullptr), bufferLength(0), shouldDeHTMLifyLoads(false) {}
+
+void CXMLFile::SetProgressCallback(ProgressCallback callback, void* user) noexcept {
+    loadCallback = callback;
+    loadUser = user;
+}
+
+bool CXMLFile::Open(const char* path) noexcept {
+    vtr::FileBytes file;
+    if (!ReadFile(path, file))
+        return false;
+    const vtr::SingleByteText text(file.Data(), file.Size());
+    if (!text.Good()) {
+        LogNoMemory(file.Size());
+        return false;
+    }
+    // Loading only reads.
+    return LoadFromBuffer(const_cast<char*>(text.Text()));
+}
+
+bool CXMLFile::LoadFromBuffer(char* text) noexcept {
+    const std::size_t length = text != nullptr ? std::strlen(text) : 0;
+    if (length == 0 || length >= INT_MAX) {
+        Log("Leaving CXMLFile::Load, no data");
+        return false;
+    }
+    bufferLength = static_cast<unsigned>(length);
+    Clear();
+    progressCallback = loadCallback;
+    progressUser = loadUser;
+    fileSize = bufferLength;
+    shouldDeHTMLify = shouldDeHTMLifyLoads;
+    sequenceNumber = 0;
+    vtr::XMLLoader(*this, std::string_view(text, length)).Run();
+    Log("Leaving CXMLFile::Open, normal exit");
+    return true;
+}

@@ -1,0 +1,67 @@
+#ifndef VTRUTILS_XML_XMLFILE_H
+#define VTRUTILS_XML_XMLFILE_H
+
+#include "utilities/Export.h"
+#include "utilities/xml/XMLNode.h"
+
+/// An XML document, read into a tree whose root it is. Nothing is validated: any text loads, and
+/// badly formed text gives the tree that its tokens make.
+///
+/// - A first token `<?xml ...?>` makes the root: its name is "xml", and the top element is its
+/// child.
+///   Otherwise the first element is the root; a `<!DOCTYPE ...>` that comes first is all there is.
+/// - Names end at a space. Attributes have double-quoted values; one without a value is left out.
+///   Names, attribute names and values are cut to 4,095 bytes.
+/// - An unpaired quote within a tag, of either kind, hides the tag's end.
+/// - A closing tag that does not name the open element opens a child; elements that are left open
+///   end with the text. A processing instruction opens a child.
+/// - Text is kept as it stands between two tags, with the name of its element, unless it is all
+///   spaces, control characters up to CR and bytes above 0x7F.
+/// - Comments are left out. One right before a tag hides the tag's attributes.
+/// - A `<!DOCTYPE ...>` has its words and quoted texts, of up to 1,023 bytes, as texts without
+/// name.
+/// - An element with 999,998 children is full: what follows belongs to its parent.
+///
+/// Texts stay byte for byte as they were read, whatever encoding the document names.
+/// Thread-safety: one thread at a time, for all that came from one document together.
+class VTRUTILS_API CXMLFile : public CXMLNode {
+public:
+    using CXMLNode::GetValue;
+
+    CXMLFile() noexcept;
+
+    /// Loads a file, whose path is in the current language code page; UTF-16 is reduced to the low
+    /// bytes of its units. False, with the present tree kept, for a null, empty or unknown path, a
+    /// file that is empty, unreadable or of 2 GB or more, and when memory runs out.
+    bool Open(const char* path) noexcept;
+
+    /// Loads text up to its terminator. False, with the present tree kept, for null, "" and a text
+    /// of 2 GB or more. What there is no memory for is missing; children of a missing element are
+    /// those of its parent. The text is not changed and must not be part of this document.
+    bool LoadFromBuffer(char* text) noexcept;
+
+    /// Used by the loads that follow; null for none.
+    void SetProgressCallback(ProgressCallback callback, void* user) noexcept;
+
+    /// Loads that follow decode each element as `DeHTMLify` does, but the root.
+    void SetShouldDeHTMLify(bool should) noexcept { shouldDeHTMLifyLoads = should; }
+    bool ShouldDeHTMLify() const noexcept { return shouldDeHTMLifyLoads; }
+
+    void DeHTMLAll() noexcept { DeHTMLify(/*recursive=*/true); }
+
+    /// Text number `index` of the root; null when out of range.
+    CXMLValue* GetValue(unsigned int index) const noexcept { return GetContent(index); }
+    const char* GetValue(const char* wanted, bool recurse) const noexcept {
+        return GetValue(wanted, recurse, /*contentIndex=*/0);
+    }
+
+    unsigned int NumRootHeaderProperties() const noexcept { return NumHeaderProperties(); }
+
+private:
+    ProgressCallback loadCallback;
+    void* loadUser;
+    unsigned int bufferLength;
+    bool shouldDeHTMLifyLoads;
+};
+
+#endif

@@ -1,0 +1,147 @@
+#include "utilities/xml/XMLLoader.h"
+
+#include "utilities/text/SameText.h"
+#include "utilities/xml/XMLTagText.h"
+#include "utilities/xml/XMLText.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace vtr {
+
+namespace {
+
+/// Tokens that one node reads: its own tag and those that begin its children. A longer list goes on
+/// in its parent.
+constexpr unsigned mostTokens = 999'999;
+
+/// Also all bytes above 0x7F: what stands between tags in other alphabets only, is no text.
+bool IsBlank(char c) {
+    return c == ' ' || static_cast<signed char>(c) <= '\r';
+}
+
+bool IsSameName(const char* name, std::string_view other) {
+    // Changing case changes no length, and mostly it is the same, letter by letter.
+    if (std::strlen(name) != other.size())
+        return false;
+    if (std::memcmp(name, other.data(), other.size()) == 0)
+        return true;
+    const OwnedText copy(CopyXMLText(other));
+    return copy != nullptr && SameText(name, copy.get());
+}
+
+} // namespace
+
+void XMLLoader::Run() {
+    if (!scanner.Next(position, token))
+        return;
+    MeetToken();
+    ReadOwnTag();
+    while (open != nullptr && scanner.Next(position, token)) {
+        MeetToken();
+        ReadTexts();
+        const bool closes = token.startKind == XMLStart::closing && open->name != nullptr &&
+                            IsSameName(open->name, token.name);
+        if (!closes && BeginChild()) {
+            MeetToken();
+            ReadOwnTag();
+            continue;
+        }
+        position = token.end;
+        if (closes)
+            Complete();
+    }
+    // What the end of the text leaves open is complete.
+    while (open != nullptr)
+        Close();
+}
+
+/// A node whose tag has no name takes that of the next token that has one.
+void XMLLoader::MeetToken() {
+    if (open->name == nullptr && !token.name.empty())
+        XMLBuilder::SetName(*open, token.name);
+    if (open->progressCallback != nullptr)
+        open->progressCallback(static_cast<unsigned>(position), open->fileSize, open->progressUser);
+}
+
+void XMLLoader::ReadOwnTag() {
+    const std::string_view tag = text.substr(position, token.end - position);
+    const bool isDocType = token.startKind == XMLStart::docType;
+    if (isDocType) {
+        XMLBuilder::SetName(*open, "DOCTYPE");
+        XMLDocTypeItems items(tag);
+        for (std::string_view item; items.Next(item);)
+            builder.AddContent(*open, nullptr, item);
+    } else if (token.hasMoreFields) {
+        XMLAttributes attributes(tag);
+        for (std::string_view name, value; attributes.Next(name, value);) {
+            if (!name.empty() && !value.empty())
+                builder.AddHeaderProperty(*open, name, value);
+        }
+    }
+    position = token.end;
+    if (isDocType || token.endKind == XMLEnd::closed)
+        Complete();
+}
+
+void XMLLoader::ReadTexts() {
+    const std::string_view between = token.behindComment
+                                         ? WithoutComments(position, token.start)
+                                         : text.substr(position, token.start - position);
+    if (!std::all_of(between.begin(), between.end(), IsBlank))
+        builder.AddContent(*open, open->name, between);
+}
+
+/// Valid until the next call; empty when memory runs out.
+std::string_view XMLLoader::WithoutComments(std::size_t from, std::size_t to) {
+    if (to - from > scratchSize) {
+        scratchSize = 0;
+        scratch.reset(static_cast<char*>(std::malloc(to - from)));
+        if (scratch == nullptr)
+            return {};
+        scratchSize = to - from;
+    }
+    std::size_t length = 0;
+    while (from < to) {
+        const std::size_t comment = std::min(text.find('<', from), to);
+        std::memcpy(scratch.get() + length, text.data() + from, comment - from);
+        length += comment - from;
+        from = comment < to ? scanner.BehindComment(comment) : to;
+    }
+    return {scratch.get(), length};
+}
+
+/// Opens a child whose own tag is the token. False when memory runs out.
+bool XMLLoader::BeginChild() {
+    CXMLNode* child = builder.MakeNode(token.name);
+    if (child == nullptr)
+        return false;
+    child->parent = open;
+    child->progressCallback = open->progressCallback;
+    child->progressUser = open->progressUser;
+    child->fileSize = open->fileSize;
+    child->shouldDeHTMLify = open->shouldDeHTMLify;
+    open = child;
+    return true;
+}
+
+/// Closes the open node, and its parents as far as it was the last token that they read.
+void XMLLoader::Complete() {
+    do
+        Close();
+    while (open != nullptr && 1 + open->children.Count() >= mostTokens);
+}
+
+/// Hands the open node to its parent, which is open then.
+void XMLLoader::Close() {
+    CXMLNode* node = open;
+    open = node == &root ? nullptr : node->parent;
+    if (open == nullptr)
+        return;
+    if (!XMLBuilder::AddChild(*open, node))
+        delete node;
+    else if (open->shouldDeHTMLify)
+        node->DeHTMLify(/*recursive=*/false);
+}
+
+} // namespace vtr

@@ -1,0 +1,147 @@
+#ifndef VTRUTILS_XML_XMLNODE_H
+#define VTRUTILS_XML_XMLNODE_H
+
+#include "utilities/Export.h"
+#include "utilities/containers/PtrArray.h"
+#include "utilities/xml/XMLValue.h"
+
+#include <cstddef>
+#include <new>
+
+namespace vtr {
+class XMLLoader;
+}
+
+/// An element of an XML document: a name, attributes (header properties), pieces of text (content
+/// strings) and child elements, all of which it owns. Names and texts compare without regard to
+/// case in the current multibyte code page. What look-ups hand out stays the element's; pointers
+/// are null, and indices in range, as each says. Elements may be nested to any depth: no operation
+/// needs more stack, or memory, for a deeper tree.
+/// Thread-safety: one thread at a time, for all that came from one document together.
+class VTRUTILS_API CXMLNode {
+public:
+    /// Called while a document is loaded, with the place in its text, the text's length and what
+    /// the host registered. It must leave the document alone.
+    using ProgressCallback = void (*)(unsigned position, unsigned size, void* user);
+
+    /// No name, sequence number -1.
+    CXMLNode() noexcept;
+
+    /// Copies everything, down to the last descendant. When memory runs out, what could not be
+    /// copied is missing.
+    CXMLNode(const CXMLNode& other) noexcept;
+    CXMLNode& operator=(const CXMLNode& other) noexcept;
+    ~CXMLNode();
+
+    const char* Name() const noexcept { return name; }
+
+    /// Not set by loading: 0.
+    unsigned int NodeLength() const noexcept { return nodeLength; }
+
+    /// The place among the parent's texts and children in the document, from 0.
+    int SequenceNumber() const noexcept { return sequenceNumber; }
+    void SetSequenceNumber(int number) noexcept { sequenceNumber = number; }
+
+    /// What the progress callback is told as length of the text.
+    void SetFileSize(unsigned int size) noexcept { fileSize = size; }
+
+    bool ShouldDeHTMLify() const noexcept { return shouldDeHTMLify; }
+    void SetShouldDeHTMLify(bool should) noexcept { shouldDeHTMLify = should; }
+
+    // By position: null when out of range.
+
+    unsigned int NumChildren() const noexcept { return children.Count(); }
+    CXMLNode* GetChild(unsigned int index) noexcept { return children.At(index); }
+    const CXMLNode* GetChild(unsigned int index) const noexcept { return children.At(index); }
+
+    unsigned int NumHeaderProperties() const noexcept { return headerProperties.Count(); }
+    CXMLValue* GetHeaderProperty(unsigned int index) const noexcept {
+        return headerProperties.At(index);
+    }
+
+    unsigned int NumContentStrings() const noexcept { return contentStrings.Count(); }
+    CXMLValue* GetContent(unsigned int index) const noexcept { return contentStrings.At(index); }
+    const char* GetContentString(unsigned int index) const noexcept;
+
+    // By name or text: the first, in the order of the document; null when there is none and for
+    // null and "".
+
+    /// Looks at direct children only.
+    CXMLNode* GetChildByName(const char* wanted) noexcept;
+    const CXMLNode* GetChildByName(const char* wanted) const noexcept;
+
+    /// Looks at this element, then at each child with all its descendants.
+    CXMLNode* FindNode(const char* wanted) noexcept;
+    const CXMLNode* FindNode(const char* wanted) const noexcept;
+
+    /// The child behind the first one whose first text is `text`. The last child is not compared.
+    CXMLNode* GetChildFollowingValue(const char* text) noexcept;
+    const CXMLNode* GetChildFollowingValue(const char* text) const noexcept;
+
+    /// The first text of that child; null when it has none.
+    const char* GetValueFollowingValue(const char* text) const noexcept;
+
+    /// The value of the attribute `wanted`, or text number `contentIndex` of the first child of
+    /// that name, null when it has no such text. When there is neither, `recurse` asks each child
+    /// in turn the same question until one has an answer that is not null.
+    const char* GetValue(const char* wanted, bool recurse, int contentIndex) const noexcept;
+
+    // By sequence number: null when there is none.
+
+    CXMLNode* GetChildBySequenceNumber(int number) noexcept;
+    const CXMLNode* GetChildBySequenceNumber(int number) const noexcept;
+    const char* GetValueBySequenceNumber(int number) const noexcept;
+    const char* GetContentStringBySequenceNumber(int number) const noexcept {
+        return GetValueBySequenceNumber(number);
+    }
+
+    /// Of children and texts; -1 when there are none.
+    int HighestSequenceNumber() const noexcept;
+
+    /// Decodes name, attributes and texts as `DeHTMLifyString` does, of all descendants too if
+    /// `recursive`.
+    void DeHTMLify(bool recursive) noexcept;
+
+    /// Forgets children, attributes and texts without deleting them: each, with all that it owns,
+    /// is from then on the caller's, who frees it by `delete`.
+    void EmptyChildrenNoDelete() noexcept;
+
+    /// The elements of a document share blocks of memory; every one is freed by `delete`. Null when
+    /// memory runs out.
+    static void* operator new(std::size_t size) noexcept;
+    static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;
+    static void* operator new(std::size_t, void* place) noexcept { return place; }
+    static void operator delete(void* object) noexcept;
+    static void operator delete(void* object, const std::nothrow_t&) noexcept;
+    static void operator delete(void*, void*) noexcept {}
+
+private:
+    friend class CXMLFile;
+    friend class vtr::XMLBuilder;
+    friend class vtr::XMLLoader;
+    friend struct vtr::Layout<CXMLNode>;
+
+    static const CXMLNode* Next(const CXMLNode* node, const CXMLNode* top, bool descend) noexcept;
+    bool FindValue(const char* wanted, int contentIndex, const char*& value) const noexcept;
+    void DeHTMLifyOwn() noexcept;
+    void Clear() noexcept;
+    void DeleteChildren() noexcept;
+    void TakeContents(CXMLNode& other) noexcept;
+
+    vtr::PtrArray<CXMLNode> children;
+    vtr::PtrArray<CXMLValue> headerProperties;
+    vtr::PtrArray<CXMLValue> contentStrings;
+    char* name;
+    int sequenceNumber;
+    ProgressCallback progressCallback;
+    void* progressUser;
+    unsigned int fileSize;
+    unsigned int nodeLength;
+    bool shouldDeHTMLify;
+
+    bool nameInBlock; ///< in the object's own block, so not to be freed
+    unsigned int indexInParent;
+    CXMLNode* parent; ///< out of date once the parent has given its children away
+};
+
+#endif

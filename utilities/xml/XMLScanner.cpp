@@ -1,0 +1,152 @@
+#include "utilities/xml/XMLScanner.h"
+
+#include <algorithm>
+
+namespace vtr {
+
+namespace {
+
+constexpr std::size_t npos = std::string_view::npos;
+
+/// `token`, in upper case, fits with a byte to spare. Multibyte characters never compare equal to
+/// ASCII ones, so folding ASCII suffices.
+bool BeginsWith(std::string_view text, std::string_view token) {
+    if (text.size() <= token.size())
+        return false;
+    for (std::size_t i = 0; i < token.size(); ++i) {
+        const char c = text[i];
+        if ((c >= 'a' && c <= 'z' ? c - ('a' - 'A') : c) != token[i])
+            return false;
+    }
+    return true;
+}
+
+/// The first space or equals sign outside quotes.
+std::size_t FindFieldMark(std::string_view field) {
+    bool doubleQuoted = false;
+    bool singleQuoted = false;
+    for (std::size_t i = 0; i < field.size(); ++i) {
+        const char c = field[i];
+        if (c == '"')
+            doubleQuoted = !doubleQuoted;
+        else if (c == '\'')
+            singleQuoted = !singleQuoted;
+        else if ((c == ' ' || c == '=') && !doubleQuoted && !singleQuoted)
+            return i;
+    }
+    return npos;
+}
+
+/// Reads the first word of what stands between the tokens. A field that is as a whole one name,
+/// equals sign and quoted value has that name; it is left as it is when a quote is missing.
+void ReadField(std::string_view field, XMLToken& token) {
+    constexpr std::size_t longestWord = 4094;
+    constexpr std::size_t longestName = 4095;
+    const std::size_t wordStart = std::min(field.find_first_not_of(' '), field.size());
+    const std::size_t wordEnd = std::min(field.find(' ', wordStart), field.size());
+    token.name = field.substr(0, std::min(wordEnd, longestWord));
+    const std::size_t mark = FindFieldMark(field);
+    const bool atSpace = mark != npos && field[mark] == ' ';
+    token.hasMoreFields = atSpace && wordStart < field.size() && field.find_last_not_of(' ') > mark;
+    if (token.hasMoreFields)
+        return;
+    if (mark != npos && mark > 0 && !atSpace) {
+        const std::size_t open = field.find_first_of("\"'", mark + 1);
+        if (open == npos || field.find(field[open], open + 1) == npos)
+            return;
+        if (mark <= longestName)
+            token.name = field.substr(0, mark);
+    }
+    token.name = TrimXMLText(token.name);
+}
+
+} // namespace
+
+std::size_t BehindXMLStart(std::string_view text, std::size_t at, XMLStart& kind) {
+    const std::string_view rest = text.substr(at);
+    if (rest.size() < 2 || rest[0] != '<')
+        return at;
+    if (rest.size() > 2 && rest[1] == '?') {
+        kind = XMLStart::declaration;
+        return at + 2;
+    }
+    if (rest.size() > 2 && rest[1] == '/') {
+        kind = XMLStart::closing;
+        return at + 2;
+    }
+    if (BeginsWith(rest, docTypeStart)) {
+        kind = XMLStart::docType;
+        return at + docTypeStart.size();
+    }
+    kind = XMLStart::element;
+    return at + 1;
+}
+
+std::size_t FindXMLEnd(std::string_view text, std::size_t from, bool anyQuote, XMLEnd& kind) {
+    bool doubleQuoted = false;
+    bool singleQuoted = false;
+    for (std::size_t i = from; i < text.size(); ++i) {
+        const char c = text[i];
+        // Most bytes of a tag are letters.
+        if (c > '>')
+            continue;
+        if (c == '"') {
+            doubleQuoted = !doubleQuoted;
+        } else if (c == '\'') {
+            singleQuoted = anyQuote && !singleQuoted;
+        } else if (c == '>' && !doubleQuoted && !singleQuoted) {
+            const char before = i > from ? text[i - 1] : '\0';
+            kind = before == '?'   ? XMLEnd::declaration
+                   : before == '/' ? XMLEnd::closed
+                                   : XMLEnd::open;
+            return kind == XMLEnd::open ? i : i - 1;
+        }
+    }
+    return npos;
+}
+
+std::string_view TrimXMLText(std::string_view text) {
+    const auto isTrimmed = [](char c) { return c == ' ' || c == '\r' || c == '\n'; };
+    while (!text.empty() && isTrimmed(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && isTrimmed(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
+
+std::size_t XMLScanner::BehindComment(std::size_t at) const {
+    static constexpr std::string_view start = "<!--";
+    static constexpr std::string_view end = "-->";
+    // Both are seen only with a byte to spare.
+    if (!BeginsWith(text.substr(at), start))
+        return at;
+    const std::size_t close = text.substr(0, text.size() - 1).find(end, at + start.size());
+    return close == npos ? npos : close + end.size();
+}
+
+bool XMLScanner::Next(std::size_t from, XMLToken& token) const {
+    token.behindComment = false;
+    std::size_t behindStart = 0;
+    for (std::size_t at = from;;) {
+        at = text.find('<', at);
+        if (at == npos)
+            return false;
+        const std::size_t behindComment = BehindComment(at);
+        if (behindComment == npos)
+            return false;
+        token.start = at;
+        behindStart = BehindXMLStart(text, at, token.startKind);
+        if (behindComment == at && behindStart != at)
+            break;
+        token.behindComment = token.behindComment || behindComment != at;
+        at = behindComment != at ? behindComment : at + 1;
+    }
+    const std::size_t end = FindXMLEnd(text, behindStart, /*anyQuote=*/true, token.endKind);
+    if (end == npos)
+        return false;
+    token.end = end + (token.endKind == XMLEnd::open ? 1 : 2);
+    ReadField(text.substr(behindStart, end - behindStart), token);
+    return true;
+}
+
+} // namespace vtr

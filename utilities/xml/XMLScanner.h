@@ -1,0 +1,58 @@
+#ifndef VTRUTILS_XML_XMLSCANNER_H
+#define VTRUTILS_XML_XMLSCANNER_H
+
+#include <cstddef>
+#include <string_view>
+
+/// The tokens of an XML text. Private to the library. Immutable and safe.
+
+namespace vtr {
+
+/// How a token starts and ends. At each "<" the first start that fits is taken, at each place the
+/// first end.
+enum class XMLStart { declaration, closing, docType, element };
+enum class XMLEnd { declaration, closed, open };
+
+/// One tag, with views into the text.
+struct XMLToken {
+    std::size_t start = 0; ///< of its "<"
+    std::size_t end = 0;   ///< behind its ">"
+    XMLStart startKind = XMLStart::element;
+    XMLEnd endKind = XMLEnd::open;
+    std::string_view name;      ///< may be empty
+    bool hasMoreFields = false; ///< attributes may stand behind the name
+    bool behindComment = false; ///< comments stand between where the search began and the token
+};
+
+class XMLScanner {
+public:
+    explicit XMLScanner(std::string_view whole) : text(whole) {}
+
+    /// The first token at or behind `from`, comments skipped. False when none is left that has an
+    /// end. A quote of either kind within a tag hides its end until the next quote of that kind,
+    /// also one that stands between quotes of the other kind.
+    bool Next(std::size_t from, XMLToken& token) const;
+
+    /// Behind the comment that starts at `at`; `at` itself when none does, npos when it has no end.
+    std::size_t BehindComment(std::size_t at) const;
+
+private:
+    std::string_view text;
+};
+
+/// Where the text behind a start at `at` begins; `at` itself when none fits there.
+std::size_t BehindXMLStart(std::string_view text, std::size_t at, XMLStart& kind);
+
+/// Where the first end outside quotes begins, from `from` on, and how long it is; npos when there
+/// is none. Double quotes hide ends, with `anyQuote` apostrophes too.
+std::size_t FindXMLEnd(std::string_view text, std::size_t from, bool anyQuote, XMLEnd& kind);
+
+/// Without spaces, CR and LF at both ends.
+std::string_view TrimXMLText(std::string_view text);
+
+/// "<!DOCTYPE", which is compared without regard to case.
+inline constexpr std::string_view docTypeStart = "<!DOCTYPE";
+
+} // namespace vtr
+
+#endif

@@ -1,0 +1,76 @@
+#include "utilities/xml/XMLStorage.h"
+
+#include <cstdlib>
+#include <cstring>
+
+namespace vtr {
+
+namespace {
+
+/// Before each object stands the block that it lies in, null for one alone.
+constexpr std::size_t headerSize = sizeof(void*);
+/// What hosts create with `new` is aligned as `malloc` aligns.
+constexpr std::size_t aloneHeaderSize = 16;
+constexpr std::size_t largestBlock = 65536;
+
+char* PutHeader(char* object, void* block) {
+    std::memcpy(object - headerSize, &block, sizeof block);
+    return object;
+}
+
+} // namespace
+
+void* XMLStorage::Take(std::size_t size) {
+    const std::size_t needed = headerSize + ((size + headerSize - 1) & ~(headerSize - 1));
+    if (static_cast<std::size_t>(end - at) < needed && !Begin(needed))
+        return nullptr;
+    char* object = PutHeader(at + headerSize, current);
+    at += needed;
+    ++current->users;
+    return object;
+}
+
+void* XMLStorage::TakeAlone(std::size_t size) {
+    char* place = static_cast<char*>(std::malloc(aloneHeaderSize + size));
+    return place != nullptr ? PutHeader(place + aloneHeaderSize, nullptr) : nullptr;
+}
+
+void XMLStorage::Release(void* object) {
+    if (object == nullptr)
+        return;
+    Block* block = nullptr;
+    std::memcpy(&block, static_cast<char*>(object) - headerSize, sizeof block);
+    if (block != nullptr)
+        LoseUser(block);
+    else
+        std::free(static_cast<char*>(object) - aloneHeaderSize);
+}
+
+bool XMLStorage::Begin(std::size_t size) {
+    const std::size_t room = size > nextSize ? size : nextSize;
+    char* place = static_cast<char*>(std::malloc(sizeof(Block) + room));
+    if (place == nullptr)
+        return false;
+    Leave();
+    current = reinterpret_cast<Block*>(place);
+    current->users = 1;
+    at = place + sizeof(Block);
+    end = at + room;
+    if (nextSize < largestBlock)
+        nextSize *= 2;
+    return true;
+}
+
+void XMLStorage::Leave() {
+    if (current != nullptr)
+        LoseUser(current);
+    current = nullptr;
+    at = end = nullptr;
+}
+
+void XMLStorage::LoseUser(Block* block) {
+    if (--block->users == 0)
+        std::free(block);
+}
+
+} // namespace vtr

@@ -1,0 +1,62 @@
+#ifndef VTRUTILS_XML_XMLVALUE_H
+#define VTRUTILS_XML_XMLVALUE_H
+
+#include "utilities/Export.h"
+
+#include <cstddef>
+#include <new>
+
+namespace vtr {
+class XMLBuilder;
+}
+
+/// A name and a value of an XML element: one of its attributes, or a piece of its text, whose field
+/// name is that of the element. Owns copies of both.
+/// Thread-safety: one thread at a time, for all that came from one document together.
+class VTRUTILS_API CXMLValue {
+public:
+    /// Both texts null, sequence number -1.
+    CXMLValue() noexcept;
+    CXMLValue(const CXMLValue& other) noexcept;
+    CXMLValue& operator=(const CXMLValue& other) noexcept;
+    ~CXMLValue();
+
+    /// Null until set; valid until set again or the value goes.
+    const char* FieldName() const noexcept { return fieldName; }
+    const char* Value() const noexcept { return value; }
+
+    /// The place among the texts and children of the element in the document, from 0.
+    int SequenceNumber() const noexcept { return sequenceNumber; }
+    void SetSequenceNumber(int number) noexcept { sequenceNumber = number; }
+
+    /// Copies; null, or a lack of memory, leaves null. The text may be the present one.
+    void SetFieldName(const char* text) noexcept;
+
+    /// The same for `length` bytes of the text, or all of it when `length` is below 1. Requires:
+    /// that many bytes.
+    void SetValue(const char* text, int length) noexcept;
+
+    /// Decodes both texts as `DeHTMLifyString` does.
+    void DeHTMLify() noexcept;
+
+    /// The values of a document share blocks of memory; every value is freed by `delete`. Null when
+    /// memory runs out.
+    static void* operator new(std::size_t size) noexcept;
+    static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;
+    static void* operator new(std::size_t, void* place) noexcept { return place; }
+    static void operator delete(void* object) noexcept;
+    static void operator delete(void* object, const std::nothrow_t&) noexcept;
+    static void operator delete(void*, void*) noexcept {}
+
+private:
+    friend class vtr::XMLBuilder;
+    friend struct vtr::Layout<CXMLValue>;
+
+    char* fieldName;
+    char* value;
+    int sequenceNumber;
+    bool fieldNameInBlock; ///< in the object's own block, so not to be freed
+    bool valueInBlock;
+};
+
+#endif

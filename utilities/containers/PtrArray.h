@@ -14,10 +14,20 @@ namespace vtr {
 template <class T>
 class PtrArray {
 public:
-    PtrArray() = default;
+    PtrArray() : capacity(0), borrowed(0) {}
     PtrArray(const PtrArray&) = delete;
     PtrArray& operator=(const PtrArray&) = delete;
-    ~PtrArray() { std::free(slots); }
+    ~PtrArray() { FreeSlots(); }
+
+    /// Uses slots of the caller's until they are full. Requires: an array that has just been made,
+    /// and slots that stay for as long as it.
+    template <unsigned room>
+    void Borrow(T* (&place)[room]) {
+        static_assert(room < minimumCapacity);
+        slots = place;
+        capacity = room;
+        borrowed = 1;
+    }
 
     unsigned Count() const { return count; }
     unsigned Capacity() const { return capacity; }
@@ -37,12 +47,12 @@ public:
     /// False, with the array unchanged, when memory runs out.
     bool Append(T* item) { return Insert(count, item); }
 
-    /// Appends the items of another array, in order; the capacity becomes what appending them one by
-    /// one gives. False, with the array unchanged, when memory runs out.
+    /// Appends the items of another array, in order; the capacity becomes what appending them one
+    /// by one gives. False, with the array unchanged, when memory runs out.
     bool AppendAll(const PtrArray& other) {
         unsigned enough = capacity;
         while (enough - count < other.count) {
-            if (enough > ~0u / 2)
+            if (enough > mostCapacity / 2)
                 return false;
             enough = enough < minimumCapacity ? minimumCapacity : enough * 2;
         }
@@ -102,13 +112,10 @@ public:
     /// Forgets every item, disposed of in order, and gives the slots back.
     template <class Dispose>
     void Clear(Dispose dispose) {
-        T** items = slots;
-        const unsigned number = count;
-        slots = nullptr;
-        count = capacity = 0;
-        for (unsigned i = 0; i < number; ++i)
-            dispose(items[i]);
-        std::free(items);
+        PtrArray old;
+        Swap(old);
+        for (T* item : old)
+            dispose(item);
     }
 
     /// Forgets every item; the slots stay for the next ones.
@@ -117,23 +124,37 @@ public:
     void Swap(PtrArray& other) {
         std::swap(slots, other.slots);
         std::swap(count, other.count);
-        std::swap(capacity, other.capacity);
+        const unsigned otherCapacity = other.capacity;
+        const unsigned otherBorrowed = other.borrowed;
+        other.capacity = capacity;
+        other.borrowed = borrowed;
+        capacity = otherCapacity & mostCapacity;
+        borrowed = otherBorrowed & 1;
     }
 
 private:
     static constexpr unsigned minimumCapacity = 8;
+    static constexpr unsigned mostCapacity = ~0u / 2;
+
+    void FreeSlots() {
+        if (borrowed == 0)
+            std::free(slots);
+    }
 
     bool Resize(unsigned newCapacity) {
-        void* resized = std::realloc(slots, newCapacity * sizeof(T*));
+        void* resized = std::realloc(borrowed == 0 ? slots : nullptr, newCapacity * sizeof(T*));
         if (resized == nullptr)
             return false;
+        if (borrowed != 0)
+            std::memcpy(resized, slots, count * sizeof(T*));
         slots = static_cast<T**>(resized);
-        capacity = newCapacity;
+        capacity = newCapacity & mostCapacity;
+        borrowed = 0;
         return true;
     }
 
     bool Grow() {
-        if (capacity > ~0u / 2)
+        if (capacity > mostCapacity / 2)
             return false;
         return Resize(capacity < minimumCapacity ? minimumCapacity : capacity * 2);
     }
@@ -150,7 +171,8 @@ private:
 
     T** slots = nullptr;
     unsigned count = 0;
-    unsigned capacity = 0;
+    unsigned capacity : 31;
+    unsigned borrowed : 1;
 };
 
 } // namespace vtr

@@ -6,6 +6,19 @@
 
 namespace vtr {
 
+namespace {
+
+/// A node and room for what most nodes hold, so that few lists are blocks of their own. It is
+/// deleted as the node that it begins with.
+struct RoomyNode {
+    CXMLNode node;
+    CXMLNode* children[2];
+    CXMLValue* headerProperties[2];
+    CXMLValue* contentStrings[1];
+};
+
+} // namespace
+
 XMLBuilder::Text::Text(const char* terminated)
     : start(terminated), length(terminated != nullptr ? std::strlen(terminated) : 0) {}
 
@@ -21,12 +34,16 @@ char* XMLBuilder::Text::CopyTo(char*& room) const {
 
 CXMLNode* XMLBuilder::MakeNode(std::string_view name) {
     const std::size_t room = name.empty() ? 0 : name.size() + 1;
-    char* place = static_cast<char*>(storage.Take(sizeof(CXMLNode) + room));
+    char* place = static_cast<char*>(storage.Take(sizeof(RoomyNode) + room));
     if (place == nullptr)
         return nullptr;
-    CXMLNode* node = new (static_cast<void*>(place)) CXMLNode;
+    RoomyNode* made = new (static_cast<void*>(place)) RoomyNode;
+    CXMLNode* node = &made->node;
+    node->children.Borrow(made->children);
+    node->headerProperties.Borrow(made->headerProperties);
+    node->contentStrings.Borrow(made->contentStrings);
     if (room > 0) {
-        char* behind = place + sizeof(CXMLNode);
+        char* behind = place + sizeof(RoomyNode);
         node->name = Text(name).CopyTo(behind);
         node->nameInBlock = true;
     }

@@ -10,8 +10,8 @@ namespace {
 std::string Document(int items) {
     std::string text = "<?xml version=\"1.0\"?><list>";
     for (int i = 0; i < items; ++i)
-        text +=
-            "<item id=\"" + std::to_string(i) + "\"><b>text</b> more &amp; <!-- c -->more</item>";
+        text += "<item id=\"" + std::to_string(i) +
+                "\" b=\"2\" c=\"3\"><b>text</b> more &amp; <!-- c -->more</item>";
     return text + "</list>";
 }
 
@@ -46,8 +46,8 @@ TEST(XMLAllocation, EveryFailureLeavesASmallerTree) {
         EXPECT_TRUE(document.Open(path.c_str()));
         EXPECT_EQ(Shown(document), expected);
     });
-    EXPECT_GT(failures, 200u);
-    EXPECT_GT(different, 100u);
+    EXPECT_GT(failures, 50u);
+    EXPECT_GT(different, 50u);
 }
 
 TEST(XMLAllocation, AFileThatDoesNotFitIsReported) {

@@ -54,16 +54,15 @@ bool IsMailAddress(std::string_view word) {
 void AppendWord(Output& out, std::string_view word) {
     static constexpr std::string_view mailScheme = "mailto:";
     static constexpr std::string_view webScheme = "http://";
-    if (Contains(word, "href"))
-        out.Append(word);
-    else if (IsMailAddress(word) && word.starts_with(mailScheme))
+    const bool isLink = Contains(word, "href");
+    if (!isLink && IsMailAddress(word) && word.starts_with(mailScheme))
         out.AppendLink("", word, word.substr(mailScheme.size()));
-    else if (IsMailAddress(word))
+    else if (!isLink && IsMailAddress(word))
         out.AppendLink(mailScheme, word, word);
-    else if (word.starts_with(webScheme))
+    else if (!isLink && word.starts_with(webScheme))
         out.AppendLink("", word, word);
-    else if (word.starts_with("www") || Contains(word, ".com") || Contains(word, ".edu") ||
-             Contains(word, ".org"))
+    else if (!isLink && (word.starts_with("www") || Contains(word, ".com") ||
+                         Contains(word, ".edu") || Contains(word, ".org")))
         out.AppendLink(webScheme, word, word);
     else
         out.Append(word);

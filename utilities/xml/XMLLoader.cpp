@@ -73,7 +73,7 @@ void XMLLoader::ReadOwnTag() {
         for (std::string_view item; items.Next(item);)
             builder.AddContent(*open, nullptr, item);
     } else if (token.hasMoreFields) {
-        XMLAttributes attributes(tag);
+        XMLAttributes attributes(tag, token);
         for (std::string_view name, value; attributes.Next(name, value);) {
             if (!name.empty() && !value.empty())
                 builder.AddHeaderProperty(*open, name, value);

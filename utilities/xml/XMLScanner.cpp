@@ -1,12 +1,21 @@
 #include "utilities/xml/XMLScanner.h"
 
 #include <algorithm>
+#include <array>
 
 namespace vtr {
 
 namespace {
 
 constexpr std::size_t npos = std::string_view::npos;
+
+constexpr std::array<bool, 256> MakeMattersInTags() {
+    std::array<bool, 256> matters{};
+    for (const char c : {'"', '\'', '>'})
+        matters[static_cast<unsigned char>(c)] = true;
+    return matters;
+}
+constexpr std::array<bool, 256> mattersInTags = MakeMattersInTags();
 
 /// `token`, in upper case, fits with a byte to spare. Multibyte characters never compare equal to
 /// ASCII ones, so folding ASCII suffices.
@@ -87,14 +96,13 @@ std::size_t FindXMLEnd(std::string_view text, std::size_t from, bool anyQuote, X
     bool singleQuoted = false;
     for (std::size_t i = from; i < text.size(); ++i) {
         const char c = text[i];
-        // Most bytes of a tag are letters.
-        if (c > '>')
+        if (!mattersInTags[static_cast<unsigned char>(c)])
             continue;
         if (c == '"') {
             doubleQuoted = !doubleQuoted;
         } else if (c == '\'') {
             singleQuoted = anyQuote && !singleQuoted;
-        } else if (c == '>' && !doubleQuoted && !singleQuoted) {
+        } else if (!doubleQuoted && !singleQuoted) {
             const char before = i > from ? text[i - 1] : '\0';
             kind = before == '?'   ? XMLEnd::declaration
                    : before == '/' ? XMLEnd::closed
@@ -145,7 +153,8 @@ bool XMLScanner::Next(std::size_t from, XMLToken& token) const {
     if (end == npos)
         return false;
     token.end = end + (token.endKind == XMLEnd::open ? 1 : 2);
-    ReadField(text.substr(behindStart, end - behindStart), token);
+    token.inside = text.substr(behindStart, end - behindStart);
+    ReadField(token.inside, token);
     return true;
 }
 

@@ -19,6 +19,7 @@ struct XMLToken {
     std::size_t end = 0;   ///< behind its ">"
     XMLStart startKind = XMLStart::element;
     XMLEnd endKind = XMLEnd::open;
+    std::string_view inside;    ///< what stands between its start and its end
     std::string_view name;      ///< may be empty
     bool hasMoreFields = false; ///< attributes may stand behind the name
     bool behindComment = false; ///< comments stand between where the search began and the token

@@ -11,7 +11,7 @@ namespace {
 constexpr std::size_t headerSize = sizeof(void*);
 /// What hosts create with `new` is aligned as `malloc` aligns.
 constexpr std::size_t aloneHeaderSize = 16;
-constexpr std::size_t largestBlock = 65536;
+constexpr std::size_t largestBlock = 16384;
 
 char* PutHeader(char* object, void* block) {
     std::memcpy(object - headerSize, &block, sizeof block);

@@ -15,18 +15,16 @@ void RemoveUpTo(std::string_view& text, std::size_t end) {
 
 } // namespace
 
-XMLAttributes::XMLAttributes(std::string_view text) {
-    const std::size_t start = text.find('<');
-    if (start == npos)
-        return;
-    XMLStart startKind;
-    XMLEnd endKind;
-    const std::size_t first = BehindXMLStart(text, start, startKind);
-    const std::size_t end = FindXMLEnd(text, first, /*anyQuote=*/false, endKind);
-    if (first == start || end == npos)
-        return;
-    rest = text.substr(first, end - first);
-    RemoveUpTo(rest, rest.find(' '));
+XMLAttributes::XMLAttributes(std::string_view text, const XMLToken& tag) : rest(tag.inside) {
+    // The end of a tag is another here when a comment precedes it or an apostrophe hides an end.
+    if (tag.behindComment || rest.find('\'') != npos) {
+        XMLStart startKind = XMLStart::element;
+        XMLEnd endKind = XMLEnd::open;
+        const std::size_t first = BehindXMLStart(text, text.find('<'), startKind);
+        const std::size_t end = FindXMLEnd(text, first, /*anyQuote=*/false, endKind);
+        rest = end != npos ? text.substr(first, end - first) : std::string_view();
+    }
+    SkipTo(' ');
 }
 
 bool XMLAttributes::Next(std::string_view& name, std::string_view& value) {
@@ -34,19 +32,27 @@ bool XMLAttributes::Next(std::string_view& name, std::string_view& value) {
         return false;
     RemoveUpTo(rest, rest.find_first_not_of(' '));
     name = Take('=');
-    RemoveUpTo(rest, rest.find('"'));
+    SkipTo('"');
     RemoveUpTo(rest, 1);
     value = Take('"');
     RemoveUpTo(rest, 1);
     return true;
 }
 
+/// Most names and values are so short that calling `memchr` takes longer.
+void XMLAttributes::SkipTo(char stop) {
+    std::size_t end = 0;
+    while (end < rest.size() && rest[end] != stop)
+        ++end;
+    rest.remove_prefix(end);
+}
+
 /// The text up to the next `stop`, cut and trimmed.
 std::string_view XMLAttributes::Take(char stop) {
-    const std::size_t end = std::min(rest.find(stop), rest.size());
-    const std::string_view taken = rest.substr(0, std::min(end, longestText));
-    rest.remove_prefix(end);
-    return TrimXMLText(taken);
+    const char* start = rest.data();
+    SkipTo(stop);
+    const std::size_t length = static_cast<std::size_t>(rest.data() - start);
+    return TrimXMLText({start, std::min(length, longestText)});
 }
 
 XMLDocTypeItems::XMLDocTypeItems(std::string_view text) : length(0) {

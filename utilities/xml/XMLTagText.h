@@ -12,13 +12,14 @@ namespace vtr {
 /// begins a comment, which hides the attributes of the tag behind it.
 class XMLAttributes {
 public:
-    explicit XMLAttributes(std::string_view text);
+    XMLAttributes(std::string_view text, const XMLToken& tag);
 
     /// False behind the last one. Both are trimmed and may be empty.
     bool Next(std::string_view& name, std::string_view& value);
 
 private:
     std::string_view Take(char stop);
+    void SkipTo(char stop);
 
     std::string_view rest;
 };

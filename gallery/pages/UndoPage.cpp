@@ -94,7 +94,7 @@ bool UndoPage::MakeControls() {
 void UndoPage::Arrange(int width, int height) {
     using End = Rows::End;
     Rows page(Sizes(), width, height, /*expected=*/15);
-    page.PutLine(End::top, listLabel);
+    page.Put(End::top, {nullptr, listLabel, {}});
     page.PutMessage(message, counts);
     page.Put(End::bottom, {nullptr, group, {undo, redo, undoAll, redoAll, save}});
     page.Put(End::bottom, {itemLabel, itemText, {add, change, remove}});

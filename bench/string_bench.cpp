@@ -75,6 +75,9 @@ void MeasureReplace() {
         });
     }
     bench::ToReach(work, standard, bench::asFast);
+    bench::Explain(work, standard,
+                   "the block has exactly the new length, so that occurrences are counted by a "
+                   "search of their own before any is replaced");
     bench::GrowthToReach(work, 15);
 }
 

@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <memory>
+#include <tuple>
+#include <utility>
 
 namespace gallery {
 
@@ -45,8 +47,7 @@ private:
     /// Shows the state of list and history, and `text` as the message.
     void Show(int selected, const std::wstring& text);
     void ShowItem();
-    void ShowCommand(HWND button, bool possible, const char* setName, const char* key,
-                     const char* keyWithName) const;
+    void Enable(HWND button, bool possible) const;
 
     ItemModel model;
 
@@ -82,8 +83,8 @@ bool UndoPage::MakeControls() {
     group = AddCaption(MakeCheckBox(page, ID_UNDO_GROUP), "GroupChanges");
     undo = MakeButton(page, L"", ID_UNDO_UNDO);
     redo = MakeButton(page, L"", ID_UNDO_REDO);
-    undoAll = MakeButton(page, L"", ID_UNDO_UNDO_ALL);
-    redoAll = MakeButton(page, L"", ID_UNDO_REDO_ALL);
+    undoAll = AddButton("UndoAll", ID_UNDO_UNDO_ALL);
+    redoAll = AddButton("RedoAll", ID_UNDO_REDO_ALL);
     save = AddButton("Save", ID_SAVE);
     message = MakeTextLine(page, SS_ENDELLIPSIS, ID_UNDO_MESSAGE);
     counts = MakeTextLine(page, SS_RIGHT, ID_UNDO_COUNTS);
@@ -241,10 +242,12 @@ void UndoPage::Show(int selected, const std::wstring& text) {
     ShowItem();
     const bool canUndo = history.CanUndo() != 0;
     const bool canRedo = history.CanRedo() != 0;
-    ShowCommand(undo, canUndo, history.GetUndoSetName(), "UndoSet", "UndoNamedSet");
-    ShowCommand(redo, canRedo, history.GetRedoSetName(), "RedoSet", "RedoNamedSet");
-    ShowCommand(undoAll, canUndo, nullptr, "UndoAll", "");
-    ShowCommand(redoAll, canRedo, nullptr, "RedoAll", "");
+    for (const auto& [button, key, name] : {std::tuple(undo, "UndoSet", history.GetUndoSetName()),
+                                            std::tuple(redo, "RedoSet", history.GetRedoSetName())})
+        SetText(button, Text(key, {Text(name != nullptr ? name : "NoSet")}));
+    for (const auto& [button, possible] : {std::pair(undo, canUndo), std::pair(undoAll, canUndo),
+                                           std::pair(redo, canRedo), std::pair(redoAll, canRedo)})
+        Enable(button, possible);
     char newest[32];
     model.History().GetCurrentUndoText(newest, sizeof newest);
     SetText(counts, Text(canUndo ? "ItemCountsAndChange" : "ItemCounts",
@@ -259,14 +262,12 @@ void UndoPage::ShowItem() {
     const bool selected = row >= 0;
     if (selected)
         SetText(itemText, model.All()[static_cast<std::size_t>(row)]);
-    EnableWindow(change, selected);
-    EnableWindow(remove, selected);
+    Enable(change, selected);
+    Enable(remove, selected);
 }
 
 /// The keyboard must not stay with a button that is disabled.
-void UndoPage::ShowCommand(HWND button, bool possible, const char* setName, const char* key,
-                           const char* keyWithName) const {
-    SetText(button, setName != nullptr ? Text(keyWithName, {Text(setName)}) : Text(key));
+void UndoPage::Enable(HWND button, bool possible) const {
     if (!possible && GetFocus() == button)
         SetFocus(list.Handle());
     EnableWindow(button, possible);

@@ -99,7 +99,7 @@ CCOMString::~CCOMString() {
 }
 
 CCOMString& CCOMString::operator=(const CCOMString& other) noexcept {
-    if (buffer != other.buffer)
+    if (this != &other)
         StringCopy(other.GetLength(), other);
     return *this;
 }

@@ -130,6 +130,8 @@ void GalleryProcess::Close() {
 }
 
 void GalleryProcess::Press(WORD key, WORD modifier) {
+    if (GetForegroundWindow() != window)
+        GiveKeyboard();
     if (modifier != 0)
         Send(KeyInput(modifier, /*scan=*/0, /*flags=*/0));
     Send(KeyInput(key, /*scan=*/0, /*flags=*/0));

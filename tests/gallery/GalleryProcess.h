@@ -27,9 +27,9 @@ public:
     /// Waits for the window to have this title.
     void WaitForTitle(const std::wstring& title);
 
-    /// Waits until the keys that are pressed go to the window, from `WaitForTitle` until the first
-    /// question: when a window of its own closes, an X server without a window manager may take the
-    /// keyboard away at any later moment.
+    /// Waits until the keys that are pressed go to the window. When another window has closed, an X
+    /// server without a window manager may take the keyboard away at any later moment: `Press`
+    /// takes it back.
     void GiveKeyboard();
 
     /// Goes to the page that has a control with this id, in the list of pages.

@@ -19,7 +19,7 @@ TEST(UndoPage, UndoesRedoesGroupsAndMarksWhatIsUnsaved) {
     GalleryProcess gallery("");
     gallery.WaitForTitle(L"media-settings.ini - vtrutils gallery");
     gallery.GiveKeyboard();
-    gallery.ShowPage(L"Undo");
+    gallery.ShowPage(ID_UNDO_LIST);
     gallery.WaitForTitle(clean);
     Add(gallery, L"one");
     gallery.WaitForTitle(dirty);

@@ -2,7 +2,7 @@
 # Sets up, builds and runs the gallery under Wine.
 #   ./run.sh                    shows it; without DISPLAY makes a picture of every page in
 #                               build/pictures
-#   ./run.sh FILE               the same with this INI document or table
+#   ./run.sh FILE               the same with this INI or XML document or table
 #   ./run.sh --language NAME    the same in a language of gallery/data/languages
 set -euo pipefail
 scripts=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)/scripts

@@ -127,4 +127,28 @@
 #define ID_UNDO_MESSAGE 1012
 #define ID_UNDO_COUNTS 1013
 
+/* Controls of the page "XML document". */
+#define ID_XML_FILE_LABEL 1100
+#define ID_XML_FIND_LABEL 1101
+#define ID_XML_FIND_TEXT 1102
+#define ID_XML_TREE_LABEL 1103
+#define ID_XML_TREE 1104
+#define ID_XML_DETAILS_LABEL 1105
+#define ID_XML_DETAILS 1106
+#define ID_XML_DECODE 1107
+#define ID_XML_MESSAGE 1108
+#define ID_XML_COUNTS 1109
+
+/* Controls of the page "Text". */
+#define ID_TEXT_LABEL 1200
+#define ID_TEXT 1201
+#define ID_TEXT_LENGTH_LABEL 1202
+#define ID_TEXT_LENGTH 1203
+#define ID_TEXT_SIZE_LABEL 1204
+#define ID_TEXT_SIZE 1205
+#define ID_TEXT_RESULTS 1206
+#define ID_TEXT_RESULT_LABEL 1207
+#define ID_TEXT_RESULT 1208
+#define ID_TEXT_MESSAGE 1209
+
 #endif

@@ -32,7 +32,8 @@ protected:
 
 private:
     virtual bool Read(const std::string& path) = 0;
-    virtual bool Write(const std::string& path) = 0;
+    /// False for a document that is only read.
+    virtual bool Write(const std::string& /*path*/) { return false; }
     bool SaveTo(const std::wstring& path);
 
     /// Wide, as a narrow one would be in the code page of the language that was chosen then.

@@ -20,6 +20,11 @@ const char* WhyNotLoaded(const std::wstring& path, const char* noDocument) {
 
 } // namespace
 
+void DocumentPage::Shown() {
+    if (!document.Loaded())
+        Open(Widen((ProgramFolder() + wording.shipped).c_str()));
+}
+
 std::wstring DocumentPage::DocumentName() const {
     return NameOfFile(document.Path());
 }

@@ -11,6 +11,8 @@ namespace gallery {
 /// it has read. One thread at a time.
 class DocumentPage : public Page {
 public:
+    /// The document that comes with the program, until the user opens another.
+    void Shown() override;
     std::wstring DocumentName() const override;
     bool Unsaved() const override { return document.Changed(); }
     bool MayClose() override;
@@ -20,9 +22,10 @@ protected:
     /// What the page says about its files, as keys.
     struct Wording {
         FileKind files;
-        const char* notOpened; ///< the file is there, and is no document
-        const char* replace;   ///< asks before a file that was read is replaced
-        const char* savedAs;   ///< tells that a new file was written
+        const char* shipped;           ///< the document that comes with the program
+        const char* notOpened;         ///< the file is there, and is no document
+        const char* replace = nullptr; ///< asks before a file that was read is replaced
+        const char* savedAs = nullptr; ///< tells that a new file was written
     };
 
     /// `newDocument` outlives the page's use of it.
@@ -34,11 +37,11 @@ protected:
     void SaveAs();
 
     /// Takes what was typed into the document. False when that cannot be; the page tells why.
-    virtual bool Commit() = 0;
+    virtual bool Commit() { return true; }
     /// Shows a document that was loaded, from its beginning.
     virtual void ShowDocument() = 0;
     /// Shows the document again where it was, after it was saved.
-    virtual void Refresh() = 0;
+    virtual void Refresh() {}
     virtual void Tell(const std::wstring& text) = 0;
     void Warn(const std::wstring& text);
 

@@ -1,36 +1,12 @@
 #include "gallery/IniModel.h"
 
+#include "gallery/Stopwatch.h"
 #include "gallery/StorableValue.h"
 #include "gallery/Text.h"
 
 #include <utility>
-#include <windows.h>
 
 namespace gallery {
-
-namespace {
-
-/// Milliseconds since it was made.
-class Stopwatch {
-public:
-    Stopwatch() : start(Now()) {}
-    double Milliseconds() const {
-        LARGE_INTEGER frequency;
-        QueryPerformanceFrequency(&frequency);
-        return 1000.0 * static_cast<double>(Now() - start) /
-               static_cast<double>(frequency.QuadPart);
-    }
-
-private:
-    static long long Now() {
-        LARGE_INTEGER now;
-        QueryPerformanceCounter(&now);
-        return now.QuadPart;
-    }
-    long long start;
-};
-
-} // namespace
 
 bool IniModel::Read(const std::string& path) {
     auto fresh = std::make_unique<CIniFileReader>();

@@ -44,7 +44,7 @@ bool MainWindow::Create(const std::string& registryKey) {
                  std::min<int>(look.Pixels(usualSize.cx), work.right - work.left),
                  std::min<int>(look.Pixels(usualSize.cy), work.bottom - work.top),
                  SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-    return ShowPage(0);
+    return GoTo(0);
 }
 
 void MainWindow::Show(int showCommand) {

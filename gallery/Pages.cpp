@@ -8,10 +8,12 @@
 // and NAME for the function `MakeNAME` that the page's file in pages/ defines.
 #define GALLERY_PAGES(PAGE)                                                                        \
     PAGE("IniDocument", L"ini-document", L"ini", IniDocumentPage)                                  \
+    PAGE("XmlDocument", L"xml-document", L"xml", XmlDocumentPage)                                  \
     PAGE("Table", L"table", L"csv", TablePage)                                                     \
     PAGE("Language", L"language", nullptr, LanguagePage)                                           \
     PAGE("RecentFiles", L"recent-files", nullptr, RecentFilesPage)                                 \
     PAGE("Files", L"files", nullptr, FilesPage)                                                    \
+    PAGE("TextPage", L"text", nullptr, TextPage)                                                   \
     PAGE("Observers", L"observers", nullptr, ObserversPage)                                        \
     PAGE("Regions", L"regions", nullptr, RegionsPage)                                              \
     PAGE("Undo", L"undo", nullptr, UndoPage)

@@ -15,7 +15,8 @@ int Fail(const char* reason) {
 }
 
 bool PrepareControls() {
-    INITCOMMONCONTROLSEX classes{sizeof classes, ICC_STANDARD_CLASSES | ICC_LISTVIEW_CLASSES};
+    INITCOMMONCONTROLSEX classes{sizeof classes, ICC_STANDARD_CLASSES | ICC_LISTVIEW_CLASSES |
+                                                     ICC_TREEVIEW_CLASSES};
     return InitCommonControlsEx(&classes) != FALSE;
 }
 

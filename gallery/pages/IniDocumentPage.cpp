@@ -49,7 +49,7 @@ private:
     void Tell(const std::wstring& text) override { SetText(message, text); }
 
     static constexpr Wording wording = {
-        {"IniFiles", L"ini"}, "NotOpenedIni", "ReplaceIni", "SavedAsIni"};
+        {"IniFiles", L"ini"}, "media-settings.ini", "NotOpenedIni", "ReplaceIni", "SavedAsIni"};
 
     IniModel model;
     IniModel::Place edited; ///< the pair whose value is in the edit field

@@ -5,7 +5,6 @@
 #include "gallery/ListView.h"
 #include "gallery/Rows.h"
 #include "gallery/TableModel.h"
-#include "gallery/Text.h"
 
 #include <algorithm>
 #include <memory>
@@ -24,7 +23,6 @@ class TablePage final : public DocumentPage {
 public:
     TablePage() : DocumentPage(model, wording) {}
     void Command(int id, int notification) override;
-    void Shown() override;
     void TakeFocus() override { SetFocus(rows.Handle()); }
     bool ShowExample() override;
 
@@ -58,7 +56,7 @@ private:
     void Tell(const std::wstring& text) override { SetText(message, text); }
 
     static constexpr Wording wording = {
-        {"TableFiles", L"csv"}, "NotOpenedTable", "ReplaceTable", "Saved"};
+        {"TableFiles", L"csv"}, "media-library.csv", "NotOpenedTable", "ReplaceTable", "Saved"};
 
     TableModel model;
     TableModel::Place edited;       ///< the field that is in the edit field
@@ -118,12 +116,6 @@ bool TablePage::MakeControls() {
     counts = MakeTextLine(page, SS_LEFT, ID_TABLE_COUNTS);
     ShowState();
     return counts != nullptr;
-}
-
-/// The table that comes with the program, until the user opens another.
-void TablePage::Shown() {
-    if (!model.Loaded())
-        Open(Widen((ProgramFolder() + "media-library.csv").c_str()));
 }
 
 void TablePage::Retext() {

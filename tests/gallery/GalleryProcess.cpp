@@ -20,6 +20,15 @@ std::wstring TextOf(HWND window) {
     return text;
 }
 
+/// For messages about failures.
+std::string Describe(HWND window) {
+    char className[64] = "none";
+    char title[128] = "";
+    GetClassNameA(window, className, sizeof className);
+    GetWindowTextA(window, title, sizeof title);
+    return std::string(className) + " \"" + title + "\"";
+}
+
 INPUT KeyInput(WORD key, WORD scan, DWORD flags) {
     INPUT input{};
     input.type = INPUT_KEYBOARD;
@@ -130,8 +139,7 @@ void GalleryProcess::Close() {
 }
 
 void GalleryProcess::Press(WORD key, WORD modifier) {
-    if (GetForegroundWindow() != window)
-        GiveKeyboard();
+    GiveKeyboard();
     if (modifier != 0)
         Send(KeyInput(modifier, /*scan=*/0, /*flags=*/0));
     Send(KeyInput(key, /*scan=*/0, /*flags=*/0));
@@ -166,14 +174,21 @@ void GalleryProcess::Wait(const char* what, const std::function<bool()>& conditi
     bool ended = false;
     while (!testing::Test::HasFatalFailure() && !condition()) {
         ASSERT_FALSE(ended) << "the gallery ended before there was " << what;
-        ASSERT_LT(GetTickCount64(), end) << "waited in vain for " << what;
+        ASSERT_LT(GetTickCount64(), end)
+            << "waited in vain for " << what << "; in front: " << Describe(GetForegroundWindow())
+            << ", with the focus: " << Describe(FocusedControl());
         ended = WaitForSingleObject(process.Get(), /*dwMilliseconds=*/10) == WAIT_OBJECT_0;
     }
 }
 
 void GalleryProcess::GiveKeyboard() {
-    SetForegroundWindow(window);
-    Wait("the keyboard", [&] { return GetForegroundWindow() == window; });
+    // A window in front that has not yet learnt of it loses what is typed.
+    Wait("the keyboard", [&] {
+        if (GetForegroundWindow() == window && FocusedControl() != nullptr)
+            return true;
+        SetForegroundWindow(window);
+        return false;
+    });
 }
 
 HWND GalleryProcess::FindWindowOfClass(const wchar_t* className) const {

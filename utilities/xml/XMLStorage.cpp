@@ -39,7 +39,7 @@ void XMLStorage::Release(void* object) {
     if (object == nullptr)
         return;
     Block* block = nullptr;
-    std::memcpy(&block, static_cast<char*>(object) - headerSize, sizeof block);
+    std::memcpy(&block, static_cast<char*>(object) - headerSize, sizeof(void*));
     if (block != nullptr)
         LoseUser(block);
     else

@@ -103,8 +103,8 @@ void MeasureAdding(const char* size, int count) {
     bench::ToReach(work, calls, bench::asFast);
     bench::Explain(
         work, calls,
-        "Adding also asks twice about the file added, and opens the key for each save: a "
-        "fixed cost, which a short list feels.");
+        "adding also asks twice about the file added, and opens the key for each save: a "
+        "fixed cost, which a short list feels");
     // A hundred times the entries, and the registry finds a value among 3,000 more slowly than
     // among 30.
     bench::GrowthToReach(work, 150);

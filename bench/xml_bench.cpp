@@ -153,7 +153,7 @@ void MeasureAll(const Subject& subject) {
     bench::ToReach(children, bench::TinyXml2::name, 1);
     bench::Explain(load, bench::PugiXml::name,
                    "it keeps the text and writes terminators into it; ours copies every text, and "
-                   "each list of an element is a block");
+                   "its elements are larger");
     for (const char* work : {load, free, find, children})
         bench::GrowthToReach(work, 12);
 }

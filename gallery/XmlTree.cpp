@@ -27,9 +27,14 @@ void ScrollBack(HWND tree, HTREEITEM item) {
     RECT label{};
     RECT area{};
     GetClientRect(tree, &area);
-    if (TreeView_GetItemRect(tree, item, &label, /*code=*/TRUE) &&
-        label.left + GetScrollPos(tree, SB_HORZ) < area.right / 2)
-        SendMessageW(tree, WM_HSCROLL, SB_LEFT, 0);
+    int place = GetScrollPos(tree, SB_HORZ);
+    if (!TreeView_GetItemRect(tree, item, &label, /*code=*/TRUE) ||
+        label.left + place >= area.right / 2)
+        return;
+    for (int before = place + 1; place < before; place = GetScrollPos(tree, SB_HORZ)) {
+        before = place;
+        SendMessageW(tree, WM_HSCROLL, SB_PAGELEFT, 0);
+    }
 }
 
 LPARAM DataOf(HWND tree, HTREEITEM item) {
@@ -69,6 +74,7 @@ void XmlTree::Show(int selected) {
             TreeView_Expand(tree, top, TVE_EXPAND);
     }
     SendMessageW(tree, WM_SETREDRAW, TRUE, 0);
+    quiet = false;
     Reveal(selected);
 }
 
@@ -80,8 +86,7 @@ HTREEITEM XmlTree::Insert(HTREEITEM parent, LPARAM data, bool hasChildren, LPWST
     place.item.pszText = label;
     place.item.cChildren = hasChildren ? 1 : 0;
     place.item.lParam = data;
-    return reinterpret_cast<HTREEITEM>(
-        SendMessageW(tree, TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&place)));
+    return TreeView_InsertItem(tree, &place);
 }
 
 void XmlTree::Fill(HTREEITEM item, LPARAM data) {
@@ -172,7 +177,9 @@ bool XmlTree::UserSelected(const NMHDR& header, int& element) {
 void XmlTree::Label(NMTVDISPINFOW& question) {
     if ((question.item.mask & TVIF_TEXT) == 0)
         return;
-    shown = model->Summary(ElementOf(question.item.lParam));
+    // Items of a longer document may ask once more before they go.
+    const int element = ElementOf(question.item.lParam);
+    shown = element < model->Elements() ? model->Summary(element) : L"";
     if (shown.empty())
         shown = Text("UnnamedElement");
     question.item.pszText = shown.data();

@@ -22,7 +22,7 @@ public:
     HWND Handle() const { return tree; }
     void SetLook(const Look& look);
 
-    /// Shows the model's elements anew and selects one without a notification.
+    /// Shows the model's elements anew and selects one, or none for -1, without a notification.
     void Show(int selected);
 
     /// Selects the element, or the deepest one above it that is shown, without a notification.

@@ -132,9 +132,9 @@ void TextPage::Command(int id, int notification) {
 
 void TextPage::ShowResults() {
     made = TextsMadeOf({TextOf(text), TextOf(length), TextOf(size)});
-    const int row = results.Selected();
-    results.SetRows(static_cast<int>(made.rows.size()));
-    results.Select(row);
+    if (results.Selected() < 0)
+        results.SetRows(static_cast<int>(made.rows.size()));
+    results.RedrawRows();
     ShowResult();
     if (!made.textFits)
         return SetText(message, Text("ValueNotNarrow"));

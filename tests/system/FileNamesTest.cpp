@@ -96,6 +96,11 @@ TEST(FileNames, UniqueNameIsOneThatNoFileHas) {
         EXPECT_EQ(log.Lines().size(), row.name != row.unique ? 1u : 0u);
     }
     SetNextUniqueFileID(0);
+    folder.Write("a", "");
+    std::string path = folder.File("a.wav");
+    path.resize(MAX_PATH);
+    EXPECT_EQ(UniqueFileName(path.data(), true, /*separator=*/'\0', false), 1);
+    EXPECT_EQ(path.c_str(), folder.File("a1.wav")) << "no separator";
 }
 
 TEST(FileNames, DiscNamesHoldAllowedBytes) {

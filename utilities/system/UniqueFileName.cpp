@@ -62,13 +62,15 @@ int UniqueFileName(char* path, bool allowRename, char separator, bool bracketMod
         StripUniqueID(parts.base, /*trim=*/false);
         number = ++lastUniqueFileId;
     }
+    // As a text, so that no separator is none, and not the end of each name that is tried.
+    const char between[] = {separator, '\0'};
     char candidate[MAX_PATH];
     for (;; ++number) {
-        const int length =
-            bracketMode ? std::snprintf(candidate, sizeof candidate, "%s [%d]%s", parts.base,
-                                        static_cast<int>(number), parts.extension)
-                        : std::snprintf(candidate, sizeof candidate, "%s%c%d%s", parts.base,
-                                        separator, static_cast<int>(number), parts.extension);
+        const int length = bracketMode
+                               ? std::snprintf(candidate, sizeof candidate, "%s [%d]%s", parts.base,
+                                               static_cast<int>(number), parts.extension)
+                               : std::snprintf(candidate, sizeof candidate, "%s%s%d%s", parts.base,
+                                               between, static_cast<int>(number), parts.extension);
         if (length < 0 || length >= MAX_PATH)
             return 0;
         if (!FileMatches(candidate))

@@ -144,9 +144,9 @@ VTRUTILS_API bool WriteRegistryString(HKEY root, const char* subKey, const char*
 VTRUTILS_API void ValidateFileName(const char* in, char* out, char replacement);
 
 /// Puts a name that no file has in place of `path`, a buffer of 260 bytes: the name, `separator`
-/// and the first free number from 1 on, or in bracket mode the name without its old mark, a space
-/// and
-/// "[number]" with the number counted on from the last one; the extension stays. 1 with the path as
+/// (none when it is 0) and the first free number from 1 on, or in bracket mode the name without its
+/// old mark, a space and "[number]" with the number counted on from the last one; the extension
+/// stays. 1 with the path as
 /// it was when it names no file, unless in bracket mode, where a free name is marked too. 0, with
 /// the path as it was, for a name that is taken and every name in bracket mode without
 /// `allowRename`, for a path without a file name, and when the new path would not fit. Each number

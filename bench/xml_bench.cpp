@@ -120,42 +120,62 @@ void MeasureLife(const Subject& subject, const char* work, bool loading) {
     });
 }
 
+constexpr char load[] = "XML load";
+constexpr char unload[] = "XML free";
+
+/// What stands behind the name of a work in the table.
+struct LookUps {
+    std::string find;
+    std::string children;
+};
+
+const LookUps lookUps = {"XML find by name", "XML child by name"};
+/// The tree of the smallest document fits the caches of a processor and those of the others do not,
+/// so only these two sizes tell whether look-ups are linear.
+const LookUps largeLookUps = {"XML find by name, large", "XML child by name, large"};
+
 template <class Document>
-void MeasureLookUps(const Subject& subject, const Document& document, const char* find,
-                    const char* children) {
-    bench::Measure(find, subject.size, Document::name, [&document](benchmark::State& state) {
+void MeasureLookUps(const Subject& subject, const Document& document, const LookUps& works) {
+    bench::Measure(works.find, subject.size, Document::name, [&document](benchmark::State& state) {
         for (auto _ : state)
             benchmark::DoNotOptimize(document.Find("last"));
     });
-    bench::Measure(children, subject.size, Document::name, [&document](benchmark::State& state) {
-        for (auto _ : state)
-            document.ForEachText("track-list",
-                                 [](const char* text) { benchmark::DoNotOptimize(text); });
-    });
+    bench::Measure(
+        works.children, subject.size, Document::name, [&document](benchmark::State& state) {
+            for (auto _ : state)
+                document.ForEachText("track-list",
+                                     [](const char* text) { benchmark::DoNotOptimize(text); });
+        });
 }
 
-void MeasureAll(const Subject& subject) {
-    static constexpr char load[] = "XML load";
-    static constexpr char free[] = "XML free";
-    static constexpr char find[] = "XML find by name";
-    static constexpr char children[] = "XML child by name";
+void MeasureLookUps(const Subject& subject, const LookUps& works) {
+    MeasureLookUps(subject, subject.ours, works);
+    MeasureLookUps(subject, subject.tiny, works);
+    MeasureLookUps(subject, subject.pugi, works);
+}
+
+void MeasureLife(const Subject& subject) {
     for (const bool loading : {true, false}) {
-        const char* work = loading ? load : free;
+        const char* work = loading ? load : unload;
         MeasureLife<OurDocument>(subject, work, loading);
         MeasureLife<bench::TinyXml2>(subject, work, loading);
         MeasureLife<bench::PugiXml>(subject, work, loading);
     }
-    MeasureLookUps(subject, subject.ours, find, children);
-    MeasureLookUps(subject, subject.tiny, find, children);
-    MeasureLookUps(subject, subject.pugi, find, children);
+}
+
+void SetTargets() {
     bench::ToReach(load, bench::TinyXml2::name, 2);
-    bench::ToReach(find, bench::TinyXml2::name, 1);
-    bench::ToReach(children, bench::TinyXml2::name, 1);
+    bench::GrowthToReach(load, 12);
+    bench::GrowthToReach(unload, 12);
+    for (const LookUps& works : {lookUps, largeLookUps}) {
+        bench::ToReach(works.find, bench::TinyXml2::name, 1);
+        bench::ToReach(works.children, bench::TinyXml2::name, 1);
+    }
+    bench::GrowthToReach(largeLookUps.find, 12);
+    bench::GrowthToReach(largeLookUps.children, 12);
     bench::Explain(load, bench::PugiXml::name,
                    "it keeps the text and writes terminators into it; ours copies every text, and "
                    "its elements are larger");
-    for (const char* work : {load, free, find, children})
-        bench::GrowthToReach(work, 12);
 }
 
 } // namespace
@@ -164,9 +184,15 @@ int main(int argc, char** argv) {
     const bench::MeasuringFolder folder;
     Subject small(folder, 1'000'000, "1 MB");
     Subject large(folder, 10'000'000, "10 MB");
-    if (!Prepare(small) || !Prepare(large))
+    Subject huge(folder, 100'000'000, "100 MB");
+    if (!Prepare(small) || !Prepare(large) || !Prepare(huge))
         return 1;
-    MeasureAll(small);
-    MeasureAll(large);
+    for (const Subject* subject : {&small, &large}) {
+        MeasureLife(*subject);
+        MeasureLookUps(*subject, lookUps);
+    }
+    for (const Subject* subject : {&large, &huge})
+        MeasureLookUps(*subject, largeLookUps);
+    SetTargets();
     return bench::Run(argc, argv);
 }

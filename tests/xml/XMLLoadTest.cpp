@@ -167,6 +167,7 @@ TEST(XMLLoad, DecodingLeavesOutTheRoot) {
     ASSERT_TRUE(document.LoadFromBuffer(text));
     EXPECT_EQ(Shown(document), "xml#0(a=&amp;amp;;)[b&#0(c=&amp;;)[\"b&:A\"#0 ]]");
     EXPECT_TRUE(document.GetChild(0)->ShouldDeHTMLify());
+    EXPECT_EQ(document.FindNode("B&"), document.GetChild(0));
     document.DeHTMLAll();
     EXPECT_EQ(Shown(document), "xml#0(a=&amp;;)[b&#0(c=&;)[\"b&:A\"#0 ]]");
 }

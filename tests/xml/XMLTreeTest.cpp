@@ -100,6 +100,7 @@ TEST_F(XMLTree, Copies) {
     EXPECT_EQ(part.NumChildren(), 4u);
     static_cast<CXMLNode&>(document) = *document.FindNode("sub");
     EXPECT_EQ(Shown(document), "sub#3()[key2#0()[\"key2:k\"#0 ]]") << "from its own descendant";
+    EXPECT_EQ(document.FindNode("SUB"), &document);
     document = CXMLFile();
     EXPECT_EQ(Shown(document), "~#-1()[]");
 }

@@ -21,11 +21,9 @@ public:
 
     /// Uses slots of the caller's until they are full. Requires: an array that has just been made,
     /// and slots that stay for as long as it.
-    template <unsigned room>
-    void Borrow(T* (&place)[room]) {
-        static_assert(room < minimumCapacity);
+    void Borrow(T** place, unsigned room) {
         slots = place;
-        capacity = room;
+        capacity = room & mostCapacity;
         borrowed = 1;
     }
 

@@ -8,14 +8,12 @@ namespace vtr {
 
 namespace {
 
-/// A node and room for what most nodes hold, so that few lists are blocks of their own. It is
-/// deleted as the node that it begins with.
-struct RoomyNode {
-    CXMLNode node;
-    CXMLNode* children[2];
-    CXMLValue* headerProperties[2];
-    CXMLValue* contentStrings[1];
-};
+/// Lets a list use the slots at `place`, which moves behind them.
+template <class Item>
+void LendSlots(PtrArray<Item>& list, unsigned count, char*& place) {
+    list.Borrow(reinterpret_cast<Item**>(place), count);
+    place += count * sizeof(Item*);
+}
 
 } // namespace
 
@@ -32,21 +30,20 @@ char* XMLBuilder::Text::CopyTo(char*& room) const {
     return copy;
 }
 
-CXMLNode* XMLBuilder::MakeNode(std::string_view name) {
-    const std::size_t room = name.empty() ? 0 : name.size() + 1;
-    char* place = static_cast<char*>(storage.Take(sizeof(RoomyNode) + room));
-    if (place == nullptr)
+CXMLNode* XMLBuilder::MakeNode(std::string_view name, Room room) {
+    const std::size_t slots = room.children + room.headerProperties + room.contentStrings;
+    const std::size_t nameSize = name.empty() ? 0 : name.size() + 1;
+    char* behind =
+        static_cast<char*>(nodes.Take(sizeof(CXMLNode) + slots * sizeof(void*) + nameSize));
+    if (behind == nullptr)
         return nullptr;
-    RoomyNode* made = new (static_cast<void*>(place)) RoomyNode;
-    CXMLNode* node = &made->node;
-    node->children.Borrow(made->children);
-    node->headerProperties.Borrow(made->headerProperties);
-    node->contentStrings.Borrow(made->contentStrings);
-    if (room > 0) {
-        char* behind = place + sizeof(RoomyNode);
-        node->name = Text(name).CopyTo(behind);
-        node->nameInBlock = true;
-    }
+    CXMLNode* node = new (static_cast<void*>(behind)) CXMLNode;
+    behind += sizeof(CXMLNode);
+    LendSlots(node->children, room.children, behind);
+    LendSlots(node->headerProperties, room.headerProperties, behind);
+    LendSlots(node->contentStrings, room.contentStrings, behind);
+    if (nameSize > 0)
+        node->TakeName(Text(name).CopyTo(behind), name.size(), /*inBlock=*/true);
     return node;
 }
 
@@ -54,13 +51,13 @@ bool XMLBuilder::SetName(CXMLNode& node, std::string_view name) {
     char* copy = CopyXMLText(name);
     if (copy == nullptr)
         return false;
-    ReplaceXMLText(node.name, node.nameInBlock, copy);
+    node.TakeName(copy, name.size(), /*inBlock=*/false);
     return true;
 }
 
 CXMLValue* XMLBuilder::MakeValue(Text fieldName, Text value) {
     char* place =
-        static_cast<char*>(storage.Take(sizeof(CXMLValue) + fieldName.Room() + value.Room()));
+        static_cast<char*>(values.Take(sizeof(CXMLValue) + fieldName.Room() + value.Room()));
     if (place == nullptr)
         return nullptr;
     CXMLValue* made = new (static_cast<void*>(place)) CXMLValue;
@@ -73,8 +70,8 @@ CXMLValue* XMLBuilder::MakeValue(Text fieldName, Text value) {
 }
 
 /// Deletes a value that cannot be appended.
-bool XMLBuilder::Append(PtrArray<CXMLValue>& values, CXMLValue* value) {
-    if (value != nullptr && values.Append(value))
+bool XMLBuilder::Append(PtrArray<CXMLValue>& list, CXMLValue* value) {
+    if (value != nullptr && list.Append(value))
         return true;
     delete value;
     return false;
@@ -128,7 +125,9 @@ void XMLBuilder::CopyTree(const CXMLNode& source, CXMLNode& target) {
 }
 
 CXMLNode* XMLBuilder::CopyChild(const CXMLNode& source, CXMLNode& targetParent) {
-    CXMLNode* copy = MakeNode(source.name != nullptr ? source.name : "");
+    CXMLNode* copy = MakeNode(
+        source.name != nullptr ? source.name : "",
+        {source.children.Count(), source.headerProperties.Count(), source.contentStrings.Count()});
     if (copy == nullptr)
         return nullptr;
     if (!AddChild(targetParent, copy)) {

@@ -12,8 +12,15 @@ namespace vtr {
 /// tree is as before. Private to the library. One thread at a time.
 class XMLBuilder {
 public:
+    /// How many items a node holds before its lists become blocks of their own.
+    struct Room {
+        unsigned children;
+        unsigned headerProperties;
+        unsigned contentStrings;
+    };
+
     /// A node without name when the name is empty.
-    CXMLNode* MakeNode(std::string_view name);
+    CXMLNode* MakeNode(std::string_view name, Room room);
 
     /// In place of the present name.
     static bool SetName(CXMLNode& node, std::string_view name);
@@ -43,13 +50,15 @@ private:
         std::size_t length;
     };
 
-    static bool Append(PtrArray<CXMLValue>& values, CXMLValue* value);
+    static bool Append(PtrArray<CXMLValue>& list, CXMLValue* value);
     CXMLValue* MakeValue(Text fieldName, Text value);
     void CopyValues(const PtrArray<CXMLValue>& source, PtrArray<CXMLValue>& target);
     void CopyOwn(const CXMLNode& source, CXMLNode& target);
     CXMLNode* CopyChild(const CXMLNode& source, CXMLNode& targetParent);
 
-    XMLStorage storage;
+    // Look-ups go through the nodes only, one behind the other.
+    XMLStorage nodes;
+    XMLStorage values;
 };
 
 } // namespace vtr

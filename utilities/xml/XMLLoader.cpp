@@ -21,11 +21,11 @@ bool IsBlank(char c) {
 }
 
 bool IsSameName(const char* name, std::string_view other) {
-    // Changing case changes no length, and mostly it is the same, letter by letter.
-    if (std::strlen(name) != other.size())
+    // Mostly it is the same, letter by letter.
+    if (std::strncmp(name, other.data(), other.size()) == 0)
+        return name[other.size()] == '\0';
+    if (!MayBeSameXMLName(XMLNameKey(name), XMLNameKey(other)))
         return false;
-    if (std::memcmp(name, other.data(), other.size()) == 0)
-        return true;
     const OwnedText copy(CopyXMLText(other));
     return copy != nullptr && SameText(name, copy.get());
 }
@@ -113,7 +113,11 @@ std::string_view XMLLoader::WithoutComments(std::size_t from, std::size_t to) {
 
 /// Opens a child whose own tag is the token. False when memory runs out.
 bool XMLLoader::BeginChild() {
-    CXMLNode* child = builder.MakeNode(token.name);
+    const bool isClosed = token.endKind == XMLEnd::closed;
+    CXMLNode* child =
+        builder.MakeNode(token.name, {.children = isClosed ? 0U : 2U,
+                                      .headerProperties = token.hasMoreFields ? 2U : 0U,
+                                      .contentStrings = isClosed ? 0U : 1U});
     if (child == nullptr)
         return false;
     child->parent = open;

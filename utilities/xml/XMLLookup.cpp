@@ -1,6 +1,7 @@
 #include "utilities/text/OwnedText.h"
 #include "utilities/text/SameText.h"
 #include "utilities/xml/XMLNode.h"
+#include "utilities/xml/XMLText.h"
 
 using vtr::IsEmptyText;
 
@@ -10,7 +11,12 @@ namespace {
 class Wanted {
 public:
     /// Requires: not null.
-    explicit Wanted(const char* text) : wanted(text) {}
+    explicit Wanted(const char* text) : wanted(text), key(vtr::XMLNameKey(text)) {}
+
+    /// The same for a name with its key.
+    bool Is(const char* name, unsigned short nameKey) const {
+        return vtr::MayBeSameXMLName(key, nameKey) && vtr::SameText(name, wanted);
+    }
 
     bool Is(const char* text) const {
         static constexpr int caseBit = 'a' ^ 'A';
@@ -24,6 +30,7 @@ public:
 
 private:
     const char* wanted;
+    unsigned short key;
 };
 
 } // namespace
@@ -34,8 +41,7 @@ const CXMLNode* CXMLNode::Next(const CXMLNode* node, const CXMLNode* top, bool d
     if (descend && node->children.Count() > 0)
         return node->children[0];
     for (; node != top; node = node->parent) {
-        const CXMLNode* sibling = node->parent->children.At(node->indexInParent + 1);
-        if (sibling != nullptr)
+        if (const CXMLNode* sibling = node->NextSibling())
             return sibling;
     }
     return nullptr;
@@ -51,7 +57,7 @@ const CXMLNode* CXMLNode::GetChildByName(const char* wanted) const noexcept {
         return nullptr;
     const Wanted wantedName(wanted);
     for (const CXMLNode* child : children) {
-        if (wantedName.Is(child->name))
+        if (wantedName.Is(child->name, child->nameKey))
             return child;
     }
     return nullptr;
@@ -66,7 +72,7 @@ const CXMLNode* CXMLNode::FindNode(const char* wanted) const noexcept {
         return nullptr;
     const Wanted wantedName(wanted);
     const CXMLNode* node = this;
-    while (node != nullptr && !wantedName.Is(node->name))
+    while (node != nullptr && !wantedName.Is(node->name, node->nameKey))
         node = Next(node, this, /*descend=*/true);
     return node;
 }

@@ -4,6 +4,7 @@
 #include "utilities/xml/XMLStorage.h"
 #include "utilities/xml/XMLText.h"
 
+#include <cstdlib>
 #include <utility>
 
 template <>
@@ -22,8 +23,10 @@ struct vtr::Layout<CXMLNode> {
 
 namespace {
 
-void DeleteValue(CXMLValue* value) {
-    delete value;
+CXMLNode* FirstLeaf(CXMLNode* node) {
+    while (CXMLNode* child = node->GetChild(0))
+        node = child;
+    return node;
 }
 
 template <class Item>
@@ -33,8 +36,8 @@ void KeepItem(Item* /*item*/) {}
 
 CXMLNode::CXMLNode() noexcept
     : name(nullptr), sequenceNumber(-1), progressCallback(nullptr), progressUser(nullptr),
-      fileSize(0), nodeLength(0), shouldDeHTMLify(false), nameInBlock(false), indexInParent(0),
-      parent(nullptr) {}
+      fileSize(0), nodeLength(0), shouldDeHTMLify(false), nameInBlock(false), nameKey(0),
+      indexInParent(0), parent(nullptr) {}
 
 CXMLNode::CXMLNode(const CXMLNode& other) noexcept : CXMLNode() {
     vtr::XMLBuilder().CopyTree(other, *this);
@@ -51,7 +54,7 @@ CXMLNode& CXMLNode::operator=(const CXMLNode& other) noexcept {
 }
 
 CXMLNode::~CXMLNode() {
-    Clear();
+    DeleteContents();
 }
 
 /// Requires: empty, as after `Clear`.
@@ -63,6 +66,7 @@ void CXMLNode::TakeContents(CXMLNode& other) noexcept {
         child->parent = this;
     std::swap(name, other.name);
     std::swap(nameInBlock, other.nameInBlock);
+    std::swap(nameKey, other.nameKey);
     sequenceNumber = other.sequenceNumber;
     progressCallback = other.progressCallback;
     progressUser = other.progressUser;
@@ -71,28 +75,45 @@ void CXMLNode::TakeContents(CXMLNode& other) noexcept {
     shouldDeHTMLify = other.shouldDeHTMLify;
 }
 
-void CXMLNode::Clear() noexcept {
-    DeleteChildren();
-    headerProperties.Clear(DeleteValue);
-    contentStrings.Clear(DeleteValue);
-    vtr::ReplaceXMLText(name, nameInBlock, nullptr);
+/// Takes a text that the node frees later, unless it is part of a block; null for none.
+void CXMLNode::TakeName(char* text, std::size_t length, bool inBlock) noexcept {
+    vtr::ReplaceXMLText(name, nameInBlock, text);
+    nameInBlock = inBlock;
+    nameKey = vtr::XMLNameKey(std::string_view(text, length));
 }
 
-/// Nodes that wait for their end are chained by their parent pointers, so that neither stack nor
-/// memory is needed however deep they are nested.
+void CXMLNode::Clear() noexcept {
+    DeleteContents();
+    EmptyChildrenNoDelete();
+    name = nullptr;
+    nameInBlock = false;
+    nameKey = 0;
+}
+
+/// Leaves pointers to what has been deleted.
+void CXMLNode::DeleteContents() noexcept {
+    DeleteChildren();
+    for (CXMLValue* property : headerProperties)
+        delete property;
+    for (CXMLValue* content : contentStrings)
+        delete content;
+    if (!nameInBlock)
+        std::free(name);
+}
+
+/// Each node behind its children, without recursion, and near the order in which they lie in
+/// memory.
 void CXMLNode::DeleteChildren() noexcept {
-    CXMLNode* waiting = nullptr;
-    const auto chain = [&waiting](CXMLNode* node) {
-        node->parent = waiting;
-        waiting = node;
-    };
-    children.Clear(chain);
-    while (waiting != nullptr) {
-        CXMLNode* node = waiting;
-        waiting = node->parent;
-        node->children.Clear(chain);
+    CXMLNode* node = FirstLeaf(this);
+    while (node != this) {
+        CXMLNode* next = node->NextSibling();
+        next = next != nullptr ? FirstLeaf(next) : node->parent;
+        // Its children have gone already.
+        node->children.Forget();
         delete node;
+        node = next;
     }
+    children.Forget();
 }
 
 void CXMLNode::EmptyChildrenNoDelete() noexcept {
@@ -108,7 +129,10 @@ void CXMLNode::DeHTMLify(bool recursive) noexcept {
 }
 
 void CXMLNode::DeHTMLifyOwn() noexcept {
-    vtr::DeHTMLifyXMLText(name);
+    if (name != nullptr) {
+        vtr::DeHTMLifyXMLText(name);
+        nameKey = vtr::XMLNameKey(name);
+    }
     for (CXMLValue* property : headerProperties)
         property->DeHTMLify();
     for (CXMLValue* content : contentStrings)

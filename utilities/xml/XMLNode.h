@@ -121,10 +121,13 @@ private:
     friend class vtr::XMLLoader;
     friend struct vtr::Layout<CXMLNode>;
 
+    CXMLNode* NextSibling() const noexcept { return parent->children.At(indexInParent + 1); }
     static const CXMLNode* Next(const CXMLNode* node, const CXMLNode* top, bool descend) noexcept;
     bool FindValue(const char* wanted, int contentIndex, const char*& value) const noexcept;
     void DeHTMLifyOwn() noexcept;
+    void TakeName(char* text, std::size_t length, bool inBlock) noexcept;
     void Clear() noexcept;
+    void DeleteContents() noexcept;
     void DeleteChildren() noexcept;
     void TakeContents(CXMLNode& other) noexcept;
 
@@ -139,7 +142,8 @@ private:
     unsigned int nodeLength;
     bool shouldDeHTMLify;
 
-    bool nameInBlock; ///< in the object's own block, so not to be freed
+    bool nameInBlock;       ///< in the object's own block, so not to be freed
+    unsigned short nameKey; ///< tells most names that differ without reading them
     unsigned int indexInParent;
     CXMLNode* parent; ///< out of date once the parent has given its children away
 };

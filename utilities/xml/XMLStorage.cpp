@@ -1,24 +1,17 @@
 #include "utilities/xml/XMLStorage.h"
 
-#include <cstdlib>
-#include <cstring>
-
 namespace vtr {
 
 namespace {
 
-/// Before each object stands the block that it lies in, null for one alone.
-constexpr std::size_t headerSize = sizeof(void*);
-/// What hosts create with `new` is aligned as `malloc` aligns.
-constexpr std::size_t aloneHeaderSize = 16;
-constexpr std::size_t largestBlock = 16384;
+constexpr std::size_t largestBlock = 65536;
 
-char* PutHeader(char* object, void* block) {
+} // namespace
+
+char* XMLStorage::PutHeader(char* object, void* block) {
     std::memcpy(object - headerSize, &block, sizeof block);
     return object;
 }
-
-} // namespace
 
 void* XMLStorage::Take(std::size_t size) {
     const std::size_t needed = headerSize + ((size + headerSize - 1) & ~(headerSize - 1));
@@ -33,17 +26,6 @@ void* XMLStorage::Take(std::size_t size) {
 void* XMLStorage::TakeAlone(std::size_t size) {
     char* place = static_cast<char*>(std::malloc(aloneHeaderSize + size));
     return place != nullptr ? PutHeader(place + aloneHeaderSize, nullptr) : nullptr;
-}
-
-void XMLStorage::Release(void* object) {
-    if (object == nullptr)
-        return;
-    Block* block = nullptr;
-    std::memcpy(&block, static_cast<char*>(object) - headerSize, sizeof(void*));
-    if (block != nullptr)
-        LoseUser(block);
-    else
-        std::free(static_cast<char*>(object) - aloneHeaderSize);
 }
 
 bool XMLStorage::Begin(std::size_t size) {
@@ -66,11 +48,6 @@ void XMLStorage::Leave() {
         LoseUser(current);
     current = nullptr;
     at = end = nullptr;
-}
-
-void XMLStorage::LoseUser(Block* block) {
-    if (--block->users == 0)
-        std::free(block);
 }
 
 } // namespace vtr

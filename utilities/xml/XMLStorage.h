@@ -2,6 +2,8 @@
 #define VTRUTILS_XML_XMLSTORAGE_H
 
 #include <cstddef>
+#include <cstdlib>
+#include <cstring>
 
 namespace vtr {
 
@@ -23,16 +25,35 @@ public:
     static void* TakeAlone(std::size_t size);
 
     /// Frees what either gave. Null is ignored.
-    static void Release(void* object);
+    static void Release(void* object) {
+        if (object == nullptr)
+            return;
+        Block* block = nullptr;
+        std::memcpy(&block, static_cast<char*>(object) - headerSize, sizeof(void*));
+        if (block != nullptr)
+            LoseUser(block);
+        else
+            std::free(static_cast<char*>(object) - aloneHeaderSize);
+    }
 
 private:
     struct Block {
         std::size_t users; ///< objects in it, and the storage while it fills the block
     };
 
+    /// Before each object stands the block that it lies in, null for one alone.
+    static constexpr std::size_t headerSize = sizeof(void*);
+    /// What hosts create with `new` is aligned as `malloc` aligns.
+    static constexpr std::size_t aloneHeaderSize = 16;
+
+    static char* PutHeader(char* object, void* block);
     bool Begin(std::size_t size);
     void Leave();
-    static void LoseUser(Block* block);
+
+    static void LoseUser(Block* block) {
+        if (--block->users == 0)
+            std::free(block);
+    }
 
     Block* current = nullptr;
     char* at = nullptr;

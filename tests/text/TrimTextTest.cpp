@@ -92,4 +92,6 @@ TEST(TrimText, CharacterFromBothEnds) {
     char result[16];
     EXPECT_TRUE(TrimChar('\\', "\\\x83\x5C\\", result, 5));
     EXPECT_STREQ(result, "\x83\x5C");
+    EXPECT_TRUE(TrimChar('\x83', "\x83\x5C", result, 1));
+    EXPECT_STREQ(result, "\x83\x5C") << "half of a character is none";
 }

@@ -46,7 +46,6 @@ TEST(IniParser, LinesAndHeaders) {
         {"tab inside the key", "a\tb=1\n", "{: a b=1;}"},
         {"comments", "; a=1\r\n  ;b=2\n;\n;;[X]\nc=3 ; note\nd= ; note", "{: c=3; d=;}"},
         {"no value", "key =\r\nb=\n c=\t \r\nd=", "{: key=; b=; c=; d=;}"},
-        {"no equals sign", "nonsense\r\na=1\nrubbish", "{: a=1;}"},
         {"line ends of all kinds", "a=1\rb=2\nc=3\r\n\r\n\n\rd=4", "{: a=1; b=2; c=3; d=4;}"},
         {"value without key", "a=1\n=2\nb=3", "refused {: a=1;}"},
         {"value of a blank key", "[A]\n \t= 2", "refused "},
@@ -57,7 +56,6 @@ TEST(IniParser, LinesAndHeaders) {
         {"without pairs", "[A]\nhalf\n[B]\nb=2\n[C]\n", "{B: b=2;}"},
         {"empty name", "[A]\n[]\nx=0\n[B]\nb=2\n[]\ny=0", "{: x=0; y=0;}{B: b=2;}"},
         {"blanks around", "  [ A ]\n  a=1", "{ A : a=1;}"},
-        {"text behind it", "[A] a=1 ; c\nb=2", "{A: b=2;}"},
         {"not closed", "[A\na=1\n[B]\nb=2", "{A\na=1\n[B: b=2;}"},
         {"never closed", "a=1\n[B\nb=2", "{: a=1;}"},
     };
@@ -71,11 +69,9 @@ TEST(IniParser, Quotes) {
     static constexpr Row rows[] = {
         {"inner quotes and padding", "\"\tsay \"hi\" \"", "\tsay \"hi\" "},
         {"semicolon ends it", "\"a ;b\"", "a "},
-        {"blanks behind the quote", "\"a\" \t", "a"},
         {"comment with a quote", "\"abc\" ; say \"x\"", "abc\" "},
         {"comment without a quote", "\"abc\" ; note", "\"abc\""},
         {"one quote", "\"", "\""},
-        {"empty", "\"\"", ""},
         {"three", "\"\"\"", "\""},
         {"quotes apart", "\"a\" \"b\"", "a\" \"b"},
     };
@@ -106,7 +102,6 @@ TEST(IniParser, Parents) {
         {"bracket without colon", "[C] [Base]", ""},
         {"trimmed", "[C] : [  ] : [  Base 1  ]", "Base 1|"},
         {"not closed", "[C] : [Base", ""},
-        {"colon inside", "[C] : [a:b]", "a:b|"},
         {"comment is read too", "[C] ; : [Base]", "Base|"},
         {"left from a section without keys", "[A] : [P]\n[C]", ""},
     };

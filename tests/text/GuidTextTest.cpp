@@ -26,8 +26,9 @@ TEST(GuidText, FieldsStandAtFixedPlaces) {
     EXPECT_FALSE(GUIDStringToGUID(guid, "{0123ABCD-4567-89EF-0001-02FD040506FF"));
     EXPECT_FALSE(GUIDStringToGUID(guid, "0123ABCD-4567-89EF-0001-02FD040506FF}"));
     EXPECT_TRUE(GUIDIsZero(guid)) << "unchanged";
-    EXPECT_TRUE(GUIDStringToGUID(guid, "12x45678/abz0/FFFF/0z1z/zz1020304050"));
-    static constexpr GUID expected = {0x12, 0xAB, 0xFFFF, {0, 1, 0, 0x10, 0x20, 0x30, 0x40, 0x50}};
+    EXPECT_TRUE(GUIDStringToGUID(guid, "12x45678/ab01FffffA0z1z/zz1020304050"));
+    static constexpr GUID expected = {
+        0x12, 0xAB01, 0xFFFF, {0, 1, 0, 0x10, 0x20, 0x30, 0x40, 0x50}};
     EXPECT_TRUE(IsEqualGUID(guid, expected));
     EXPECT_FALSE(GUIDIsZero({0, 0, 0, {0, 0, 0, 0, 0, 0, 0, 1}}));
     EXPECT_FALSE(GUIDIsZero({1, 0, 0, {}}));

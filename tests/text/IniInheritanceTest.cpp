@@ -21,6 +21,8 @@ TEST(IniInheritance, EndsTheParents) {
     ASSERT_TRUE(Init(document, text));
     EXPECT_EQ(Content(document), "{D: z=1; x=2; A=3; m=;}{B: x=2; A=3; m=;}");
     EXPECT_EQ(document.GetSection("D")->NumParents(), 0);
+    ASSERT_TRUE(Init(document, text, /*sort=*/true));
+    EXPECT_EQ(Content(document), "{B: A=3; m=; x=2;}{D: A=3; m=; x=2; z=1;}");
     // Each pair that is added sorts the section again and so turns its repeated keys around.
     ASSERT_TRUE(Init(document, "[D] : [B]\nz=1\nz=2\na=1\n[B]\nx=2\nz=3\nb=4\n", /*sort=*/true));
     EXPECT_EQ(Content(document), "{B: b=4; x=2; z=3;}{D: a=1; b=4; x=2; z=2; z=1;}");

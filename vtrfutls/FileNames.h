@@ -4,8 +4,7 @@
 #include "vtrfutls/Export.h"
 
 /// File existence and the parts of a path. Paths are narrow text in the code page for files; "\"
-/// and
-/// "/" separate folders, and the trail byte of a two-byte character is never taken for either.
+/// and "/" separate folders, and the trail byte of a two-byte character is never taken for either.
 /// Thread-safety: locked by itself.
 
 /// The code page of every narrow path that the two libraries open: 0, the start value, is the

@@ -31,8 +31,7 @@ TEST(DelimitedTextEdit, FieldsRowsAndColumns) {
     EXPECT_STREQ(table.GetField(0, "code"), "1");
     EXPECT_EQ(table.GetField(2, "code"), nullptr);
     EXPECT_EQ(table.GetFieldIndex("none"), -1);
-    EXPECT_FALSE(table.EditField(0, 0, "one"));
-    EXPECT_FALSE(table.EditField(1, 1, "") || table.EditField(1, 1, nullptr)) << "still empty";
+    EXPECT_FALSE(table.EditField(0, 0, "one") || table.EditField(1, 1, "")) << "no change";
     EXPECT_FALSE(table.EditField(2, 0, "x") || table.EditField(0, 2, "x")) << "out of range";
     EXPECT_TRUE(table.EditField(0, 0, "ONE"));
     EXPECT_TRUE(table.EditField(0, 0, table.GetField(0, 0u) + 1)) << "part of itself";
@@ -64,7 +63,7 @@ TEST(DelimitedTextEdit, Sorting) {
     table.SetSortBatchMode(false);
     EXPECT_EQ(FirstColumn(table), "Alpha ALPHA gamma x x ") << "equal rows are reversed once";
     ASSERT_TRUE(OpenText(table, folder, "K\nb\na\nA\n"));
-    EXPECT_EQ(FirstColumn(table), "A a b ");
+    EXPECT_EQ(FirstColumn(table), "A a b ") << "sorted when it is opened";
 }
 
 TEST(DelimitedTextEdit, FindingByBisection) {
@@ -77,7 +76,6 @@ TEST(DelimitedTextEdit, FindingByBisection) {
     } cases[] = {
         {"the middle of equals", "a,\na,\na,\n", 0, "A", 1},
         {"the probe begins at half", "a,\na,\na,\na,\n", 0, "a", 2},
-        {"one row", "a,\n", 0, "b", -1},
         {"the first of two", "a,\nb,\n", 0, "a", 0},
         {"empty fields are less", ",1\n,2\na,3\n", 0, "a", 2},
         {"unsorted, passed by", "1,c\n2,a\n3,b\n", 1, "c", -1},

@@ -1,5 +1,4 @@
 #include "tests/support/ImportPatch.h"
-#include "tests/support/RandomText.h"
 #include "tests/text/DelimitedTables.h"
 
 #include <cstdio>
@@ -36,33 +35,6 @@ TEST(DelimitedTextSave, WritesWhatUsersExpect) {
     EXPECT_STREQ(empty.FilePath(), "");
     ASSERT_TRUE(empty.Save(file.c_str(), ',', true, '"'));
     EXPECT_EQ(empty.FilePath(), file);
-}
-
-TEST(DelimitedTextSave, ReadsBackToTheSame) {
-    constexpr unsigned seed = 53;
-    std::mt19937 random(seed);
-    const TestFolder folder;
-    const std::string file = folder.File("a.csv");
-    for (int round = 0; round < 80; ++round) {
-        const char quote = "\"'"[random() % 3];
-        const bool header = random() % 2 == 0;
-        const std::string alphabet = quote != '\0' ? "aB ,;\x80\xE4" : "aB ;\x80\xE4";
-        CDelimitedTextFile table;
-        for (unsigned columns = 2 + random() % 12; columns > 0; --columns)
-            table.AddNewCol(("n" + RandomText(random, 9, alphabet)).c_str(), "");
-        for (unsigned rows = 1 + random() % 30; rows > 0; --rows) {
-            const unsigned row = static_cast<unsigned>(table.AddNewRow());
-            for (unsigned c = 0; c < table.NumFields(); ++c)
-                table.EditField(row, c, RandomText(random, 20, alphabet).c_str());
-        }
-        ASSERT_TRUE(table.Save(file.c_str(), ',', header, quote));
-        CDelimitedTextFile copy;
-        ASSERT_TRUE(copy.Open(file.c_str(), ',', header, quote));
-        std::vector<Line> expected = Content(table);
-        if (!header)
-            expected[0] = expected[1];
-        ASSERT_EQ(Shown(Content(copy)), Shown(expected)) << "seed " << seed << ", round " << round;
-    }
 }
 
 TEST(DelimitedTextSave, FailureLeavesThePreviousFile) {

@@ -2,43 +2,34 @@
 #include "tests/text/IniDocuments.h"
 
 #include <gtest/gtest.h>
-#include <map>
-#include <random>
 
 TEST(IniValue, OwnsItsTexts) {
     CIniFileReader document;
-    ASSERT_TRUE(Load(document, "[A]\nkey=value\nsecond=2\n"));
-    CIniSection& section = *document.GetSection("A");
+    ASSERT_TRUE(Load(document, "[A]\nkey=value\n"));
     CIniValue made("key", "value");
     // One that owns two texts, and one whose texts lie in the block of a parsed pair.
-    for (CIniValue* value : {&made, section.GetValue(0u)}) {
+    for (CIniValue* value : {&made, document.GetSection("A")->GetValue(0u)}) {
         CIniValue copy(*value);
         value->SetValue(value->Value() + 1);
-        EXPECT_STREQ(value->Value(), "alue");
         value->SetKey(value->Value());
-        EXPECT_STREQ(value->Key(), "alue");
         value->SetValue(value->Value());
-        EXPECT_STREQ(value->Value(), "alue");
+        EXPECT_STREQ(value->Key(), "alue");
         value->SetValue("something much longer than before");
         EXPECT_STREQ(value->Value(), "something much longer than before");
         value->SetValue(nullptr);
-        EXPECT_EQ(value->Value(), nullptr);
         value->SetKey("");
-        EXPECT_EQ(value->Key(), nullptr);
+        EXPECT_TRUE(value->Key() == nullptr && value->Value() == nullptr);
         const CIniValue& itself = copy;
         copy = itself;
         EXPECT_STREQ(copy.Key(), "key");
         EXPECT_STREQ(copy.Value(), "value");
         copy = CIniValue();
-        EXPECT_EQ(copy.Key(), nullptr);
-        EXPECT_EQ(copy.Value(), nullptr);
+        EXPECT_TRUE(copy.Key() == nullptr && copy.Value() == nullptr);
     }
 }
 
 TEST(IniSection, NamesAreCut) {
-    CIniSection section;
-    EXPECT_STREQ(section.Name(), "");
-    section.SetName(std::string(100, 'n').c_str());
+    CIniSection section(std::string(100, 'n').c_str());
     section.AppendToName('x');
     EXPECT_EQ(section.Name(), std::string(63, 'n'));
     section.SetName("ab");
@@ -53,40 +44,28 @@ TEST(IniSection, AddsSetsAndRemoves) {
     CIniFileReader document;
     ASSERT_TRUE(document.SetValue("S", "k", "1"));
     CIniSection& section = *document.GetSection("S");
-    EXPECT_FALSE(section.AddValue(nullptr, "x"));
-    EXPECT_FALSE(section.AddValue("", "x"));
+    EXPECT_FALSE(section.AddValue(nullptr, "x") || section.AddValue("", "x"));
     EXPECT_FALSE(section.AddValue(static_cast<CIniValue*>(nullptr)));
+    EXPECT_FALSE(section.SetValue("", "x"));
     EXPECT_TRUE(section.AddValue("K", "2"));
     CIniValue pair("other", "3");
     EXPECT_TRUE(section.AddValue(pair));
     pair.SetValue("changed");
     EXPECT_TRUE(section.AddValue(new CIniValue("own", "4")));
-    EXPECT_EQ(section.GetValue(4u), nullptr);
-
     EXPECT_TRUE(section.SetValue("k", "5"));
-    EXPECT_TRUE(section.SetValue("new", ""));
-    EXPECT_FALSE(section.HasValue("new"));
-    EXPECT_FALSE(section.SetValue("", "x"));
-    EXPECT_FALSE(section.SetValue(static_cast<const char*>(nullptr), "x"));
     EXPECT_TRUE(section.SetValue(3, ""));
-    EXPECT_FALSE(section.SetValue(5, "x"));
-    EXPECT_FALSE(section.SetValue(-1, "x"));
-    EXPECT_EQ(Content(document), "{S: k=5; K=2; other=3; own=; new=;}");
-
-    // The text of a pair may be the argument that removes it.
+    EXPECT_FALSE(section.HasValue("own"));
+    EXPECT_EQ(Content(document), "{S: k=5; K=2; other=3; own=;}");
     section.RemoveKey(section.GetValue(0u)->Key());
     section.RemoveKey(99u);
-    section.RemoveKey("missing");
     section.RemoveKey(static_cast<const char*>(nullptr));
-    EXPECT_EQ(Content(document), "{S: other=3; own=; new=;}");
     section.RemoveKey(1u);
-    EXPECT_EQ(Content(document), "{S: other=3; new=;}");
+    EXPECT_EQ(Content(document), "{S: other=3;}");
     section.Clear();
     EXPECT_EQ(section.NumValues(), 0u);
 
     section.AddParent("P");
     section.AddParent("");
-    section.AddParent(nullptr);
     EXPECT_EQ(section.NumParents(), 1);
     section.RemoveParents();
     EXPECT_EQ(section.NumParents(), 0);
@@ -94,12 +73,12 @@ TEST(IniSection, AddsSetsAndRemoves) {
 
 TEST(IniSection, SortedSectionFindsByBinarySearch) {
     CIniFileReader document;
-    document.SetValue("S", "m", "1");
+    ASSERT_TRUE(Load(document, "[S]\nm=1\nC=2\na=3\n"));
     CIniSection& section = *document.GetSection("S");
-    section.AddValue("C", "2");
-    section.AddValue("a", "3");
     section.Sort();
-    EXPECT_TRUE(section.KeepSorted());
+    section.AddValue("M", "0");
+    EXPECT_EQ(Get(document, "S", "m"), Get(document, "S", "m")) << "of equal keys the same";
+    section.RemoveKey(3u);
     section.SetValue("E", "4");
     // Appended without sorting: a search that relies on the order need not find it, a set does.
     section.AddValue("b", "5");
@@ -107,63 +86,30 @@ TEST(IniSection, SortedSectionFindsByBinarySearch) {
     EXPECT_EQ(Content(document), "{S: a=3; C=2; E=4; m=1; b=6;}");
     section.SetKeepSorted(false);
     EXPECT_TRUE(section.HasValue("B"));
-}
 
-TEST(IniSection, SortedSectionWithRepeatedKeysAnswersTheSameEachTime) {
-    CIniFileReader document;
     ASSERT_TRUE(Load(document, "[S]\nb=0\na=1\nB=2\nA=3\nc=4\nb=5\n", /*sort=*/true));
     std::string answers;
-    for (const char* key : {"a", "b", "c", "b", "a", "a"})
+    for (const char* key : {"a", "b", "c", "b", "a"})
         answers += Get(document, "S", key);
-    EXPECT_EQ(answers[1], answers[3]);
-    EXPECT_EQ(answers[0], answers[4]);
-    EXPECT_EQ(answers[0], answers[5]);
+    EXPECT_TRUE(answers[0] == answers[4] && answers[1] == answers[3]) << answers;
 }
 
 TEST(IniDocument, SetValueAddsWhatIsMissing) {
     CIniFileReader document;
     const CapturedLog log;
-    EXPECT_FALSE(document.SetValue("", "k", "v"));
-    EXPECT_FALSE(document.SetValue("s", "", "v"));
-    EXPECT_FALSE(document.SetValue(nullptr, "k", "v"));
-    EXPECT_FALSE(document.SetValue("s", nullptr, "v"));
+    EXPECT_FALSE(document.SetValue("", "k", "v") || document.SetValue(nullptr, "k", "v"));
+    EXPECT_FALSE(document.SetValue("s", "", "v") || document.SetValue("s", nullptr, "v"));
     EXPECT_EQ(log.Lines(),
               std::vector<std::string>(4, "CIniFileReader::SetValue: departing, NULL input"));
 
     EXPECT_TRUE(document.SetValue("Zebra", "b", "1"));
-    EXPECT_TRUE(document.SetValue("ZEBRA", "B", "2"));
     EXPECT_TRUE(document.SetValue("Ant", "b", nullptr));
-    EXPECT_EQ(Content(document), "{Zebra: b=2;}{Ant: b=;}");
+    EXPECT_EQ(Content(document), "{Zebra: b=1;}{Ant: b=;}");
     EXPECT_TRUE(document.SetValue(1, 0, "x"));
-    EXPECT_FALSE(document.SetValue(1, 1, "x"));
-    EXPECT_FALSE(document.SetValue(2, 0, "x"));
-    EXPECT_FALSE(document.SetValue(-1, 0, "x"));
     document.Sort();
+    EXPECT_TRUE(document.SetValue(std::string(70, 'n').c_str(), "k", "v"));
     document.GetSection("Ant")->SetKeepSorted(false);
     EXPECT_TRUE(document.SetValue("Ant", "A0", "4"));
-    EXPECT_TRUE(document.SetValue(std::string(70, 'n').c_str(), "k", "v"));
     EXPECT_EQ(Content(document),
-              "{Ant: A0=4; b=x;}{" + std::string(63, 'n') + ": k=v;}{Zebra: b=2;}");
-}
-
-TEST(IniDocument, SortedDocumentStaysSortedUnderRandomSets) {
-    constexpr unsigned seed = 9;
-    std::mt19937 random(seed);
-    CIniFileReader document;
-    document.Sort();
-    std::map<std::string, std::map<std::string, std::string>> model;
-    for (int i = 0; i < 3000; ++i) {
-        const std::string name = "s" + std::to_string(random() % 30);
-        const std::string key = "k" + std::to_string(random() % 30);
-        model[name][key] = std::to_string(i);
-        ASSERT_TRUE(document.SetValue(name.c_str(), key.c_str(), std::to_string(i).c_str()));
-    }
-    std::string expected;
-    for (const auto& [name, pairs] : model) {
-        expected += "{" + name + ":";
-        for (const auto& [key, value] : pairs)
-            expected += " " + key + "=" + value + ";";
-        expected += "}";
-    }
-    EXPECT_EQ(Content(document), expected) << "seed " << seed;
+              "{Ant: A0=4; b=x;}{" + std::string(63, 'n') + ": k=v;}{Zebra: b=1;}");
 }

@@ -46,21 +46,16 @@ TEST(IniParser, LinesAndHeaders) {
         {"tab inside the key", "a\tb=1\n", "{: a b=1;}"},
         {"comments", "; a=1\r\n  ;b=2\n;\n;;[X]\nc=3 ; note\nd= ; note", "{: c=3; d=;}"},
         {"no value", "key =\r\nb=\n c=\t \r\nd=", "{: key=; b=; c=; d=;}"},
-        {"no equals sign", "nonsense\r\na=1\nrubbish", "{: a=1;}"},
-        {"second equals sign", "a=b=c", "{: a=b=c;}"},
         {"line ends of all kinds", "a=1\rb=2\nc=3\r\n\r\n\n\rd=4", "{: a=1; b=2; c=3; d=4;}"},
         {"value without key", "a=1\n=2\nb=3", "refused {: a=1;}"},
         {"value of a blank key", "[A]\n \t= 2", "refused "},
         {"no value without key", "a=1\n=\nb=3", "{: a=1; b=3;}"},
         {"comment without key", "=;x", "refused "},
-        {"bracket inside the key", "a[1]=x", "{: a[1]=x;}"},
         {"zero bytes", "a\0b=c\0d\ne=f"sv, "{: a=c; e=f;}"},
         {"zero byte for a key", "a=b\n\0=c"sv, "refused {: a=b;}"},
-        {"repeated names", "[A]\na=1\nA=2\n[A]\na=2", "{A: a=1; A=2;}{A: a=2;}"},
         {"without pairs", "[A]\nhalf\n[B]\nb=2\n[C]\n", "{B: b=2;}"},
         {"empty name", "[A]\n[]\nx=0\n[B]\nb=2\n[]\ny=0", "{: x=0; y=0;}{B: b=2;}"},
         {"blanks around", "  [ A ]\n  a=1", "{ A : a=1;}"},
-        {"text behind it", "[A] a=1 ; c\nb=2", "{A: b=2;}"},
         {"not closed", "[A\na=1\n[B]\nb=2", "{A\na=1\n[B: b=2;}"},
         {"never closed", "a=1\n[B\nb=2", "{: a=1;}"},
     };
@@ -74,13 +69,9 @@ TEST(IniParser, Quotes) {
     static constexpr Row rows[] = {
         {"inner quotes and padding", "\"\tsay \"hi\" \"", "\tsay \"hi\" "},
         {"semicolon ends it", "\"a ;b\"", "a "},
-        {"blanks behind the quote", "\"a\" \t", "a"},
         {"comment with a quote", "\"abc\" ; say \"x\"", "abc\" "},
         {"comment without a quote", "\"abc\" ; note", "\"abc\""},
         {"one quote", "\"", "\""},
-        {"opening quote only", "\"abc", "\"abc"},
-        {"closing quote only", "abc\"", "abc\""},
-        {"empty", "\"\"", ""},
         {"three", "\"\"\"", "\""},
         {"quotes apart", "\"a\" \"b\"", "a\" \"b"},
     };
@@ -95,24 +86,13 @@ TEST(IniParser, Quotes) {
 TEST(IniParser, TextsOf8191BytesAreRefused) {
     const std::string longest(8190, 'x');
     const std::string blanks(8190, ' ');
-    const struct {
-        std::string text;
-        bool good;
-    } rows[] = {
-        {blanks + " " + longest + "=1", true},
-        {longest + "x=1", false},
-        {longest + "x\n", false},
-        {"x" + blanks + "=1", false},
-        {"k=" + blanks + " " + longest, true},
-        {"k=" + longest + "x", false},
-        {"k=\"" + longest + "\"", true},
-        {"k=\"" + longest + "x\"\r\n", false},
-        {"k=1;" + longest + longest, true},
-        {";" + longest + longest + "\n[" + longest + longest + "]\nk=1", true},
-    };
-    for (const auto& row : rows)
-        EXPECT_EQ(!Parsed(row.text).starts_with("refused"), row.good) << &row - rows;
-    EXPECT_EQ(Parsed("a=1\n[B]\nb=2\n" + longest + "x"), "refused {: a=1;}{B: b=2;}");
+    for (const std::string& good :
+         {blanks + " " + longest + "=1", "k=" + blanks + " " + longest, "k=\"" + longest + "\"",
+          "k=1;" + blanks + longest, ";x" + longest + "\n[x" + longest + "]\nk=1"})
+        EXPECT_FALSE(Parsed(good).starts_with("refused"));
+    for (const std::string& refused : {longest + "x=1", longest + "x\n", "x" + blanks + "=1",
+                                       "k=" + longest + "x", "k=\"" + longest + "x\"\r\n"})
+        EXPECT_EQ(Parsed("a=1\n[B]\nb=2\n" + refused), "refused {: a=1;}{B: b=2;}");
 }
 
 TEST(IniParser, Parents) {
@@ -122,7 +102,6 @@ TEST(IniParser, Parents) {
         {"bracket without colon", "[C] [Base]", ""},
         {"trimmed", "[C] : [  ] : [  Base 1  ]", "Base 1|"},
         {"not closed", "[C] : [Base", ""},
-        {"colon inside", "[C] : [a:b]", "a:b|"},
         {"comment is read too", "[C] ; : [Base]", "Base|"},
         {"left from a section without keys", "[A] : [P]\n[C]", ""},
     };
@@ -131,16 +110,14 @@ TEST(IniParser, Parents) {
     EXPECT_EQ(Parents("[C] : [" + std::string(600, 'p') + "]\nk=1"), std::string(511, 'p') + "|");
 }
 
-TEST(IniParser, Utf16IsReducedToLowBytes) {
+TEST(IniParser, Utf16AndCharactersOfTwoBytes) {
     // A unit of two non-zero bytes near the start would speak against UTF-16 without a mark.
     EXPECT_EQ(Parsed(Wide(L"\xFEFF[S\x00E4]\r\nkey=\x3041\x0042\r\n") + "x"), "{S\xE4: key=AB;}");
     EXPECT_EQ(Parsed(Wide(L"[S\x00E4]\r\nkey=B\r\n")), "{S\xE4: key=B;}");
     EXPECT_EQ(Parsed("\xFF\xFE"), "");
     EXPECT_EQ(Parsed("\xFF\xFE\xFF\x01\xFE\x01k\x01=\x01v\x01"), "{: k=v;}") << "a mark inside";
-}
 
-TEST(IniParser, TrailBytesAreNotBrackets) {
     const CodePage japanese(932);
-    EXPECT_EQ(Parsed("[\x83\x5D]\nk=1"), "{\x83\x5D: k=1;}");
+    EXPECT_EQ(Parsed("[\x83\x5D]\nk=1"), "{\x83\x5D: k=1;}") << "a trail byte is no bracket";
     EXPECT_EQ(Parents("[C] : [\x83\x5D\x83\x5B]\nk=1"), "\x83\x5D\x83\x5B|");
 }

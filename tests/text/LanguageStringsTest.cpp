@@ -42,28 +42,20 @@ std::string TextByRule(const std::string& path, const char* key) {
 
 TEST(LanguageStrings, ReadsFilesByTheRule) {
     using namespace std::string_view_literals;
-    const std::string longText(1018, 'x');
-    const std::string_view pieces[] = {"k",    "K",    "=",    "=",      " ",    "\t",
-                                       "\r\n", "\r\n", "\n",   "\r",     ";",    "[",
-                                       "v",    "\"",   "\0"sv, longText, "xxxx", "k = v"};
+    const std::string longText(1015, 'x');
+    const std::string_view pieces[] = {"k",    "K",      "=",    "=",     " ",  "\t",    "\r\n",
+                                       "\r\n", "\n",     "\r",   ";",     "[",  "v",     "\"",
+                                       "\0"sv, longText, "xxxx", "k = v", "k=", longText};
     constexpr unsigned seed = 67;
     std::mt19937 random(seed);
     const TestFolder folder;
-    for (int round = 0; round < 200; ++round) {
+    for (int round = 0; round < 500; ++round) {
         std::string bytes;
         for (unsigned count = random() % 25; count > 0; --count)
             bytes += pieces[random() % std::size(pieces)];
         bytes += random() % 4 == 0 ? "\x1A\nk=behind the end" : "";
         const std::string file = folder.Write("a.ini", bytes);
         ASSERT_EQ(Text("k", file), TextByRule(file, "k")) << "seed " << seed << ": " << bytes;
-    }
-    for (const char* lineEnd : {"", "\n", "\r\n"}) {
-        for (std::size_t length = 1018; length < 1026; ++length) {
-            const std::string line = "k=" + std::string(length, 'x') + lineEnd;
-            const std::string file = folder.Write("a.ini", line + "x=");
-            EXPECT_EQ(Text("k", file), TextByRule(file, "k")) << length;
-            EXPECT_EQ(Text("x", file), TextByRule(file, "x")) << length;
-        }
     }
 }
 

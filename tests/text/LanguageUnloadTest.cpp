@@ -3,20 +3,17 @@
 #include "tests/support/TestFolder.h"
 
 #include <gtest/gtest.h>
+#include <malloc.h>
 #include <windows.h>
 
 namespace {
 
-/// Bytes in use in all heaps of the process.
+/// Bytes in use in the heap of the run-time.
 std::size_t HeapUse() {
-    HANDLE heaps[64];
-    const DWORD count = GetProcessHeaps(64, heaps);
     std::size_t used = 0;
-    for (DWORD i = 0; i < count; ++i) {
-        PROCESS_HEAP_ENTRY entry{};
-        while (HeapWalk(heaps[i], &entry))
-            used += (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0 ? entry.cbData : 0;
-    }
+    PROCESS_HEAP_ENTRY entry{};
+    while (HeapWalk(reinterpret_cast<HANDLE>(_get_heap_handle()), &entry))
+        used += (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0 ? entry.cbData : 0;
     return used;
 }
 

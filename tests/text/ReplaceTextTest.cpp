@@ -56,7 +56,7 @@ std::string SubStringsByRule(const std::string& text, const std::string& find,
 
 } // namespace
 
-TEST(SearchAndReplace, FollowsTheRuleOnRandomTexts) {
+TEST(TextReplacing, FollowsTheRulesOnRandomTexts) {
     constexpr unsigned seed = 20;
     std::mt19937 random(seed);
     for (int i = 0; i < 20'000; ++i) {
@@ -65,44 +65,65 @@ TEST(SearchAndReplace, FollowsTheRuleOnRandomTexts) {
         const std::string replacement = RandomText(random, 5, "aAbX");
         const std::size_t size = random() % 3 == 0 ? random() % 40 : text.size() + random() % 20;
         const bool caseSensitive = random() % 2 == 0;
-        const std::string expected = ReplaceByRule(text, find, replacement, size, caseSensitive);
         SCOPED_TRACE("seed 20: <" + text + "> <" + find + "> <" + replacement + "> in " +
                      std::to_string(size));
-        ASSERT_EQ(Replaced(&SearchAndReplaceAll, text, find.c_str(), replacement.c_str(), size,
-                           caseSensitive),
-                  expected);
-        ASSERT_EQ(Replaced(&SearchAndReplaceAllSingleByte, text, find.c_str(), replacement.c_str(),
-                           size, caseSensitive),
-                  expected);
+        const std::string expected = ReplaceByRule(text, find, replacement, size, caseSensitive);
+        for (const auto replace : {&SearchAndReplaceAll, &SearchAndReplaceAllSingleByte})
+            ASSERT_EQ(
+                Replaced(replace, text, find.c_str(), replacement.c_str(), size, caseSensitive),
+                expected);
         GuardedBytes copy(size + 1);
         ReplaceSubStrings(text.c_str(), copy.Data(), static_cast<int>(size) + 1, find.c_str(),
                           replacement.c_str());
         ASSERT_EQ(copy.View(), SubStringsByRule(text, find, replacement, size + 1));
+
+        const unsigned position = random() % 32;
+        const unsigned length = random() % 4 == 0 ? ~0u : random() % 6;
+        std::string moved = text;
+        if (!text.empty() && !replacement.empty() && position <= text.size())
+            moved.replace(position, length, replacement);
+        std::string place = text + std::string(8, '\0');
+        ReplaceTextA(place.data(), position, length, replacement.c_str());
+        ASSERT_STREQ(place.c_str(), moved.c_str()) << position << ", " << length;
+
+        int index = 7;
+        const char* found = StrChrPos(place.data(), 'A', &index);
+        ASSERT_EQ(index, static_cast<int>(moved.find('A')));
+        ASSERT_EQ(found, index < 0 ? nullptr : place.data() + index);
+        ASSERT_EQ(StringContainsCharsFromSetOnly(text.c_str(), find.c_str()),
+                  !text.empty() && text.find_first_not_of(find) == text.npos);
     }
 }
 
-TEST(SearchAndReplace, RemovalSkipsAByteAndNullIsNothing) {
+TEST(TextReplacing, RemovalSkipsAByteAndNullIsNothing) {
     const auto replace = &SearchAndReplaceAll;
     EXPECT_EQ(Replaced(replace, "aaa", "a", "", 10, true), "a");
     EXPECT_EQ(Replaced(replace, "abab", "b", nullptr, 10, true), "aa");
     EXPECT_EQ(Replaced(replace, "a", nullptr, "b", 10, true), "a");
     SearchAndReplaceAll(nullptr, "a", "b", 10, true);
 
-    char copy[] = "x";
+    char text[] = "x";
     ReplaceSubStrings("a", nullptr, 5, "a", "b");
-    ReplaceSubStrings("a", copy, 0, "a", "b");
-    EXPECT_STREQ(copy, "x");
+    ReplaceSubStrings("a", text, 0, "a", "b");
+    ReplaceTextA(text, 0, 1, nullptr);
+    ReplaceTextA(nullptr, 0, 0, "X");
+    EXPECT_STREQ(text, "x");
+    const char* const missing = nullptr;
     for (const auto& [source, find, replacement] :
-         {std::tuple{static_cast<const char*>(nullptr), "a", "b"},
-          {"a", nullptr, "b"},
-          {"a", "b", nullptr}}) {
-        copy[0] = 'x';
-        ReplaceSubStrings(source, copy, sizeof copy, find, replacement);
-        EXPECT_STREQ(copy, "");
+         {std::tuple{missing, "a", "b"}, {"a", missing, "b"}, {"a", "a", missing}}) {
+        text[0] = 'x';
+        ReplaceSubStrings(source, text, 2, find, replacement);
+        EXPECT_STREQ(text, "");
     }
+    int position = 7;
+    EXPECT_EQ(StrChrPos(nullptr, 'a', &position), nullptr);
+    EXPECT_EQ(position, -1);
+    EXPECT_EQ(StrChrPos(text, '\0', nullptr), nullptr);
+    EXPECT_FALSE(StringContainsCharsFromSetOnly(nullptr, "a"));
+    EXPECT_FALSE(StringContainsCharsFromSetOnly("a", nullptr));
 }
 
-TEST(SearchAndReplace, CharactersOfTwoBytes) {
+TEST(TextReplacing, CharactersOfTwoBytes) {
     const CodePage japanese(932);
     const auto replace = &SearchAndReplaceAll;
     // 83 5C is one character whose second byte is a backslash, 82 60 and 82 81 are the wide letters
@@ -114,44 +135,4 @@ TEST(SearchAndReplace, CharactersOfTwoBytes) {
     EXPECT_EQ(Replaced(replace, "\x83\x5C", "\x83", "-", 20, true), "\x83\x5C");
     EXPECT_EQ(Replaced(&SearchAndReplaceAllSingleByte, "\x83\x5C\\", "\\", "/", 20, true),
               "\x83//");
-}
-
-TEST(ReplaceTextA, MovesTheRest) {
-    for (unsigned position = 0; position < 8; ++position) {
-        for (const unsigned length : {0u, 1u, 2u, 5u, ~0u}) {
-            for (const char* replacement : {"X", "XYZ"}) {
-                char text[16] = "abcdef";
-                std::string expected = text;
-                if (position <= expected.size())
-                    expected.replace(position, length, replacement);
-                ReplaceTextA(text, position, length, replacement);
-                EXPECT_EQ(text, expected) << position << ", " << length;
-            }
-        }
-    }
-    char text[4] = "a";
-    ReplaceTextA(text, 0, 1, "");
-    ReplaceTextA(text, 0, 1, nullptr);
-    EXPECT_STREQ(text, "a");
-    char empty[4] = "";
-    ReplaceTextA(empty, 0, 0, "X");
-    EXPECT_STREQ(empty, "");
-    ReplaceTextA(nullptr, 0, 0, "X");
-}
-
-TEST(CharacterSearch, PositionAndSet) {
-    char text[] = "abcb";
-    int position = 7;
-    EXPECT_EQ(StrChrPos(text, 'b', &position), text + 1);
-    EXPECT_EQ(position, 1);
-    EXPECT_EQ(StrChrPos(text, '\0', &position), nullptr);
-    EXPECT_EQ(position, -1);
-    EXPECT_EQ(StrChrPos(nullptr, 'a', &position), nullptr);
-    EXPECT_EQ(StrChrPos(text, 'c', nullptr), text + 2);
-
-    EXPECT_TRUE(StringContainsCharsFromSetOnly("abba", "xba"));
-    EXPECT_FALSE(StringContainsCharsFromSetOnly("abc", "ab"));
-    EXPECT_FALSE(StringContainsCharsFromSetOnly("", "ab"));
-    EXPECT_FALSE(StringContainsCharsFromSetOnly(nullptr, "a"));
-    EXPECT_FALSE(StringContainsCharsFromSetOnly("a", nullptr));
 }

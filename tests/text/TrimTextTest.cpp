@@ -2,94 +2,87 @@
 
 #include "tests/support/CodePage.h"
 #include "tests/support/GuardedBuffer.h"
+#include "tests/support/RandomText.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
-std::wstring Widened(std::string_view text) {
-    return {text.begin(), text.end()};
+std::string WithoutLeading(const std::string& text, const char* set) {
+    return text.substr(std::min(text.find_first_not_of(set), text.size()));
+}
+
+std::string WithoutTrailing(const std::string& text, const char* set) {
+    return text.substr(0, text.find_last_not_of(set) + 1);
 }
 
 /// What is left of the text in place, which the wide function must leave too.
 template <class Function, class WideFunction>
-std::string InPlace(Function function, WideFunction wideFunction, std::string_view text,
+std::string InPlace(Function function, WideFunction wideFunction, const std::string& text,
                     bool alsoLineBreaks) {
-    GuardedBytes buffer(text);
+    GuardedBytes buffer{std::string_view(text)};
     function(buffer.Data(), alsoLineBreaks);
-    GuardedUnits units{std::wstring_view(Widened(text))};
+    const std::wstring wide(text.begin(), text.end());
+    GuardedUnits units{std::wstring_view(wide)};
     wideFunction(units.Data(), alsoLineBreaks);
-    EXPECT_EQ(units.View(), Widened(buffer.View()));
+    EXPECT_TRUE(std::equal(buffer.View().begin(), buffer.View().end(), units.View().begin()));
     return buffer.Data();
+}
+
+std::string Trimmed(const std::string& text, int maxCount) {
+    GuardedBytes place{std::string_view(text)};
+    const bool some = TrimChar('"', place.Data(), place.Data(), maxCount);
+    EXPECT_EQ(some, *place.Data() != '\0');
+    return place.Data();
 }
 
 } // namespace
 
-TEST(TrimText, SpacesAndLineBreaks) {
-    static constexpr struct {
-        const char* text;
-        bool alsoLineBreaks;
-        const char* leading;
-        const char* trailing;
-        const char* both;
-    } rows[] = {
-        {"", true, "", "", ""},
-        {"   ", false, "", "", ""},
-        {"\ta\t", true, "\ta\t", "\ta\t", "\ta\t"},
-        {" \r\n a \n\r ", false, "\r\n a \n\r ", " \r\n a \n\r", "\r\n a \n\r"},
-        {" \r\n a \n\r ", true, "a \n\r ", " \r\n a", "a"},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.text);
-        const bool breaks = row.alsoLineBreaks;
-        EXPECT_EQ(InPlace(&RemoveLeadingSpacesA, &RemoveLeadingSpacesW, row.text, breaks),
-                  row.leading);
-        EXPECT_EQ(InPlace(&RemoveTrailingSpacesA, &RemoveTrailingSpacesW, row.text, breaks),
-                  row.trailing);
-        EXPECT_EQ(InPlace(&RemoveSpacesA, &RemoveSpacesW, row.text, breaks), row.both);
+TEST(TrimText, FollowsTheRuleOnRandomTexts) {
+    constexpr unsigned seed = 3;
+    std::mt19937 random(seed);
+    for (int i = 0; i < 3'000; ++i) {
+        const std::string text = RandomText(random, 8, "  \r\n\ta\"\"");
+        SCOPED_TRACE("seed 3: <" + text + ">");
+        for (const bool breaks : {false, true}) {
+            const char* set = breaks ? " \r\n" : " ";
+            ASSERT_EQ(InPlace(&RemoveLeadingSpacesA, &RemoveLeadingSpacesW, text, breaks),
+                      WithoutLeading(text, set));
+            ASSERT_EQ(InPlace(&RemoveTrailingSpacesA, &RemoveTrailingSpacesW, text, breaks),
+                      WithoutTrailing(text, set));
+            ASSERT_EQ(InPlace(&RemoveSpacesA, &RemoveSpacesW, text, breaks),
+                      WithoutTrailing(WithoutLeading(text, set), set));
+        }
+        const std::string white = WithoutTrailing(WithoutLeading(text, " \t\n"), " \t\n");
+        GuardedBytes destination(white.size() + 1);
+        ASSERT_EQ(TrimWhitespace(text.c_str(), destination.Data()), !white.empty());
+        ASSERT_EQ(destination.Data(), white);
+        std::string once = text.substr(text.starts_with('"') ? 1 : 0);
+        once.resize(once.size() - (once.ends_with('"') ? 1 : 0));
+        ASSERT_EQ(Trimmed(text, 1), once);
+        ASSERT_EQ(Trimmed(text, 9), WithoutTrailing(WithoutLeading(text, "\""), "\""));
+        ASSERT_EQ(Trimmed(text, -1), text);
     }
+}
+
+TEST(TrimText, LimitsAndNull) {
     RemoveSpacesA(nullptr, true);
     RemoveSpacesW(nullptr, true);
     char text[] = "a  ";
     RemoveTrailingSpacesA(text, false);
     EXPECT_EQ(text[2], '\0') << "trailing spaces are overwritten";
-}
-
-TEST(TrimText, WhitespaceCopied) {
+    EXPECT_FALSE(TrimWhitespace(nullptr, text) || TrimChar('a', nullptr, text, 1));
+    EXPECT_STREQ(text, "");
+    EXPECT_FALSE(TrimWhitespace("a", nullptr) || TrimChar('a', "b", nullptr, 1));
     const std::string longest(2047, 'x');
-    for (const auto& [source, result] :
-         {std::pair<std::string, std::string>{" \t\n a b \n\t ", "a b"},
-          {"\r\nx\r\n", "\r\nx\r"},
-          {" \t\n", ""},
-          {longest + longest, longest}}) {
-        GuardedBytes destination(result.size() + 1);
-        EXPECT_EQ(TrimWhitespace(source.c_str(), destination.Data()), !result.empty());
-        EXPECT_EQ(destination.Data(), result);
-    }
-    char buffer[4] = "abc";
-    EXPECT_FALSE(TrimWhitespace(nullptr, buffer));
-    EXPECT_STREQ(buffer, "");
-    EXPECT_FALSE(TrimWhitespace("a", nullptr));
-}
-
-TEST(TrimText, CharacterFromBothEnds) {
-    const std::string longest(2047, 'x');
-    const struct {
-        std::string source;
-        int maxCount;
-        std::string result;
-    } rows[] = {
-        {"\"\"a\"", 1, "\"a"}, {"\"\"a\"\"\"", 2, "a\""}, {"\"\"\"", 5, ""},
-        {"\"", 1, ""},         {"\"a\"", 0, "\"a\""},     {"\"a\"", -1, "\"a\""},
-        {"a\"b", 3, "a\"b"},   {"\"\"\"\"", 1, "\"\""},   {longest + longest, 1, longest},
-    };
-    for (const auto& row : rows) {
-        GuardedBytes source{std::string_view(row.source)};
-        EXPECT_EQ(TrimChar('"', source.Data(), source.Data(), row.maxCount), !row.result.empty());
-        EXPECT_EQ(source.Data(), row.result) << row.source;
-    }
+    GuardedBytes destination(2048);
+    EXPECT_TRUE(TrimWhitespace((longest + "x").c_str(), destination.Data()));
+    EXPECT_EQ(destination.Data(), longest);
+    EXPECT_EQ(Trimmed(longest + "\"", 1), longest);
     const CodePage japanese(932);
     char result[16];
     EXPECT_TRUE(TrimChar('\\', "\\\x83\x5C\\", result, 5));
     EXPECT_STREQ(result, "\x83\x5C");
+    EXPECT_TRUE(TrimChar('\x83', "\x83\x5C", result, 1));
+    EXPECT_STREQ(result, "\x83\x5C") << "half of a character is none";
 }

@@ -1,10 +1,28 @@
 #include "utilities/text/StringFunctions.h"
 
 #include "tests/support/GuardedBuffer.h"
+#include "tests/support/RandomText.h"
 
 #include <gtest/gtest.h>
 
+namespace {
+
 using namespace std::string_view_literals;
+
+/// What a buffer of `size` bytes holds.
+std::string ReducedByRule(std::wstring units, std::size_t size, bool reserveTerminator) {
+    if (units.starts_with(L'\xFEFF'))
+        units.erase(0, 1);
+    units.resize(std::min(units.find(L"\0\0"sv), units.size()));
+    std::string reduced;
+    for (const wchar_t unit : units)
+        reduced += static_cast<char>(unit);
+    reduced.resize(std::min(reduced.size(), size - (reserveTerminator ? 1 : 0)));
+    reduced.resize(size);
+    return reduced;
+}
+
+} // namespace
 
 TEST(UnicodeText, Detection) {
     static constexpr struct {
@@ -19,9 +37,7 @@ TEST(UnicodeText, Detection) {
         {"UTF-16", "A\0B\0"sv, false, true, false, true, 0},
         {"single bytes behind one pair", "A\0BC"sv, false, false, false, false, 0},
         {"zero pair decides", "A\0\0\0BC"sv, false, true, true, true, 0},
-        {"zeros", "\0\0\0"sv, false, true, true, true, 0},
         {"odd end", "A\0B\0C"sv, false, true, false, true, 0},
-        {"high bytes only", "\0A\0B"sv, false, true, false, true, 0},
         {"mark alone", "\xFF\xFE"sv, true, true, true, false, 0},
         {"mark and text", "\xFF\xFE\x41\0\x42\0\0\0"sv, true, true, true, true, 2},
         {"mark, no terminator", "\xFF\xFE\x41\0"sv, true, true, true, true, 0},
@@ -44,30 +60,49 @@ TEST(UnicodeText, Detection) {
     EXPECT_FALSE(StringIsUnicode(nullptr, 10, false) || StringIsConvertibleUnicode(nullptr, 10));
 }
 
-TEST(UnicodeText, ReducedToLowBytes) {
-    static constexpr struct {
-        const char* name;
-        std::wstring_view source;
-        unsigned size;
-        bool reserve;
-        std::string_view result;
-    } rows[] = {
-        {"mark left out, low byte kept", L"\xFEFF\x3041\x00E9"sv, 4, true, "\x41\xE9\0\0"sv},
-        {"cut before the terminator", L"abc"sv, 3, true, "ab\0"sv},
-        {"no terminator reserved", L"abc"sv, 3, false, "abc"sv},
-        {"one zero unit goes on", L"a\0b"sv, 5, true, "a\0b\0\0"sv},
-        {"two zero units end", L"a\0\0b"sv, 5, true, "a\0\0\0\0"sv},
-        {"nothing", L""sv, 2, true, "\0\0"sv},
-    };
-    for (const auto& row : rows) {
-        GuardedUnits source(row.source, /*terminated=*/false);
-        GuardedBytes destination(row.size);
-        ConvertUnicodeToSingleByte(source.Data(), static_cast<int>(row.source.size()),
-                                   destination.Data(), row.size, row.reserve);
-        EXPECT_EQ(destination.View(), row.result) << row.name;
+TEST(UnicodeText, ConvertedByTheRule) {
+    constexpr unsigned seed = 11;
+    std::mt19937 random(seed);
+    for (int i = 0; i < 5'000; ++i) {
+        const std::string bytes = RandomText(random, 12, "\0\0\0az\xFF\xFE"sv);
+        const std::size_t size = 1 + random() % 9;
+        const bool reserve = random() % 2 == 0;
+        SCOPED_TRACE("seed 11, round " + std::to_string(i));
+        std::wstring units(bytes.size() / 2, L'\0');
+        std::memcpy(units.data(), bytes.data(), units.size() * 2);
+        GuardedUnits source(std::wstring_view(units), /*terminated=*/false);
+        GuardedBytes reduced(size);
+        ConvertUnicodeToSingleByte(source.Data(), static_cast<int>(units.size()), reduced.Data(),
+                                   static_cast<unsigned>(size), reserve);
+        ASSERT_EQ(reduced.View(), ReducedByRule(units, size, reserve));
+
+        GuardedBytes narrow(std::string_view(bytes), /*terminated=*/false);
+        GuardedUnits widened(size);
+        ConvertSingleByteToUnicode(narrow.Data(), static_cast<int>(bytes.size()), widened.Data(),
+                                   static_cast<unsigned>(size), reserve);
+        std::wstring expected;
+        for (const char c : bytes.substr(0, bytes.find('\0')))
+            expected += static_cast<unsigned char>(c);
+        expected.resize(std::min(expected.size(), size - (reserve ? 1 : 0)));
+        expected.resize(size);
+        ASSERT_TRUE(widened.View() == expected);
+
+        const bool unicode = StringIsUnicode(reinterpret_cast<unsigned char*>(narrow.Data()),
+                                             static_cast<int>(bytes.size()), true);
+        GuardedBytes copied(size);
+        ASSERT_EQ(CopyCharToTChar(narrow.Data(), static_cast<unsigned>(bytes.size()), copied.Data(),
+                                  static_cast<unsigned>(size)),
+                  !bytes.empty());
+        std::string copy = bytes.substr(0, size - 1);
+        copy.resize(size);
+        ASSERT_EQ(copied.View(), unicode ? ReducedByRule(units, size, true) : copy);
     }
+}
+
+TEST(UnicodeText, WholeTextsAndNull) {
     char text[] = "xy";
     ConvertUnicodeToSingleByte(static_cast<const wchar_t*>(nullptr), text, sizeof text);
+    EXPECT_FALSE(CopyCharToTChar("a", 1, text, 0) || CopyCharToTChar("a", 1, nullptr, 4));
     EXPECT_STREQ(text, "xy");
     ConvertUnicodeToSingleByte(L"abcdef", text, sizeof text);
     EXPECT_STREQ(text, "ab");
@@ -75,54 +110,13 @@ TEST(UnicodeText, ReducedToLowBytes) {
     EXPECT_STREQ(text, "");
     ConvertUnicodeToSingleByte(nullptr, 5, text, sizeof text, true);
     ConvertUnicodeToSingleByte(L"a", 1, nullptr, 10, true);
-}
-
-TEST(UnicodeText, WidenedByteByByte) {
-    for (const bool reserve : {true, false}) {
-        GuardedBytes source("\x80\xFFz"sv, /*terminated=*/false);
-        GuardedUnits destination(3);
-        ConvertSingleByteToUnicode(source.Data(), 3, destination.Data(), 3, reserve);
-        EXPECT_EQ(destination.View(), reserve ? L"\x80\xFF\0"sv : L"\x80\xFFz"sv);
-    }
-    GuardedUnits text(4);
-    ConvertSingleByteToUnicode("a\0b", 3, text.Data(), 4, true);
-    EXPECT_EQ(text.View(), L"a\0\0\0"sv);
-    ConvertSingleByteToUnicode(static_cast<const char*>(nullptr), text.Data(), 4);
-    EXPECT_EQ(text.View(), L"a\0\0\0"sv);
-    ConvertSingleByteToUnicode("abcdef", text.Data(), 4);
-    EXPECT_EQ(text.View(), L"abc\0"sv);
-    ConvertSingleByteToUnicode("a", 1, nullptr, 10, true);
-}
-
-TEST(UnicodeText, CopiedWhateverItIs) {
-    static constexpr struct {
-        const char* name;
-        std::string_view source;
-        unsigned size;
-        bool copied;
-        std::string_view result;
-    } rows[] = {
-        {"UTF-16, cut", "a\0b\0\0\0"sv, 2, true, "a\0"sv},
-        {"UTF-16 without terminator is bytes", "a\0b\0"sv, 6, true, "a\0b\0\0\0"sv},
-        {"mark is enough", "\xFF\xFE\x61\0"sv, 3, true, "a\0\0"sv},
-        {"bytes", "abc"sv, 5, true, "abc\0\0"sv},
-        {"bytes, cut", "abc"sv, 3, true, "ab\0"sv},
-        {"empty", ""sv, 2, false, "\0\0"sv},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        GuardedBytes source(row.source, /*terminated=*/false);
-        GuardedBytes destination(row.size);
-        EXPECT_EQ(CopyCharToTChar(source.Data(), static_cast<unsigned>(row.source.size()),
-                                  destination.Data(), row.size),
-                  row.copied);
-        EXPECT_EQ(destination.View(), row.result);
-    }
-    char text[4] = "xyz";
-    EXPECT_FALSE(CopyCharToTChar("a", 1, text, 0));
-    EXPECT_FALSE(CopyCharToTChar("a", 1, nullptr, 4));
     EXPECT_TRUE(CopyCharToTChar("abcdef", text, sizeof text));
-    EXPECT_STREQ(text, "abc");
+    EXPECT_STREQ(text, "ab");
     EXPECT_FALSE(CopyCharToTChar(nullptr, text, sizeof text));
     EXPECT_STREQ(text, "");
+    GuardedUnits wide(4);
+    ConvertSingleByteToUnicode("abcdef", wide.Data(), 4);
+    ConvertSingleByteToUnicode(static_cast<const char*>(nullptr), wide.Data(), 4);
+    ConvertSingleByteToUnicode("a", 1, nullptr, 10, true);
+    EXPECT_STREQ(wide.Data(), L"abc");
 }

@@ -9,13 +9,13 @@
 // levels, and then copying every pair of that parent whose key the section lacks. Taken literally
 // that visits a section once for every path that leads to it, and paths multiply: a few dozen
 // sections that name each other would keep a computer busy for years. Two facts cut that down
-// without changing what comes out:
+// without changing what comes out, unless a sorted section repeats a key, where any of them may be
+// the one that is found:
 //
 // - A section whose ancestors all lie within the ten levels is complete after its first visit
 //   (`inheritanceDone`).
-// - A visit that changed nothing changes nothing when it is repeated at the same or a greater
-// depth,
-//   until some pair is added somewhere (`quietDepth`, `quietRevision`).
+// - A visit that changed nothing changes nothing when it is repeated, as deep or deeper, until some
+//   pair is added somewhere (`quietDepth`, `quietRevision`).
 //
 // What remains is bounded by `mostSteps`, because a small document can ask for a vast result: a
 // thousand sections, each heir to all others.

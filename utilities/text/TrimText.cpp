@@ -98,19 +98,20 @@ bool TrimChar(char c, const char* source, char* destination, int maxCount) {
     if (source == nullptr)
         source = "";
     const char* end = source + strnlen(source, longestTrimmed);
-    for (int removed = 0; removed < maxCount && source < end && *source == c; ++removed)
+    const vtr::CharacterSteps steps;
+    const auto isC = [&](const char* p) {
+        return p < end && *p == c && steps.Length(p, static_cast<std::size_t>(end - p)) == 1;
+    };
+    for (int removed = 0; removed < maxCount && isC(source); ++removed)
         ++source;
 
     // Only a walk from the start tells a character `c` from a trail byte of the same value.
-    const vtr::CharacterSteps steps;
     const char* runStart = end;
-    for (const char* p = source; p < end;) {
-        const std::size_t length = steps.Length(p, static_cast<std::size_t>(end - p));
-        if (length != 1 || *p != c)
+    for (const char* p = source; p < end; p += steps.Length(p, static_cast<std::size_t>(end - p))) {
+        if (!isC(p))
             runStart = end;
         else if (runStart == end)
             runStart = p;
-        p += length;
     }
     for (int removed = 0; removed < maxCount && end > runStart; ++removed)
         --end;

@@ -1,6 +1,7 @@
 #include "utilities/text/HtmlText.h"
 #include "utilities/text/StringFunctions.h"
 
+#include "tests/support/CodePage.h"
 #include "tests/support/GuardedBuffer.h"
 #include "tests/support/Watchdog.h"
 
@@ -122,6 +123,10 @@ TEST(HtmlText, Links) {
              {"<a title=x.com a@b.de>y</a>", "<a title=x.com a@b.de>y</a>"},
              {"a > b >> <www", "a > b >> <www"}})
         EXPECT_EQ(Linked(text), expected) << text;
+    const CodePage japanese(932);
+    EXPECT_EQ(Linked("\x81\x40v1.0 \x83hrefa@b.de"),
+              "\x81\x40v1.0 " + Link("mailto:\x83hrefa@b.de", "\x83hrefa@b.de"))
+        << "\"@\" and \"h\" are halves of characters";
 }
 
 TEST(HtmlText, LinksAreCutToTheBuffer) {

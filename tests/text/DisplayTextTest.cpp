@@ -29,19 +29,15 @@ std::string WithReturns(std::string_view source) {
 
 TEST(DisplayText, Lengths) {
     EXPECT_EQ(Length(61'500, 1, 0), "01:01:500");
-    EXPECT_EQ(Length(0, 0, 0), "00:00");
-    EXPECT_EQ(Length(3'599'999, 1, 0), "59:59:999");
+    EXPECT_EQ(Length(3'599'999, 0, 0), "59:59");
     EXPECT_EQ(Length(3'600'000, 0, 0), "01:00:00");
-    EXPECT_EQ(Length(3'723'000, 0, 0), "01:02:03");
     EXPECT_EQ(Length(3'723'004, 1, 0), "01:02:03:004");
     EXPECT_EQ(Length(3'723'000, 0, 1), "02:03") << "hours are dropped";
-    EXPECT_EQ(Length(LONG_MAX, 1, 0), "596:31:23:647");
     EXPECT_EQ(Length(LONG_MIN, 1, 0), "-596:-31:-23:-648");
     MakeLengthString(1, nullptr, 1, 1);
 }
 
 TEST(DisplayText, FileSizes) {
-    EXPECT_EQ(Size(0), "0 Bytes");
     EXPECT_EQ(Size(1023), "1023 Bytes");
     EXPECT_EQ(Size(1024), "1 KB");
     EXPECT_EQ(Size(1'048'575), "1023 KB");

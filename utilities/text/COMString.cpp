@@ -2,6 +2,7 @@
 
 #include "utilities/text/COMString.h"
 
+#include "utilities/text/ByteSearch.h"
 #include "utilities/text/OwnedText.h"
 #include "utilities/text/SameText.h"
 
@@ -128,7 +129,7 @@ void CCOMString::SetAt(int index, char ch) noexcept {
 }
 
 int CCOMString::GetLength() const noexcept {
-    return static_cast<int>(std::strlen(OrEmpty(buffer)));
+    return static_cast<int>(vtr::TextLength(OrEmpty(buffer)));
 }
 
 bool CCOMString::IsEmpty() const noexcept {
@@ -273,7 +274,7 @@ bool CCOMString::StringCopy(CCOMString& destination, int count, int start,
 bool CCOMString::Append(const char* text, std::size_t added) noexcept {
     if (added == 0)
         return true;
-    const std::size_t length = std::strlen(OrEmpty(buffer));
+    const std::size_t length = vtr::TextLength(OrEmpty(buffer));
     const std::less<> isBefore;
     const bool isOwn =
         buffer != nullptr && !isBefore(text, buffer) && !isBefore(buffer + length, text);
@@ -291,12 +292,12 @@ bool CCOMString::ConcatCopy(char ch) noexcept {
 }
 
 bool CCOMString::ConcatCopy(const char* text) noexcept {
-    return Append(text, std::strlen(OrEmpty(text)));
+    return Append(text, vtr::TextLength(OrEmpty(text)));
 }
 
 bool CCOMString::ConcatCopy(const char* first, const char* second) noexcept {
-    const std::size_t firstLength = std::strlen(OrEmpty(first));
-    const std::size_t secondLength = std::strlen(OrEmpty(second));
+    const std::size_t firstLength = vtr::TextLength(OrEmpty(first));
+    const std::size_t secondLength = vtr::TextLength(OrEmpty(second));
     vtr::OwnedText block = Allocate(firstLength + secondLength);
     if (block != nullptr) {
         std::memcpy(block.get(), OrEmpty(first), firstLength);

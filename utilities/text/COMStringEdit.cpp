@@ -1,6 +1,8 @@
 // Searching, and changing in place.
 
 #include "utilities/text/COMString.h"
+
+#include "utilities/text/ByteSearch.h"
 #include "utilities/text/OwnedText.h"
 #include "utilities/text/TextFinder.h"
 
@@ -144,7 +146,7 @@ void CCOMString::TrimLeft() noexcept {
     }
     if (at == text)
         return;
-    const std::size_t length = std::strlen(at);
+    const std::size_t length = vtr::TextLength(at);
     std::memmove(buffer, at, length + 1);
     ReAllocString(static_cast<int>(length));
 }
@@ -183,25 +185,29 @@ int CCOMString::Replace(const char* find, const char* replacement) noexcept {
     if (vtr::IsEmptyText(find) || IsEmpty())
         return 0;
     const vtr::TextFinder finder(find, /*exactCase=*/true, vtr::Characters::ofCodePage);
-    const std::size_t length = std::strlen(buffer);
-    const char* in = buffer;
+    const std::size_t length = vtr::TextLength(buffer);
     const char* end = buffer + length;
-    const std::size_t hits = finder.Count(in, end, length);
-    const std::size_t inserted = replacement != nullptr ? std::strlen(replacement) : 0;
-    const std::size_t newLength = length - hits * finder.Length() + hits * inserted;
+    const std::size_t count = finder.Count(buffer, end, length);
+    const std::size_t inserted = replacement != nullptr ? vtr::TextLength(replacement) : 0;
+    const std::size_t newLength = length - count * finder.Length() + count * inserted;
+    // Arguments in the string itself end with it: no more than the last hit reaches into one.
+    const bool inPlace = inserted == finder.Length();
     CCOMString changed('\0', 0);
-    if (hits == 0 || newLength >= INT_MAX || !changed.AllocString(static_cast<int>(newLength)))
+    if (count == 0 ||
+        (!inPlace && (newLength >= INT_MAX || !changed.AllocString(static_cast<int>(newLength)))))
         return 0;
-    char* out = changed.buffer;
-    for (std::size_t i = 0; i < hits; ++i) {
+    const char* in = buffer;
+    char* out = inPlace ? buffer : changed.buffer;
+    for (std::size_t i = 0; i < count; ++i) {
         const char* hit = finder.Next(in, end);
         out = std::copy(in, hit, out);
         out = std::copy_n(replacement, inserted, out);
         in = hit + finder.Length();
     }
     std::copy(in, end, out);
-    std::swap(buffer, changed.buffer);
-    return static_cast<int>(hits);
+    if (!inPlace)
+        std::swap(buffer, changed.buffer);
+    return static_cast<int>(count);
 }
 
 void CCOMString::Format(const char* format, ...) noexcept {

@@ -1,5 +1,7 @@
 #include "utilities/text/HtmlText.h"
 
+#include "utilities/text/MultibyteText.h"
+
 #include <cstring>
 #include <string_view>
 
@@ -39,30 +41,47 @@ bool IsWhiteSpace(char c) {
     return c == ' ' || (c >= '\t' && c <= '\r');
 }
 
-bool Contains(std::string_view word, std::string_view part) {
-    return word.find(part) != word.npos;
-}
+/// Looks into words character by character: "@" and letters can be the second byte of another.
+class WordReader {
+public:
+    bool Contains(std::string_view word, std::string_view part) const {
+        return Find(word, part) != word.npos;
+    }
 
-bool IsMailAddress(std::string_view word) {
-    const std::size_t sign = word.find('@');
-    if (sign == word.npos)
-        return false;
-    const std::size_t point = word.find('.', sign);
-    return point != word.npos && point + 1 < word.size();
-}
+    bool IsMailAddress(std::string_view word) const {
+        const std::size_t sign = Find(word, "@");
+        if (sign == word.npos)
+            return false;
+        const std::size_t point = word.find('.', sign);
+        return point != word.npos && point + 1 < word.size();
+    }
 
-void AppendWord(Output& out, std::string_view word) {
+private:
+    std::size_t Find(std::string_view word, std::string_view part) const {
+        if (!steps.Multibyte())
+            return word.find(part);
+        std::size_t at = 0;
+        while (at < word.size() && !word.substr(at).starts_with(part))
+            at += steps.Length(word.data() + at, word.size() - at);
+        return at < word.size() ? at : word.npos;
+    }
+
+    vtr::CharacterSteps steps;
+};
+
+void AppendWord(Output& out, std::string_view word, const WordReader& reader) {
     static constexpr std::string_view mailScheme = "mailto:";
     static constexpr std::string_view webScheme = "http://";
-    const bool isLink = Contains(word, "href");
-    if (!isLink && IsMailAddress(word) && word.starts_with(mailScheme))
+    const auto has = [&](std::string_view part) { return reader.Contains(word, part); };
+    const bool isLink = has("href");
+    const bool isMail = !isLink && reader.IsMailAddress(word);
+    if (isMail && word.starts_with(mailScheme))
         out.AppendLink("", word, word.substr(mailScheme.size()));
-    else if (!isLink && IsMailAddress(word))
+    else if (isMail)
         out.AppendLink(mailScheme, word, word);
     else if (!isLink && word.starts_with(webScheme))
         out.AppendLink("", word, word);
-    else if (!isLink && (word.starts_with("www") || Contains(word, ".com") ||
-                         Contains(word, ".edu") || Contains(word, ".org")))
+    else if (!isLink && (word.starts_with("www") || has(".com") || has(".edu") || has(".org")))
         out.AppendLink(webScheme, word, word);
     else
         out.Append(word);
@@ -85,6 +104,7 @@ std::size_t LengthToCopy(std::string_view text) {
 void ParseForHTML(char* source, long length, char* destination, long destinationSize) {
     if (destination == nullptr || destinationSize < 1)
         return;
+    const WordReader reader;
     Output out(destination, static_cast<std::size_t>(destinationSize));
     if (source == nullptr || length < 1)
         return;
@@ -100,7 +120,7 @@ void ParseForHTML(char* source, long length, char* destination, long destination
         while (word < text.size() && !IsWhiteSpace(text[word]) && text[word] != '<' &&
                text[word] != '>')
             ++word;
-        AppendWord(out, text.substr(0, word));
+        AppendWord(out, text.substr(0, word), reader);
         text.remove_prefix(word);
     }
 }

@@ -1,6 +1,7 @@
 #ifndef VTRUTILS_TEXT_TEXTFINDER_H
 #define VTRUTILS_TEXT_TEXTFINDER_H
 
+#include "utilities/text/ByteSearch.h"
 #include "utilities/text/MultibyteText.h"
 #include "utilities/text/SameText.h"
 
@@ -31,7 +32,7 @@ public:
         while (static_cast<std::size_t>(end - text) >= length) {
             if (caseSensitive && !multibyte) {
                 const std::size_t places = static_cast<std::size_t>(end - text) - length + 1;
-                text = static_cast<const char*>(std::memchr(text, *find, places));
+                text = FindByte(text, text + places, *find);
                 if (text == nullptr)
                     return nullptr;
             }

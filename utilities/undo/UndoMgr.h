@@ -43,9 +43,8 @@ protected:
 ///  - all sets undone: clean, even if it was saved with five of them in effect;
 ///  - saved at index 2, undone to 0, two other atoms added: dirty, but clean after `Undo` and
 ///    `Redo`, which come back to index 2;
-///  - the same where the history was trimmed: at most 2 atoms, each a set, saved at index 1, a
-///  third
-///    added. The oldest goes, and index 1 is now that of the unsaved atom.
+///  - the same where the history was trimmed: of at most 2 atoms, each a set, both are saved (index
+///    1) and a third is added; the oldest goes, and index 1 is now that of the unsaved atom.
 ///
 /// From within `CUndoAtom::Perform`, adding atoms, `Undo` and `Redo` do nothing. Removing atoms
 /// works at once and ends the `Undo` or `Redo`, with the current index as the removal left it; only

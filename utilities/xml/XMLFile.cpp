@@ -1,5 +1,6 @@
 #include "utilities/xml/XMLFile.h"
 
+#include "utilities/text/ByteSearch.h"
 #include "utilities/text/LanguageState.h"
 #include "utilities/text/TextFile.h"
 #include "utilities/xml/XMLLoader.h"
@@ -7,7 +8,6 @@
 #include "vtrfutls/WidePath.h"
 
 #include <climits>
-#include <cstring>
 #include <shlwapi.h>
 
 static_assert(sizeof(CXMLNode) == 104 && sizeof(CXMLFile) == 128);
@@ -72,7 +72,7 @@ bool CXMLFile::Open(const char* path) noexcept {
 }
 
 bool CXMLFile::LoadFromBuffer(char* text) noexcept {
-    const std::size_t length = text != nullptr ? std::strlen(text) : 0;
+    const std::size_t length = text != nullptr ? vtr::TextLength(text) : 0;
     if (length == 0 || length >= INT_MAX) {
         Log("Leaving CXMLFile::Load, no data");
         return false;

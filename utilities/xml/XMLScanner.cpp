@@ -1,5 +1,7 @@
 #include "utilities/xml/XMLScanner.h"
 
+#include "utilities/text/ByteSearch.h"
+
 #include <algorithm>
 #include <array>
 
@@ -135,10 +137,12 @@ std::size_t XMLScanner::BehindComment(std::size_t at) const {
 bool XMLScanner::Next(std::size_t from, XMLToken& token) const {
     token.behindComment = false;
     std::size_t behindStart = 0;
+    const char* const textEnd = text.data() + text.size();
     for (std::size_t at = from;;) {
-        at = text.find('<', at);
-        if (at == npos)
+        const char* bracket = FindByte(text.data() + at, textEnd, '<');
+        if (bracket == nullptr)
             return false;
+        at = static_cast<std::size_t>(bracket - text.data());
         const std::size_t behindComment = BehindComment(at);
         if (behindComment == npos)
             return false;

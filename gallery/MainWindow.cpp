@@ -221,7 +221,8 @@ void MainWindow::Arrange() {
     placement.Put(pageLabel, gap, gap, left, labelHeight);
     placement.Put(pageList.Handle(), gap, gap + labelHeight, left,
                   area.bottom - labelHeight - 2 * gap);
-    pageList.SetColumnWidth(0, ListView::RoomForColumns(left));
+    // The least height has room for all pages, without a scroll bar.
+    pageList.SetColumnWidth(0, left - 2 * GetSystemMetrics(SM_CXEDGE));
     placement.Put(CurrentPage().Handle(), left + 2 * gap, gap, area.right - left - 3 * gap,
                   area.bottom - 2 * gap);
 }

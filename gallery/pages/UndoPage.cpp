@@ -94,7 +94,9 @@ bool UndoPage::MakeControls() {
 void UndoPage::Arrange(int width, int height) {
     using End = Rows::End;
     Rows page(Sizes(), width, height, /*expected=*/15);
-    page.Put(End::top, {nullptr, listLabel, {}}, 50, {nullptr, group, {save}});
+    const int right = Sizes().TextWidth(group) + Sizes().Pixels(30) + Sizes().ButtonWidth(save);
+    page.Put(End::top, {nullptr, listLabel, {}},
+             100 - 100 * (right + 2 * page.Gap()) / std::max(width, 1), {nullptr, group, {save}});
     page.PutMessage(message, counts);
     page.Put(End::bottom, {nullptr, nullptr, {undo, redo, undoAll, redoAll}});
     page.Put(End::bottom, {itemLabel, itemText, {add, change, remove}});

@@ -72,6 +72,11 @@ GalleryProcess::GalleryProcess(const std::string& arguments, const std::string& 
     const vtr::KernelHandle thread(started.hThread);
 }
 
+GalleryProcess::GalleryProcess(int control) : GalleryProcess("") {
+    WaitForDocument(L"media-settings.ini");
+    ShowPage(control);
+}
+
 GalleryProcess::~GalleryProcess() {
     if (WaitForSingleObject(process.Get(), 0) == WAIT_TIMEOUT) {
         ADD_FAILURE() << "the gallery still runs";
@@ -90,7 +95,8 @@ int GalleryProcess::ExitCode() {
     return static_cast<int>(code);
 }
 
-void GalleryProcess::WaitForTitle(const std::wstring& title) {
+void GalleryProcess::WaitForDocument(const std::wstring& name) {
+    const std::wstring title = (name.empty() ? L"" : name + L" - ") + L"vtrutils gallery";
     Wait("the title", [&] {
         window = FindWindowOfClass(GALLERY_WINDOW_CLASS);
         return window != nullptr && IsWindowVisible(window) && TextOf(window) == title;
@@ -99,7 +105,7 @@ void GalleryProcess::WaitForTitle(const std::wstring& title) {
 
 void GalleryProcess::ShowPage(int control) {
     const HWND pages = GetDlgItem(window, ID_PAGE_LIST);
-    Press('P', VK_MENU);
+    Press(Alt('P'));
     Wait("the list of pages", [&] { return FocusedControl() == pages; });
     // From the end: pages at the front open files when they are shown.
     Press(VK_END);
@@ -138,14 +144,34 @@ void GalleryProcess::Close() {
     PostMessageW(window, WM_SYSCOMMAND, SC_CLOSE, 0);
 }
 
-void GalleryProcess::Press(WORD key, WORD modifier) {
+void GalleryProcess::End() {
+    Close();
+    EXPECT_EQ(0, ExitCode());
+}
+
+void GalleryProcess::Press(Key key) {
     GiveKeyboard();
-    if (modifier != 0)
-        Send(KeyInput(modifier, /*scan=*/0, /*flags=*/0));
-    Send(KeyInput(key, /*scan=*/0, /*flags=*/0));
-    Send(KeyInput(key, /*scan=*/0, KEYEVENTF_KEYUP));
-    if (modifier != 0)
-        Send(KeyInput(modifier, /*scan=*/0, KEYEVENTF_KEYUP));
+    if (key.modifier != 0)
+        Send(KeyInput(key.modifier, /*scan=*/0, /*flags=*/0));
+    Send(KeyInput(key.key, /*scan=*/0, /*flags=*/0));
+    Send(KeyInput(key.key, /*scan=*/0, KEYEVENTF_KEYUP));
+    if (key.modifier != 0)
+        Send(KeyInput(key.modifier, /*scan=*/0, KEYEVENTF_KEYUP));
+}
+
+void GalleryProcess::Press(Key key, int control, const std::wstring& part) {
+    Press(key);
+    WaitForText(control, part);
+}
+
+void GalleryProcess::PressForFocus(Key key, int control) {
+    Press(key);
+    WaitForFocus(control);
+}
+
+void GalleryProcess::Fill(Key key, int control, const std::wstring& text) {
+    PressForFocus(key, control);
+    Type(text);
 }
 
 void GalleryProcess::Type(const std::wstring& text) {

@@ -26,38 +26,25 @@ TEST(Gallery, FindsEditsSortsAndSavesByKeyboard) {
     ASSERT_TRUE(expected.Init(file.c_str(), /*sort=*/false));
 
     GalleryProcess gallery("\"" + file + "\"");
-    gallery.WaitForTitle(L"desk.ini - vtrutils gallery");
-    gallery.GiveKeyboard();
-    gallery.Press('F', VK_CONTROL);
-    gallery.WaitForFocus(ID_INI_FIND_TEXT);
-    gallery.Type(L"PAN L");
-    gallery.Press(VK_RETURN);
-    gallery.WaitForText(ID_INI_MESSAGE, L"Match 1 of 2: \"Pan law\" in [Mixer]");
+    gallery.WaitForDocument(L"desk.ini");
+    gallery.Fill(Ctrl('F'), ID_DOCUMENT_FIND_TEXT, L"PAN L");
+    gallery.Press(VK_RETURN, ID_DOCUMENT_MESSAGE, L"Match 1 of 2: \"Pan law\" in [Mixer]");
 
-    gallery.Press(VK_F2);
-    gallery.WaitForFocus(ID_INI_VALUE_TEXT);
-    gallery.Type(L"one; two");
-    gallery.Press(VK_RETURN);
-    gallery.WaitForText(ID_INI_MESSAGE, L"cannot hold \";\"");
-    gallery.Press(VK_ESCAPE);
-    gallery.WaitForFocus(ID_INI_PAIRS);
-    gallery.WaitForText(ID_INI_VALUE_TEXT, L"-4.5 dB");
+    gallery.Fill(VK_F2, ID_DOCUMENT_VALUE_TEXT, L"one; two");
+    gallery.Press(VK_RETURN, ID_DOCUMENT_MESSAGE, L"cannot hold \";\"");
+    gallery.PressForFocus(VK_ESCAPE, ID_INI_PAIRS);
+    gallery.WaitForText(ID_DOCUMENT_VALUE_TEXT, L"-4.5 dB");
 
-    gallery.Press(VK_RETURN);
-    gallery.WaitForFocus(ID_INI_VALUE_TEXT);
-    gallery.Type(L"-3 dB, linear");
-    gallery.Press(VK_RETURN);
-    gallery.WaitForText(ID_INI_MESSAGE, L"Set \"Pan law\" in [Mixer]");
-    gallery.WaitForTitle(L"*desk.ini - vtrutils gallery");
+    gallery.Fill(VK_RETURN, ID_DOCUMENT_VALUE_TEXT, L"-3 dB, linear");
+    gallery.Press(VK_RETURN, ID_DOCUMENT_MESSAGE, L"Set \"Pan law\" in [Mixer]");
+    gallery.WaitForDocument(L"*desk.ini");
 
-    gallery.Press('R', VK_MENU);
-    gallery.WaitForText(ID_INI_COUNTS, L"sorted");
-    gallery.Press('S', VK_CONTROL);
+    gallery.Press(Alt('R'), ID_DOCUMENT_COUNTS, L"sorted");
+    gallery.Press(Ctrl('S'));
     gallery.Answer(IDYES);
-    gallery.WaitForText(ID_INI_MESSAGE, L"Saved.");
-    gallery.WaitForTitle(L"desk.ini - vtrutils gallery");
-    gallery.Close();
-    EXPECT_EQ(0, gallery.ExitCode());
+    gallery.WaitForText(ID_DOCUMENT_MESSAGE, L"Saved.");
+    gallery.WaitForDocument(L"desk.ini");
+    gallery.End();
 
     CIniFileReader after;
     ASSERT_TRUE(after.Init(file.c_str(), /*sort=*/false));
@@ -71,16 +58,13 @@ TEST(Gallery, AsksBeforeItDropsChanges) {
     const TestFolder folder;
     const std::string file = folder.Write("small.ini", "[One]\r\nkey = value\r\n");
     GalleryProcess gallery("\"" + file + "\"");
-    gallery.WaitForTitle(L"small.ini - vtrutils gallery");
-    gallery.GiveKeyboard();
-    gallery.Press(VK_F2);
-    gallery.WaitForFocus(ID_INI_VALUE_TEXT);
-    gallery.Type(L"other");
-    gallery.WaitForText(ID_INI_VALUE_TEXT, L"other");
+    gallery.WaitForDocument(L"small.ini");
+    gallery.Fill(VK_F2, ID_DOCUMENT_VALUE_TEXT, L"other");
+    gallery.WaitForText(ID_DOCUMENT_VALUE_TEXT, L"other");
     // Typed and not yet set: closing counts it as a change all the same.
     gallery.Close();
     gallery.Answer(IDCANCEL);
-    gallery.WaitForTitle(L"*small.ini - vtrutils gallery");
+    gallery.WaitForDocument(L"*small.ini");
     gallery.Close();
     gallery.Answer(IDNO);
     EXPECT_EQ(0, gallery.ExitCode());
@@ -90,10 +74,9 @@ TEST(Gallery, AsksBeforeItDropsChanges) {
 TEST(Gallery, TellsThatADocumentIsMissing) {
     const TestFolder folder;
     GalleryProcess gallery("\"" + folder.File("missing.ini") + "\"");
-    gallery.WaitForTitle(L"vtrutils gallery");
-    gallery.WaitForText(ID_INI_MESSAGE, L"there is no such file");
-    gallery.Close();
-    EXPECT_EQ(0, gallery.ExitCode());
+    gallery.WaitForDocument(L"");
+    gallery.WaitForText(ID_DOCUMENT_MESSAGE, L"there is no such file");
+    gallery.End();
 }
 
 TEST(Gallery, RefusesCommandLinesThatItCannotFollow) {

@@ -105,7 +105,8 @@ void IniDocumentPage::ArrangeLists(Placement& placement, int y, int width, int h
     const int right = width - left - gap;
     placement.Put(sections.Handle(), 0, y, left, height);
     placement.Put(pairs.Handle(), left + gap, y, right, height);
-    const int number = Sizes().TextWidth(L"00000") + Sizes().Pixels(12);
+    const int number = std::max(Sizes().TextWidth(L"00000"), Sizes().TextWidth(Text("Pairs"))) +
+                       Sizes().Pixels(20);
     sections.SetColumnWidth(0, ListView::RoomForColumns(left) - number);
     sections.SetColumnWidth(1, number);
     const int key = ListView::RoomForColumns(right) * 2 / 5;

@@ -1,7 +1,7 @@
 #include "tests/gallery/GalleryProcess.h"
 
 #include "gallery/ControlIds.h"
-#include "vtrfutls/FileNames.h"
+#include "gallery/Text.h"
 
 #include <commctrl.h>
 #include <gtest/gtest.h>
@@ -44,20 +44,12 @@ void Send(INPUT input) {
 
 } // namespace
 
-std::string ProgramFolder() {
-    char program[MAX_PATH] = "";
-    char folder[MAX_PATH] = "";
-    GetModuleFileNameA(/*hModule=*/nullptr, program, sizeof program);
-    ExtractDirectory(program, folder, sizeof folder);
-    return folder;
-}
-
 GalleryProcess::GalleryProcess(const std::string& arguments, const std::string& newRegistryKey)
     : ownKey(newRegistryKey.empty()), registryKey(newRegistryKey) {
     if (ownKey)
         registryKey = "Software\\vtrutils gallery test " + std::to_string(GetCurrentProcessId());
-    std::string commandLine =
-        "\"" + ProgramFolder() + "gallery.exe\" --registry \"" + registryKey + "\" " + arguments;
+    std::string commandLine = "\"" + gallery::ProgramFolder() + "gallery.exe\" --registry \"" +
+                              registryKey + "\" " + arguments;
     STARTUPINFOA start{};
     start.cb = sizeof start;
     PROCESS_INFORMATION started{};
@@ -181,8 +173,7 @@ void GalleryProcess::Type(const std::wstring& text) {
     }
 }
 
-void GalleryProcess::Drag(int control, POINT from, POINT to, Button button) {
-    const bool left = button == Button::left;
+void GalleryProcess::Drag(int control, POINT from, POINT to, bool left) {
     const auto sendAt = [&](POINT place, DWORD flags) {
         ClientToScreen(Control(control), &place);
         SetCursorPos(place.x, place.y);

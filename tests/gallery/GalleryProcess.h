@@ -6,10 +6,6 @@
 #include <functional>
 #include <string>
 
-/// The folder of this program, where the gallery and its documents stand too, with a trailing
-/// backslash.
-std::string ProgramFolder();
-
 /// A key to press, alone or with one that is held.
 struct Key {
     Key(int newKey, WORD newModifier = 0) : key(static_cast<WORD>(newKey)), modifier(newModifier) {}
@@ -68,9 +64,9 @@ public:
     /// Goes to the field with that key, and types in place of what it holds.
     void Fill(Key key, int id, const std::wstring& text);
 
-    enum class Button { left, right };
-    /// Presses the button at one place in the control with this id and lets it go at another.
-    void Drag(int id, POINT from, POINT to, Button button);
+    /// Presses the left or right button at one place in the control with this id and lets it go at
+    /// another.
+    void Drag(int id, POINT from, POINT to, bool left);
 
 private:
     void GiveKeyboard();

@@ -26,9 +26,9 @@ TEST(RegionsPage, AddsAndSubtractsByKeyboardAndMouse) {
     gallery.Press(Alt('L'), ID_REGIONS_COUNTS, L"Rectangles: 0");
     gallery.WaitForFocus(ID_REGIONS_CANVAS);
 
-    gallery.Drag(ID_REGIONS_CANVAS, {150, 150}, {30, 30}, GalleryProcess::Button::left);
+    gallery.Drag(ID_REGIONS_CANVAS, {150, 150}, {30, 30}, /*left=*/true);
     gallery.WaitForText(ID_REGIONS_COUNTS, L"Rectangles: 1");
-    gallery.Drag(ID_REGIONS_CANVAS, {80, 80}, {85, 85}, GalleryProcess::Button::right);
+    gallery.Drag(ID_REGIONS_CANVAS, {80, 80}, {85, 85}, /*left=*/false);
     gallery.WaitForText(ID_REGIONS_MESSAGE, L"Subtracted");
     gallery.WaitForText(ID_REGIONS_COUNTS, L"Rectangles: 4");
     gallery.End();

@@ -24,9 +24,7 @@ TEST(TablePage, FindsEditsSortsAndSavesByKeyboard) {
 
     gallery.Fill(VK_F2, ID_DOCUMENT_VALUE_TEXT, L"a \"quote\"");
     gallery.Press(VK_RETURN, ID_DOCUMENT_MESSAGE, L"cannot hold a double quote");
-    gallery.PressForFocus(VK_ESCAPE, ID_TABLE_LIST);
-    gallery.WaitForText(ID_DOCUMENT_VALUE_TEXT, L"Delta, live");
-    gallery.Fill(VK_RETURN, ID_DOCUMENT_VALUE_TEXT, L"Aardvark");
+    gallery.Fill(VK_F2, ID_DOCUMENT_VALUE_TEXT, L"Aardvark");
     gallery.Press(VK_RETURN, ID_DOCUMENT_MESSAGE, L"Set \"Name\" in row 1.");
     // The row was followed to where sorting took it.
     gallery.PressForFocus(Alt('C'), ID_TABLE_COLUMN);

@@ -96,26 +96,21 @@ void GalleryProcess::WaitForDocument(const std::wstring& name) {
 }
 
 void GalleryProcess::ShowPage(int control) {
-    const HWND pages = GetDlgItem(window, ID_PAGE_LIST);
     Press(Alt('P'));
-    Wait("the list of pages", [&] { return FocusedControl() == pages; });
+    Wait("the list of pages", [&] { return FocusedControl() == GetDlgItem(window, ID_PAGE_LIST); });
     // From the end: pages at the front open files when they are shown.
-    Press(VK_END);
-    const LRESULT count = SendMessageW(pages, LVM_GETITEMCOUNT, 0, 0);
-    for (LRESULT row = count - 1; row >= 0 && !testing::Test::HasFatalFailure(); --row) {
-        Wait("a page", [&] {
-            return SendMessageW(pages, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED) ==
-                   row;
-        });
-        if (Control(control) != nullptr)
-            return;
-        Press(VK_UP);
+    int key = VK_END;
+    while (!testing::Test::HasFatalFailure() && Control(control) == nullptr) {
+        const HWND before = Page();
+        Press(key);
+        Wait("another page", [&] { return Page() != before; });
+        key = VK_UP;
     }
-    FAIL() << "no page has control " << control;
 }
 
 void GalleryProcess::WaitForText(int control, const std::wstring& part) {
-    Wait("a text", [&] { return TextOf(Control(control)).find(part) != std::wstring::npos; });
+    Wait(("\"" + std::string(part.begin(), part.end()) + "\"").c_str(),
+         [&] { return TextOf(Control(control)).find(part) != std::wstring::npos; });
 }
 
 void GalleryProcess::WaitForFocus(int control) {
@@ -219,12 +214,16 @@ HWND GalleryProcess::FindWindowOfClass(const wchar_t* className) const {
     return nullptr;
 }
 
-HWND GalleryProcess::Control(int control) const {
+HWND GalleryProcess::Page() const {
     HWND page = nullptr;
     do {
         page = FindWindowExW(window, page, GALLERY_PAGE_CLASS, nullptr);
     } while (page != nullptr && !IsWindowVisible(page));
-    return GetDlgItem(page, control);
+    return page;
+}
+
+HWND GalleryProcess::Control(int control) const {
+    return GetDlgItem(Page(), control);
 }
 
 HWND GalleryProcess::FocusedControl() const {

@@ -38,7 +38,8 @@ public:
     /// Waits for the title that the window has with this document, or with none for "".
     void WaitForDocument(const std::wstring& name);
 
-    /// Goes to the page that has a control with this id, in the list of pages.
+    /// Goes to the page that has a control with this id, in the list of pages. Requires: another
+    /// page than the last of the list.
     void ShowPage(int control);
 
     /// Waits for the text of the control with this id, on the page that is shown, to hold `part`.
@@ -72,6 +73,7 @@ private:
     void GiveKeyboard();
     void Wait(const char* what, const std::function<bool()>& condition);
     HWND FindWindowOfClass(const wchar_t* className) const;
+    HWND Page() const;
     HWND Control(int id) const;
     HWND FocusedControl() const;
 

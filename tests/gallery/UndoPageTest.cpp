@@ -43,7 +43,7 @@ TEST(UndoPage, UndoesRedoesGroupsAndMarksWhatIsUnsaved) {
     gallery.Press(Ctrl('Y'));
     gallery.Type(L"s");
     gallery.WaitForText(ID_UNDO_ITEM, L"drafts");
-    gallery.Press(Ctrl('Z'), ID_UNDO_ITEM, L"three");
+    gallery.Press(Ctrl('Z'), ID_UNDO_ITEM, L"two");
     gallery.WaitForText(ID_UNDO_COUNTS, L"Items: 2");
     gallery.PressForFocus(VK_ESCAPE, ID_UNDO_LIST);
     gallery.Press(Ctrl('Y'), ID_UNDO_COUNTS, L"Items: 3");

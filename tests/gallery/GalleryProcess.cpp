@@ -171,10 +171,12 @@ void GalleryProcess::Type(const std::wstring& text) {
 void GalleryProcess::Drag(int control, POINT from, POINT to, bool left) {
     const auto sendAt = [&](POINT place, DWORD flags) {
         ClientToScreen(Control(control), &place);
-        SetCursorPos(place.x, place.y);
         INPUT input{};
         input.type = INPUT_MOUSE;
-        input.mi.dwFlags = flags;
+        // Place and button in one event: the X server reports a move of its own late.
+        input.mi.dx = (place.x * 65536 + 32768) / GetSystemMetrics(SM_CXSCREEN);
+        input.mi.dy = (place.y * 65536 + 32768) / GetSystemMetrics(SM_CYSCREEN);
+        input.mi.dwFlags = flags | MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
         Send(input);
     };
     sendAt(from, left ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_RIGHTDOWN);

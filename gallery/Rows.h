@@ -20,8 +20,8 @@ public:
     enum class End { top, bottom };
 
     /// A label and a field that takes the room left, either of them null for none, and buttons at
-    /// the right-hand end. The label takes at least this width,
-    /// so that the fields of several rows stand below each other.
+    /// the right-hand end. The label takes at least this width, so that the fields of several rows
+    /// stand below each other.
     struct Field {
         HWND label;
         HWND field;

@@ -116,8 +116,8 @@ void TablePage::Arrange(int width, int height) {
     for (const HWND label : {columnLabel, findLabel, valueLabel, replaceLabel})
         labels = std::max(labels, Sizes().TextWidth(label));
     const int check = Sizes().TextWidth(keepSorted) + Sizes().Pixels(30);
-    page.AlignButtons({saveAs, find, remove, replace});
     page.Put(End::top, {nullptr, fileLabel, {open, save, saveAs}});
+    page.AlignButtons({find, remove, replace});
     page.Put(End::top, {columnLabel, column, {}, labels}, 100 - 100 * check / std::max(width, 1),
              {nullptr, keepSorted, {}});
     page.Put(End::top, {findLabel, findText, {find}, labels});

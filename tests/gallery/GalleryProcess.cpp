@@ -114,9 +114,8 @@ void GalleryProcess::WaitForText(int control, const std::wstring& part) {
 }
 
 void GalleryProcess::WaitForFocus(int control) {
-    Wait("the focus", [&] {
-        return Control(control) != nullptr && FocusedControl() == Control(control);
-    });
+    Wait("the focus",
+         [&] { return Control(control) != nullptr && FocusedControl() == Control(control); });
 }
 
 void GalleryProcess::Answer(int button) {

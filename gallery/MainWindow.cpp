@@ -13,7 +13,7 @@ namespace gallery {
 namespace {
 
 constexpr SIZE usualSize = {1100, 700};
-constexpr SIZE leastSize = {800, 480};
+constexpr SIZE leastSize = {880, 480};
 constexpr int pageListWidth = 150;
 constexpr int margin = 8;
 

@@ -9,7 +9,7 @@
 
 #define ID_ACCELERATORS 100
 
-/* Commands: the main window takes the last two, the page on show the others. */
+/* Commands: the main window takes those for pages, the page on show the others. */
 #define ID_OPEN 101
 #define ID_SAVE 102
 #define ID_SAVE_AS 103
@@ -18,23 +18,27 @@
 #define ID_EDIT 106
 #define ID_NEXT_PAGE 107
 #define ID_PREVIOUS_PAGE 108
+#define ID_UNDO 109
+#define ID_REDO 110
 
 /* Controls of the main window. */
 #define ID_PAGE_LABEL 200
 #define ID_PAGE_LIST 201
 
+/* Controls that all pages with documents have. */
+#define ID_DOCUMENT_FILE 250
+#define ID_DOCUMENT_FIND_LABEL 251
+#define ID_DOCUMENT_FIND_TEXT 252
+#define ID_DOCUMENT_VALUE_LABEL 253
+#define ID_DOCUMENT_VALUE_TEXT 254
+#define ID_DOCUMENT_SET 255
+#define ID_DOCUMENT_MESSAGE 256
+#define ID_DOCUMENT_COUNTS 257
+
 /* Controls of the page "INI document". */
-#define ID_INI_FILE_LABEL 300
-#define ID_INI_SORT 301
-#define ID_INI_FIND_LABEL 302
-#define ID_INI_FIND_TEXT 303
-#define ID_INI_SECTIONS 304
-#define ID_INI_PAIRS 305
-#define ID_INI_VALUE_LABEL 306
-#define ID_INI_VALUE_TEXT 307
-#define ID_INI_SET 308
-#define ID_INI_MESSAGE 309
-#define ID_INI_COUNTS 310
+#define ID_INI_SORT 300
+#define ID_INI_SECTIONS 301
+#define ID_INI_PAIRS 302
 
 /* Controls of the page "Observers"; a button that sends has the code added. */
 #define ID_OBSERVERS_LABEL 400
@@ -70,25 +74,17 @@
 #define ID_LANGUAGE_MESSAGE 608
 
 /* Controls of the page "Table". */
-#define ID_TABLE_FILE_LABEL 700
-#define ID_TABLE_COLUMN_LABEL 701
-#define ID_TABLE_COLUMN 702
-#define ID_TABLE_KEEP_SORTED 703
-#define ID_TABLE_FIND_LABEL 704
-#define ID_TABLE_FIND_TEXT 705
-#define ID_TABLE_LIST 706
-#define ID_TABLE_FIELD_LABEL 707
-#define ID_TABLE_FIELD_TEXT 708
-#define ID_TABLE_SET 709
-#define ID_TABLE_ADD 710
-#define ID_TABLE_DELETE 711
-#define ID_TABLE_REPLACE_LABEL 712
-#define ID_TABLE_REPLACE_TEXT 713
-#define ID_TABLE_BY_LABEL 714
-#define ID_TABLE_BY_TEXT 715
-#define ID_TABLE_REPLACE 716
-#define ID_TABLE_MESSAGE 717
-#define ID_TABLE_COUNTS 718
+#define ID_TABLE_COLUMN_LABEL 700
+#define ID_TABLE_COLUMN 701
+#define ID_TABLE_KEEP_SORTED 702
+#define ID_TABLE_LIST 703
+#define ID_TABLE_ADD 704
+#define ID_TABLE_DELETE 705
+#define ID_TABLE_REPLACE_LABEL 706
+#define ID_TABLE_REPLACE_TEXT 707
+#define ID_TABLE_BY_LABEL 708
+#define ID_TABLE_BY_TEXT 709
+#define ID_TABLE_REPLACE 710
 
 /* Controls of the page "Recent files". */
 #define ID_RECENT_FILES_LABEL 800
@@ -120,24 +116,17 @@
 #define ID_UNDO_CHANGE 1005
 #define ID_UNDO_REMOVE 1006
 #define ID_UNDO_GROUP 1007
-#define ID_UNDO_UNDO 1008
-#define ID_UNDO_REDO 1009
-#define ID_UNDO_UNDO_ALL 1010
-#define ID_UNDO_REDO_ALL 1011
-#define ID_UNDO_MESSAGE 1012
-#define ID_UNDO_COUNTS 1013
+#define ID_UNDO_UNDO_ALL 1008
+#define ID_UNDO_REDO_ALL 1009
+#define ID_UNDO_MESSAGE 1010
+#define ID_UNDO_COUNTS 1011
 
 /* Controls of the page "XML document". */
-#define ID_XML_FILE_LABEL 1100
-#define ID_XML_FIND_LABEL 1101
-#define ID_XML_FIND_TEXT 1102
-#define ID_XML_TREE_LABEL 1103
-#define ID_XML_TREE 1104
-#define ID_XML_DETAILS_LABEL 1105
-#define ID_XML_DETAILS 1106
-#define ID_XML_DECODE 1107
-#define ID_XML_MESSAGE 1108
-#define ID_XML_COUNTS 1109
+#define ID_XML_TREE_LABEL 1100
+#define ID_XML_TREE 1101
+#define ID_XML_DETAILS_LABEL 1102
+#define ID_XML_DETAILS 1103
+#define ID_XML_DECODE 1104
 
 /* Controls of the page "Text". */
 #define ID_TEXT_LABEL 1200
@@ -146,9 +135,10 @@
 #define ID_TEXT_LENGTH 1203
 #define ID_TEXT_SIZE_LABEL 1204
 #define ID_TEXT_SIZE 1205
-#define ID_TEXT_RESULTS 1206
-#define ID_TEXT_RESULT_LABEL 1207
-#define ID_TEXT_RESULT 1208
-#define ID_TEXT_MESSAGE 1209
+#define ID_TEXT_RESULTS_LABEL 1206
+#define ID_TEXT_RESULTS 1207
+#define ID_TEXT_RESULT_LABEL 1208
+#define ID_TEXT_RESULT 1209
+#define ID_TEXT_MESSAGE 1210
 
 #endif

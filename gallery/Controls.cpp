@@ -5,6 +5,18 @@
 
 namespace gallery {
 
+namespace {
+
+/// Fields with lines ask for every key; in one that is only read, Tab, Enter and Esc are the
+/// window's.
+LRESULT CALLBACK LeaveDialogKeys(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                 DWORD_PTR) noexcept {
+    const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
+    return message == WM_GETDLGCODE ? result & ~LRESULT{DLGC_WANTALLKEYS} : result;
+}
+
+} // namespace
+
 HWND MakeControl(HWND parent, const wchar_t* className, const wchar_t* text, DWORD style, int id) {
     const bool sunken = (style & WS_BORDER) != 0;
     return CreateWindowExW(sunken ? WS_EX_CLIENTEDGE : 0, className, text,
@@ -19,6 +31,14 @@ HWND MakeButton(HWND parent, const wchar_t* text, int id) {
 
 HWND MakeEdit(HWND parent, int id) {
     return MakeControl(parent, WC_EDITW, L"", WS_TABSTOP | WS_BORDER | ES_AUTOHSCROLL, id);
+}
+
+HWND MakeReader(HWND parent, int id) {
+    const HWND reader = MakeControl(
+        parent, WC_EDITW, L"",
+        WS_TABSTOP | WS_BORDER | WS_VSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL, id);
+    SetWindowSubclass(reader, LeaveDialogKeys, /*uIdSubclass=*/0, /*dwRefData=*/0);
+    return reader;
 }
 
 HWND MakeCheckBox(HWND parent, int id) {

@@ -12,6 +12,8 @@ namespace gallery {
 HWND MakeControl(HWND parent, const wchar_t* className, const wchar_t* text, DWORD style, int id);
 HWND MakeButton(HWND parent, const wchar_t* text, int id);
 HWND MakeEdit(HWND parent, int id);
+/// Lines to read and copy, with a scroll bar.
+HWND MakeReader(HWND parent, int id);
 HWND MakeCheckBox(HWND parent, int id);
 /// A list to drop down and choose from.
 HWND MakeChoice(HWND parent, int id);

@@ -157,6 +157,10 @@ bool ListView::SelectionMoved(const NMHDR& header) {
     return (change.uNewState & LVIS_SELECTED) != 0 && (change.uOldState & LVIS_SELECTED) == 0;
 }
 
+bool ListView::DoubleClicked(const NMHDR& header) {
+    return header.code == static_cast<UINT>(NM_DBLCLK);
+}
+
 /// The selected row of a list without the focus stays visible.
 LRESULT ListView::Draw(NMLVCUSTOMDRAW& draw) const {
     if (draw.nmcd.dwDrawStage == CDDS_PREPAINT)

@@ -23,7 +23,7 @@ public:
     bool Create(HWND parent, const char* nameKey, int id, Titles titles, TextOfCell textOfCell);
     HWND Handle() const { return list; }
 
-    void AddColumn(const char* titleKey, Align align);
+    void AddColumn(const char* titleKey, Align align = Align::left);
     /// Columns with these titles, which are in no string file, in place of all others.
     void SetColumns(const std::vector<std::wstring>& titles);
     /// Sets name and titles in the language that is chosen now, and asks for the cells again.
@@ -51,6 +51,7 @@ public:
 
     /// True when the notification says that another row is selected.
     static bool SelectionMoved(const NMHDR& header);
+    static bool DoubleClicked(const NMHDR& header);
 
 private:
     void InsertColumn(int index, std::wstring title, Align align);

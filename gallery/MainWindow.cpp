@@ -13,12 +13,22 @@ namespace gallery {
 namespace {
 
 constexpr SIZE usualSize = {1100, 700};
-constexpr SIZE leastSize = {680, 420};
+constexpr SIZE leastSize = {880, 480};
 constexpr int pageListWidth = 150;
 constexpr int margin = 8;
 
 bool IsButton(HWND control) {
     return (SendMessageW(control, WM_GETDLGCODE, 0, 0) & DLGC_BUTTON) != 0;
+}
+
+/// True when the command is for a field in which the user has typed: it takes that back, and has
+/// nothing to redo.
+bool TakenByField(HWND focus, int id) {
+    if ((id != ID_UNDO && id != ID_REDO) || SendMessageW(focus, EM_CANUNDO, 0, 0) == 0)
+        return false;
+    if (id == ID_UNDO)
+        SendMessageW(focus, EM_UNDO, 0, 0);
+    return true;
 }
 
 } // namespace
@@ -34,7 +44,7 @@ bool MainWindow::Create(const std::string& registryKey) {
     const auto title = [](int row, int) { return Text(pages[row].titleKey); };
     if (!pageList.Create(Handle(), "Pages", ID_PAGE_LIST, ListView::Titles::hidden, title))
         return false;
-    pageList.AddColumn("Pages", ListView::Align::left);
+    pageList.AddColumn("Pages");
     pageList.SetRows(pageCount);
     look.SetCharset(Charset());
     look.Update(Handle());
@@ -168,7 +178,7 @@ void MainWindow::Command(int id, int notification) {
         StepPage(-1);
     } else if (id == IDOK && IsButton(focus)) {
         SendMessageW(focus, BM_CLICK, 0, 0);
-    } else if (current >= 0) {
+    } else if (current >= 0 && !TakenByField(focus, id)) {
         CurrentPage().Command(id, notification);
     }
 }
@@ -211,7 +221,8 @@ void MainWindow::Arrange() {
     placement.Put(pageLabel, gap, gap, left, labelHeight);
     placement.Put(pageList.Handle(), gap, gap + labelHeight, left,
                   area.bottom - labelHeight - 2 * gap);
-    pageList.SetColumnWidth(0, ListView::RoomForColumns(left));
+    // The least height has room for all pages, without a scroll bar.
+    pageList.SetColumnWidth(0, left - 2 * GetSystemMetrics(SM_CXEDGE));
     placement.Put(CurrentPage().Handle(), left + 2 * gap, gap, area.right - left - 3 * gap,
                   area.bottom - 2 * gap);
 }

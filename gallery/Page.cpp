@@ -3,6 +3,8 @@
 #include "gallery/ControlIds.h"
 #include "gallery/Controls.h"
 
+#include <utility>
+
 namespace gallery {
 
 bool Page::Create(HWND parent, PageHost& newHost) {
@@ -12,15 +14,25 @@ bool Page::Create(HWND parent, PageHost& newHost) {
            MakeControls();
 }
 
+bool Page::AddList(ListView& list, const char* nameKey, int id, ListView::Titles titles,
+                   ListView::TextOfCell textOfCell) {
+    lists.push_back(&list);
+    return list.Create(Handle(), nameKey, id, titles, std::move(textOfCell));
+}
+
 void Page::SetLook(const Look& newLook) {
     look = &newLook;
     SetFontOfChildren(Handle(), look->Font());
+    for (ListView* list : lists)
+        list->SetLook(*look);
     Restyle();
     Rearrange();
 }
 
 void Page::UpdateTexts() {
     captions.Update();
+    for (ListView* list : lists)
+        list->UpdateTexts();
     Retext();
     Rearrange();
 }
@@ -31,6 +43,16 @@ void Page::Rearrange() {
     RECT area{};
     GetClientRect(Handle(), &area);
     Arrange(area.right, area.bottom);
+}
+
+LRESULT Page::Notify(const NMHDR& header) {
+    LRESULT result = 0;
+    for (ListView* list : lists) {
+        if (list->Notified(header, result))
+            return result;
+    }
+    Noticed(header);
+    return 0;
 }
 
 } // namespace gallery

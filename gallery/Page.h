@@ -2,10 +2,11 @@
 #define VTRUTILS_GALLERY_PAGE_H
 
 #include "gallery/Captions.h"
-#include "gallery/Look.h"
+#include "gallery/ListView.h"
 #include "gallery/Window.h"
 
 #include <string>
+#include <vector>
 
 namespace gallery {
 
@@ -75,6 +76,14 @@ protected:
     HWND AddLabel(const char* key, int id) { return captions.AddLabel(Handle(), key, id); }
     HWND AddCaption(HWND control, const char* key) { return captions.Add(control, key); }
 
+    /// As `ListView::Create`, for a list that lives as long as the page; language, look and the
+    /// list's questions are seen to.
+    bool AddList(ListView& list, const char* nameKey, int id, ListView::Titles titles,
+                 ListView::TextOfCell textOfCell);
+
+    /// WM_NOTIFY of a control, but for the questions of lists.
+    virtual void Noticed(const NMHDR&) {}
+
     /// For texts beside those of `AddButton` and its like. What was told about earlier deeds goes.
     virtual void Retext() {}
 
@@ -93,7 +102,10 @@ protected:
     void Sized() override { Rearrange(); }
 
 private:
+    LRESULT Notify(const NMHDR& header) final;
+
     Captions captions;
+    std::vector<ListView*> lists;
     PageHost* host = nullptr;
     const Look* look = nullptr;
 };

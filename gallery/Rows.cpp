@@ -1,6 +1,7 @@
 #include "gallery/Rows.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace gallery {
 
@@ -36,11 +37,13 @@ void Rows::PutMessage(HWND message, HWND counts) {
     bottom = y - Gap() / 2;
 }
 
-int Rows::WidthOf(std::initializer_list<HWND> buttons) const {
-    int sum = 0;
+void Rows::AlignButtons(std::initializer_list<HWND> buttons) {
     for (const HWND button : buttons)
-        sum += look.ButtonWidth(button) + (sum > 0 ? Gap() : 0);
-    return sum;
+        leastButton = ButtonWidth(button);
+}
+
+int Rows::ButtonWidth(HWND button) const {
+    return std::max(leastButton, look.ButtonWidth(button));
 }
 
 int Rows::TakeRow(End end) {
@@ -54,20 +57,19 @@ int Rows::TakeRow(End end) {
 
 void Rows::PutField(const Field& row, int x, int y, int room) {
     const int height = look.Row();
-    const int right = x + room;
+    int right = x + room;
     if (row.label != nullptr) {
         const int labelWidth = std::max(row.labelWidth, look.TextWidth(row.label));
         placement.Put(row.label, x, y, labelWidth, height);
         x += labelWidth + Gap();
     }
-    const int buttonsWidth = std::max(row.buttonsWidth, WidthOf(row.buttons));
-    const int fieldWidth = right - x - buttonsWidth - (buttonsWidth > 0 ? Gap() : 0);
-    placement.Put(row.field, x, y + (height - look.Field()) / 2, fieldWidth, look.Field());
-    x = right - buttonsWidth;
-    for (const HWND button : row.buttons) {
-        placement.Put(button, x, y, look.ButtonWidth(button), height);
-        x += look.ButtonWidth(button) + Gap();
+    for (auto button = std::rbegin(row.buttons); button != std::rend(row.buttons); ++button) {
+        const int buttonWidth = ButtonWidth(*button);
+        placement.Put(*button, right - buttonWidth, y, buttonWidth, height);
+        right -= buttonWidth + Gap();
     }
+    if (row.field != nullptr)
+        placement.Put(row.field, x, y + (height - look.Field()) / 2, right - x, look.Field());
 }
 
 } // namespace gallery

@@ -2,7 +2,6 @@
 #include "gallery/Controls.h"
 #include "gallery/FilesModel.h"
 #include "gallery/Language.h"
-#include "gallery/ListView.h"
 #include "gallery/Page.h"
 #include "gallery/Rows.h"
 #include "gallery/Text.h"
@@ -27,11 +26,10 @@ private:
     bool MakeLists();
     std::wstring NameCell(int row, int column) const;
     std::wstring PlaceCell(int row, int column) const;
-    void Retext() override;
-    void Restyle() override;
+    void Retext() override { ShowNames(); }
     void Arrange(int width, int height) override;
     void ArrangeColumns(int width);
-    LRESULT Notify(const NMHDR& header) override;
+    void Noticed(const NMHDR& header) override;
 
     void ShowNames();
     void ShowPlaces();
@@ -70,17 +68,16 @@ bool FilesPage::MakeControls() {
 
 bool FilesPage::MakeLists() {
     const auto nameCell = [this](int row, int column) { return NameCell(row, column); };
-    if (!names.Create(Handle(), "MadeNames", ID_FILES_NAMES, ListView::Titles::shown, nameCell))
+    if (!AddList(names, "MadeNames", ID_FILES_NAMES, ListView::Titles::shown, nameCell))
         return false;
     for (const char* title : {"Function", "Result", "Returned"})
-        names.AddColumn(title, ListView::Align::left);
+        names.AddColumn(title);
     placesLabel = AddLabel("SpecialFoldersLabel", ID_FILES_PLACES_LABEL);
     const auto placeCell = [this](int row, int column) { return PlaceCell(row, column); };
-    if (!places.Create(Handle(), "SpecialFolders", ID_FILES_PLACES, ListView::Titles::shown,
-                       placeCell))
+    if (!AddList(places, "SpecialFolders", ID_FILES_PLACES, ListView::Titles::shown, placeCell))
         return false;
-    places.AddColumn("SpecialFolder", ListView::Align::left);
-    places.AddColumn("Path", ListView::Align::left);
+    places.AddColumn("SpecialFolder");
+    places.AddColumn("Path");
     places.AddColumn("FreeSpace", ListView::Align::right);
     return true;
 }
@@ -114,17 +111,6 @@ void FilesPage::Shown() {
     found = SpecialFolders();
     ShowPlaces();
     ShowNames();
-}
-
-void FilesPage::Retext() {
-    names.UpdateTexts();
-    places.UpdateTexts();
-    ShowNames();
-}
-
-void FilesPage::Restyle() {
-    names.SetLook(Sizes());
-    places.SetLook(Sizes());
 }
 
 void FilesPage::Arrange(int width, int height) {
@@ -167,16 +153,12 @@ void FilesPage::ArrangeColumns(int width) {
     places.SetColumnWidth(2, space + padding);
 }
 
-LRESULT FilesPage::Notify(const NMHDR& header) {
-    LRESULT result = 0;
-    if (names.Notified(header, result) || places.Notified(header, result))
-        return result;
+void FilesPage::Noticed(const NMHDR& header) {
     // In full, where the column is too narrow.
     if (header.hwndFrom == names.Handle() && ListView::SelectionMoved(header))
         Tell(made[static_cast<std::size_t>(names.Selected())].result);
-    else if (header.hwndFrom == places.Handle() && header.code == static_cast<UINT>(NM_DBLCLK))
+    else if (header.hwndFrom == places.Handle() && ListView::DoubleClicked(header))
         ChoosePlace();
-    return 0;
 }
 
 void FilesPage::Command(int id, int notification) {

@@ -3,7 +3,7 @@
 #include "gallery/DocumentPage.h"
 #include "gallery/IniModel.h"
 #include "gallery/Language.h"
-#include "gallery/ListView.h"
+#include "gallery/Rows.h"
 #include "gallery/Text.h"
 
 #include <algorithm>
@@ -24,72 +24,46 @@ public:
 private:
     bool MakeControls() override;
     bool MakeLists();
-    void Retext() override;
-    void Restyle() override;
     void Arrange(int width, int height) override;
-    int ArrangeFileRow(Placement& placement, int width) const;
-    void ArrangeFieldRow(Placement& placement, int y, int width, HWND label, HWND edit,
-                         HWND button) const;
     void ArrangeLists(Placement& placement, int y, int width, int height);
-    LRESULT Notify(const NMHDR& header) override;
+    void Noticed(const NMHDR& header) override;
 
-    void Enter();
-    void Escape();
     void Sort();
-    void FindNext();
-    void EditValue();
+    void Find(const std::wstring& text) override;
+    const ListView* Values() const override { return &pairs; }
+    void ShowValue() override;
     bool Commit() override;
+    void Enter(HWND focus) override;
 
     void GoTo(IniModel::Place place);
     void ShowDocument() override;
     void Refresh() override;
     void ShowPairs();
-    void ShowValue();
-    void ShowState();
-    void Tell(const std::wstring& text) override { SetText(message, text); }
+    std::wstring Counts() const override;
+    void ShowState() override;
 
-    static constexpr Wording wording = {
-        {"IniFiles", L"ini"}, "media-settings.ini", "NotOpenedIni", "ReplaceIni", "SavedAsIni"};
+    static constexpr Wording wording = {{"IniFiles", L"ini"}, "media-settings.ini",
+                                        "NotOpenedIni",       "FindKey",
+                                        "FindNext",           "TypeKey",
+                                        "ReplaceIni",         "SavedAsIni",
+                                        "ValueLabel",         "Set"};
 
     IniModel model;
     IniModel::Place edited; ///< the pair whose value is in the edit field
 
-    HWND fileLabel = nullptr;
-    HWND open = nullptr;
-    HWND save = nullptr;
-    HWND saveAs = nullptr;
     HWND sort = nullptr;
-    HWND findLabel = nullptr;
-    HWND findText = nullptr;
-    HWND findNext = nullptr;
     ListView sections;
     ListView pairs;
-    HWND valueLabel = nullptr;
-    HWND valueText = nullptr;
-    HWND set = nullptr;
-    HWND message = nullptr;
-    HWND counts = nullptr;
 };
 
 bool IniDocumentPage::MakeControls() {
-    const HWND page = Handle();
-    fileLabel = MakeTextLine(page, SS_PATHELLIPSIS, ID_INI_FILE_LABEL);
-    open = AddButton("Open", ID_OPEN);
-    save = AddButton("Save", ID_SAVE);
-    saveAs = AddButton("SaveAs", ID_SAVE_AS);
+    MakeFileRow();
     sort = AddButton("Sort", ID_INI_SORT);
-    findLabel = AddLabel("FindKey", ID_INI_FIND_LABEL);
-    findText = MakeEdit(page, ID_INI_FIND_TEXT);
-    findNext = AddButton("FindNext", ID_FIND_NEXT);
+    MakeFindRow();
     if (!MakeLists())
         return false;
-    valueLabel = AddLabel("ValueLabel", ID_INI_VALUE_LABEL);
-    valueText = MakeEdit(page, ID_INI_VALUE_TEXT);
-    set = AddButton("Set", ID_INI_SET);
-    message = MakeTextLine(page, SS_ENDELLIPSIS, ID_INI_MESSAGE);
-    counts = MakeTextLine(page, SS_RIGHT, ID_INI_COUNTS);
-    ShowState();
-    return counts != nullptr;
+    MakeValueRow();
+    return MakeMessages();
 }
 
 bool IniDocumentPage::MakeLists() {
@@ -103,71 +77,26 @@ bool IniDocumentPage::MakeLists() {
         const IniModel::Place place{sections.Selected(), row};
         return column == 0 ? model.Key(place) : model.Value(place);
     };
-    if (!sections.Create(Handle(), "Sections", ID_INI_SECTIONS, ListView::Titles::shown,
-                         sectionCell) ||
-        !pairs.Create(Handle(), "Pairs", ID_INI_PAIRS, ListView::Titles::shown, pairCell))
+    if (!AddList(sections, "Sections", ID_INI_SECTIONS, ListView::Titles::shown, sectionCell) ||
+        !AddList(pairs, "Pairs", ID_INI_PAIRS, ListView::Titles::shown, pairCell))
         return false;
-    sections.AddColumn("Section", ListView::Align::left);
+    sections.AddColumn("Section");
     sections.AddColumn("Pairs", ListView::Align::right);
-    pairs.AddColumn("Key", ListView::Align::left);
-    pairs.AddColumn("Value", ListView::Align::left);
+    pairs.AddColumn("Key");
+    pairs.AddColumn("Value");
     return true;
 }
 
-void IniDocumentPage::Retext() {
-    sections.UpdateTexts();
-    pairs.UpdateTexts();
-    // The document is read in the code page of the language.
-    ShowValue();
-    Tell(L"");
-    ShowState();
-}
-
-void IniDocumentPage::Restyle() {
-    sections.SetLook(Sizes());
-    pairs.SetLook(Sizes());
-}
-
 void IniDocumentPage::Arrange(int width, int height) {
-    const int gap = Sizes().Pixels(8);
-    const int row = Sizes().Row();
-    Placement placement(/*expected=*/15);
-    const int findRow = ArrangeFileRow(placement, width) + gap;
-    const int listTop = findRow + row + gap;
-    const int messageRow = height - row + gap / 2;
-    const int valueRow = messageRow - gap / 2 - row;
-    ArrangeFieldRow(placement, findRow, width, findLabel, findText, findNext);
-    ArrangeLists(placement, listTop, width, valueRow - gap - listTop);
-    ArrangeFieldRow(placement, valueRow, width, valueLabel, valueText, set);
-    const int countsWidth = std::min(width, Sizes().TextWidth(counts) + gap);
-    placement.Put(message, 0, messageRow, width - countsWidth - gap, row);
-    placement.Put(counts, width - countsWidth, messageRow, countsWidth, row);
-}
-
-/// Returns where the row ends.
-int IniDocumentPage::ArrangeFileRow(Placement& placement, int width) const {
-    const int gap = Sizes().Pixels(8);
-    const int row = Sizes().Row();
-    int right = width;
-    for (const HWND button : {sort, saveAs, save, open}) {
-        const int buttonWidth = Sizes().ButtonWidth(button);
-        placement.Put(button, right - buttonWidth, 0, buttonWidth, row);
-        right -= buttonWidth + gap;
-    }
-    placement.Put(fileLabel, 0, 0, right, row);
-    return row;
-}
-
-void IniDocumentPage::ArrangeFieldRow(Placement& placement, int y, int width, HWND label, HWND edit,
-                                      HWND button) const {
-    const int gap = Sizes().Pixels(8);
-    const int row = Sizes().Row();
-    const int labelWidth = std::max(Sizes().TextWidth(findLabel), Sizes().TextWidth(valueLabel));
-    const int buttonWidth = std::max(Sizes().ButtonWidth(findNext), Sizes().ButtonWidth(set));
-    placement.Put(label, 0, y, labelWidth, row);
-    placement.Put(edit, labelWidth + gap, y + (row - Sizes().Field()) / 2,
-                  width - labelWidth - buttonWidth - 2 * gap, Sizes().Field());
-    placement.Put(button, width - buttonWidth, y, buttonWidth, row);
+    using End = Rows::End;
+    Rows page(Sizes(), width, height, /*expected=*/15);
+    const int labels = std::max(Sizes().TextWidth(findLabel), Sizes().TextWidth(valueLabel));
+    page.AlignButtons({sort, find, set});
+    page.Put(End::top, {nullptr, fileLabel, {open, save, saveAs, sort}});
+    page.Put(End::top, {findLabel, findText, {find}, labels});
+    page.PutMessage(message, counts);
+    page.Put(End::bottom, {valueLabel, valueText, {set}, labels});
+    ArrangeLists(page.Places(), page.Top(), width, page.Room());
 }
 
 void IniDocumentPage::ArrangeLists(Placement& placement, int y, int width, int height) {
@@ -176,7 +105,8 @@ void IniDocumentPage::ArrangeLists(Placement& placement, int y, int width, int h
     const int right = width - left - gap;
     placement.Put(sections.Handle(), 0, y, left, height);
     placement.Put(pairs.Handle(), left + gap, y, right, height);
-    const int number = Sizes().TextWidth(L"00000") + Sizes().Pixels(12);
+    const int number = std::max(Sizes().TextWidth(L"00000"), Sizes().TextWidth(Text("Pairs"))) +
+                       Sizes().Pixels(20);
     sections.SetColumnWidth(0, ListView::RoomForColumns(left) - number);
     sections.SetColumnWidth(1, number);
     const int key = ListView::RoomForColumns(right) * 2 / 5;
@@ -184,74 +114,28 @@ void IniDocumentPage::ArrangeLists(Placement& placement, int y, int width, int h
     pairs.SetColumnWidth(1, ListView::RoomForColumns(right) - key);
 }
 
-LRESULT IniDocumentPage::Notify(const NMHDR& header) {
-    LRESULT result = 0;
-    if (sections.Notified(header, result) || pairs.Notified(header, result))
-        return result;
+void IniDocumentPage::Noticed(const NMHDR& header) {
     const bool ofSections = header.hwndFrom == sections.Handle();
     if (ListView::SelectionMoved(header) && ofSections)
         ShowPairs();
     else if (ListView::SelectionMoved(header))
         ShowValue();
-    else if (header.code == static_cast<UINT>(NM_DBLCLK) && !ofSections)
+    else if (ListView::DoubleClicked(header) && !ofSections)
         EditValue();
-    return 0;
 }
 
 void IniDocumentPage::Command(int id, int notification) {
-    switch (id) {
-    case ID_OPEN:
-        return AskAndOpen();
-    case ID_SAVE:
-        Save();
-        return;
-    case ID_SAVE_AS:
-        return SaveAs();
-    case ID_INI_SORT:
-        return Sort();
-    case ID_FIND:
-        return FocusAndSelect(findText);
-    case ID_FIND_NEXT:
-        return FindNext();
-    case ID_EDIT:
-        return EditValue();
-    case ID_INI_SET:
-        Commit();
-        return;
-    case ID_INI_VALUE_TEXT:
-        // What was typed counts, however the field is left; Esc takes it back before.
-        if (notification == EN_KILLFOCUS)
-            Commit();
-        return;
-    case IDOK:
-        return Enter();
-    case IDCANCEL:
-        return Escape();
-    default:
-        return;
-    }
+    if (id == ID_INI_SORT)
+        Sort();
+    else
+        DocumentPage::Command(id, notification);
 }
 
-void IniDocumentPage::Enter() {
-    const HWND focus = GetFocus();
-    if (focus == findText)
-        FindNext();
-    else if (focus == sections.Handle())
+void IniDocumentPage::Enter(HWND focus) {
+    if (focus == sections.Handle())
         SetFocus(pairs.Handle());
     else if (focus == pairs.Handle())
         EditValue();
-    else if (focus == valueText && Commit())
-        SetFocus(pairs.Handle());
-}
-
-void IniDocumentPage::Escape() {
-    if (GetFocus() == valueText) {
-        ShowValue();
-        SetFocus(pairs.Handle());
-    } else {
-        SetText(findText, L"");
-    }
-    Tell(L"");
 }
 
 void IniDocumentPage::Sort() {
@@ -263,14 +147,7 @@ void IniDocumentPage::Sort() {
     Tell(Text("SortedIni"));
 }
 
-void IniDocumentPage::FindNext() {
-    if (!Commit())
-        return;
-    const std::wstring text = TextOf(findText);
-    if (text.empty()) {
-        Tell(Text("TypeKey"));
-        return FocusAndSelect(findText);
-    }
+void IniDocumentPage::Find(const std::wstring& text) {
     const IniModel::Match match = model.FindKey(text, {sections.Selected(), pairs.Selected()});
     if (match.count == 0)
         return Warn(Text("NoKey", {text}));
@@ -279,12 +156,6 @@ void IniDocumentPage::FindNext() {
                         model.Key(match.place), model.SectionName(match.place.section)}));
 }
 
-void IniDocumentPage::EditValue() {
-    if (pairs.Selected() >= 0)
-        FocusAndSelect(valueText);
-}
-
-/// False when what was typed cannot be the value; the page tells why.
 bool IniDocumentPage::Commit() {
     const std::wstring value = TextOf(valueText);
     if (value == model.Value(edited))
@@ -320,7 +191,6 @@ void IniDocumentPage::GoTo(IniModel::Place place) {
 void IniDocumentPage::ShowDocument() {
     sections.SetRows(model.Sections());
     ShowPairs();
-    SetText(fileLabel, model.Path());
     ShowState();
 }
 
@@ -341,17 +211,15 @@ void IniDocumentPage::ShowValue() {
     SetText(valueText, model.Value(edited));
 }
 
-void IniDocumentPage::ShowState() {
-    for (const HWND button : {save, saveAs, findNext, set})
-        EnableWindow(button, model.Loaded());
-    EnableWindow(sort, model.Loaded() && !model.Sorted());
-    if (model.Loaded())
-        SetText(counts, Text("IniCounts",
-                             {std::to_wstring(model.Sections()), std::to_wstring(model.AllPairs()),
+std::wstring IniDocumentPage::Counts() const {
+    return Text("IniCounts", {std::to_wstring(model.Sections()), std::to_wstring(model.AllPairs()),
                               Text(model.Sorted() ? "Sorted" : "FileOrder"),
-                              Format(L"%.2f", model.LoadMilliseconds())}));
-    Host().DocumentChanged();
-    Rearrange();
+                              Format(L"%.2f", model.LoadMilliseconds())});
+}
+
+void IniDocumentPage::ShowState() {
+    EnableWindow(sort, model.Loaded() && !model.Sorted());
+    DocumentPage::ShowState();
 }
 
 } // namespace

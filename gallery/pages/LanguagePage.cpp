@@ -1,8 +1,8 @@
 #include "gallery/ControlIds.h"
 #include "gallery/Controls.h"
 #include "gallery/Language.h"
-#include "gallery/ListView.h"
 #include "gallery/Page.h"
+#include "gallery/Rows.h"
 #include "gallery/Text.h"
 #include "utilities/text/LanguageStrings.h"
 
@@ -28,10 +28,9 @@ private:
     bool MakeControls() override;
     bool MakeLists();
     void Retext() override;
-    void Restyle() override;
     void Arrange(int width, int height) override;
-    void ArrangeColumns(int listWidth, int width);
-    LRESULT Notify(const NMHDR& header) override;
+    void ArrangeColumns(int room);
+    void Noticed(const NMHDR& header) override;
 
     std::wstring LanguageCell(int row, int column) const;
     std::wstring TextCell(int row, int column) const;
@@ -72,20 +71,19 @@ bool LanguagePage::MakeControls() {
 
 bool LanguagePage::MakeLists() {
     const auto languageCell = [this](int row, int column) { return LanguageCell(row, column); };
-    if (!languages.Create(Handle(), "Languages", ID_LANGUAGE_LIST, ListView::Titles::shown,
-                          languageCell))
+    if (!AddList(languages, "Languages", ID_LANGUAGE_LIST, ListView::Titles::shown, languageCell))
         return false;
     for (const char* title : languageTitles)
-        languages.AddColumn(title, ListView::Align::left);
+        languages.AddColumn(title);
     use = AddButton("UseLanguage", ID_LANGUAGE_USE);
     keyLabel = AddLabel("KeyLabel", ID_LANGUAGE_KEY_LABEL);
     keyText = MakeEdit(Handle(), ID_LANGUAGE_KEY);
     lookUp = AddButton("LookUp", ID_LANGUAGE_LOOK_UP);
     const auto textCell = [this](int row, int column) { return TextCell(row, column); };
-    if (!found.Create(Handle(), "Texts", ID_LANGUAGE_TEXTS, ListView::Titles::shown, textCell))
+    if (!AddList(found, "Texts", ID_LANGUAGE_TEXTS, ListView::Titles::shown, textCell))
         return false;
     for (const char* title : textTitles)
-        found.AddColumn(title, ListView::Align::left);
+        found.AddColumn(title);
     return true;
 }
 
@@ -129,44 +127,28 @@ void LanguagePage::Retext() {
         texts[i].text = now.text;
         texts[i].source = now.source;
     }
-    languages.UpdateTexts();
-    found.UpdateTexts();
     Tell(L"");
 }
 
-void LanguagePage::Restyle() {
-    languages.SetLook(Sizes());
-    found.SetLook(Sizes());
-}
-
 void LanguagePage::Arrange(int width, int height) {
-    const int gap = Sizes().Pixels(8);
-    const int row = Sizes().Row();
-    const int buttonWidth = std::max(Sizes().ButtonWidth(use), Sizes().ButtonWidth(lookUp));
-    const int labelWidth = Sizes().TextWidth(keyLabel);
-    const int listHeight = std::min(height / 3, (static_cast<int>(names.size()) + 1) * row + gap);
-    const int keyRow = row + listHeight + gap;
-    const int messageRow = height - row + gap / 2;
-    const int noteRow = messageRow - row;
-    const int textsTop = keyRow + row + gap;
-    const int fieldLeft = labelWidth + gap;
-    Placement placement(/*expected=*/9);
-    placement.Put(languagesLabel, 0, 0, width, row);
-    placement.Put(languages.Handle(), 0, row, width - buttonWidth - gap, listHeight);
-    placement.Put(use, width - buttonWidth, row, buttonWidth, row);
-    placement.Put(keyLabel, 0, keyRow, labelWidth, row);
-    placement.Put(keyText, fieldLeft, keyRow + (row - Sizes().Field()) / 2,
-                  width - buttonWidth - gap - fieldLeft, Sizes().Field());
-    placement.Put(lookUp, width - buttonWidth, keyRow, buttonWidth, row);
-    placement.Put(found.Handle(), 0, textsTop, width, noteRow - gap / 2 - textsTop);
-    placement.Put(note, 0, noteRow, width, row);
-    placement.Put(message, 0, messageRow, width, row);
-    ArrangeColumns(width - buttonWidth - gap, width);
+    using End = Rows::End;
+    Rows page(Sizes(), width, height, /*expected=*/9);
+    page.AlignButtons({use, lookUp});
+    page.Put(End::top, {nullptr, languagesLabel, {use}});
+    const int listHeight =
+        std::min(height / 3, (static_cast<int>(names.size()) + 1) * Sizes().Row() + page.Gap());
+    page.Places().Put(languages.Handle(), 0, page.Top(), width, listHeight);
+    page.Skip(listHeight + page.Gap());
+    page.Put(End::top, {keyLabel, keyText, {lookUp}});
+    page.PutMessage(message, /*counts=*/nullptr);
+    page.PutLine(note);
+    page.Places().Put(found.Handle(), 0, page.Top(), width, page.Room());
+    ArrangeColumns(ListView::RoomForColumns(width));
 }
 
-void LanguagePage::ArrangeColumns(int listWidth, int width) {
+void LanguagePage::ArrangeColumns(int room) {
     const int padding = Sizes().Pixels(20);
-    int left = ListView::RoomForColumns(listWidth);
+    int left = room;
     const int narrow[] = {Sizes().Pixels(130), 0, Sizes().TextWidth(Text("CharacterSet")) + padding,
                           Sizes().TextWidth(Text("CodePage")) + padding};
     for (const int column : {0, 2, 3}) {
@@ -174,19 +156,14 @@ void LanguagePage::ArrangeColumns(int listWidth, int width) {
         left -= narrow[column];
     }
     languages.SetColumnWidth(1, left);
-    const int room = ListView::RoomForColumns(width);
     const int parts[] = {3, 6, 3, 4};
     for (int column = 0; column < 4; ++column)
         found.SetColumnWidth(column, room * parts[column] / 16);
 }
 
-LRESULT LanguagePage::Notify(const NMHDR& header) {
-    LRESULT result = 0;
-    if (languages.Notified(header, result) || found.Notified(header, result))
-        return result;
-    if (header.hwndFrom == languages.Handle() && header.code == static_cast<UINT>(NM_DBLCLK))
+void LanguagePage::Noticed(const NMHDR& header) {
+    if (header.hwndFrom == languages.Handle() && ListView::DoubleClicked(header))
         Use();
-    return 0;
 }
 
 void LanguagePage::Command(int id, int) {

@@ -1,9 +1,9 @@
 #include "gallery/ControlIds.h"
 #include "gallery/Controls.h"
 #include "gallery/Language.h"
-#include "gallery/ListView.h"
 #include "gallery/ObserverModel.h"
 #include "gallery/Page.h"
+#include "gallery/Rows.h"
 
 #include <algorithm>
 #include <iterator>
@@ -39,13 +39,10 @@ private:
     std::wstring Cell(int row, int column) const;
     bool MakeObserverList();
     bool MakeLog();
-    void Retext() override;
-    void Restyle() override;
+    void Retext() override { Show(L""); }
     void Arrange(int width, int height) override;
-    int ArrangeObservers(Placement& placement, int width, int height);
-    void ArrangeSendRow(Placement& placement, int y) const;
-    void ArrangeLog(Placement& placement, int y, int width, int height);
-    LRESULT Notify(const NMHDR& header) override;
+    void ArrangeObservers(int room);
+    void Noticed(const NMHDR& header) override;
 
     void Add();
     void Remove();
@@ -90,7 +87,7 @@ bool ObserversPage::MakeControls() {
         return false;
     clear = AddButton("ClearLog", ID_OBSERVERS_CLEAR);
     message = MakeTextLine(page, SS_ENDELLIPSIS, ID_OBSERVERS_MESSAGE);
-    counts = MakeTextLine(page, SS_RIGHT, ID_OBSERVERS_COUNTS);
+    counts = MakeTextLine(page, SS_LEFT, ID_OBSERVERS_COUNTS);
     observers.SetRows(model.Observers());
     Show(L"");
     return counts != nullptr;
@@ -111,10 +108,10 @@ std::wstring ObserversPage::Cell(int row, int column) const {
 
 bool ObserversPage::MakeObserverList() {
     const auto cell = [this](int row, int column) { return Cell(row, column); };
-    if (!observers.Create(Handle(), "Observers", ID_OBSERVERS_LIST, ListView::Titles::shown, cell))
+    if (!AddList(observers, "Observers", ID_OBSERVERS_LIST, ListView::Titles::shown, cell))
         return false;
     for (const char* title : observerTitles)
-        observers.AddColumn(title, ListView::Align::left);
+        observers.AddColumn(title);
     return true;
 }
 
@@ -127,57 +124,38 @@ bool ObserversPage::MakeLog() {
         const std::size_t indent = static_cast<std::size_t>(line.level) * spacesALevel;
         return column == 1 ? std::wstring(indent, L' ') + model.Text(line) : model.Result(line);
     };
-    if (!log.Create(Handle(), "Log", ID_OBSERVERS_LOG, ListView::Titles::shown, cell))
+    if (!AddList(log, "Log", ID_OBSERVERS_LOG, ListView::Titles::shown, cell))
         return false;
     // The first column of a list cannot be aligned to the right.
     for (const char* title : {"Number", "Call", "WhatComesOfIt"})
-        log.AddColumn(title, ListView::Align::left);
+        log.AddColumn(title);
     return true;
 }
 
-void ObserversPage::Retext() {
-    observers.UpdateTexts();
-    log.UpdateTexts();
-    Show(L"");
-}
-
-void ObserversPage::Restyle() {
-    observers.SetLook(Sizes());
-    log.SetLook(Sizes());
-}
-
 void ObserversPage::Arrange(int width, int height) {
-    const int gap = Sizes().Pixels(8);
-    const int row = Sizes().Row();
-    Placement placement(/*expected=*/15);
-    const int sendRow = ArrangeObservers(placement, width, height) + gap;
-    const int messageRow = height - row + gap / 2;
-    ArrangeSendRow(placement, sendRow);
-    const int logTop = sendRow + row + gap;
-    ArrangeLog(placement, logTop, width, messageRow - gap / 2 - logTop);
-    const int countsWidth = std::min(width, Sizes().TextWidth(counts) + gap);
-    placement.Put(message, 0, messageRow, width - countsWidth - gap, row);
-    placement.Put(counts, width - countsWidth, messageRow, countsWidth, row);
+    using End = Rows::End;
+    Rows page(Sizes(), width, height, /*expected=*/15);
+    page.AlignButtons({add, remove, removeAll, clear});
+    page.Put(End::top, {nullptr, observersLabel, {add, remove, removeAll}});
+    const int listHeight = std::min(height / 3, (model.Observers() + 1) * Sizes().Row());
+    page.Places().Put(observers.Handle(), 0, page.Top(), width, listHeight);
+    page.Skip(listHeight + page.Gap());
+    page.Put(End::top, {nullptr, sendLabel, {send[0], send[1], send[2], send[3]}});
+    page.Put(End::top, {nullptr, logLabel, {clear}});
+    page.PutMessage(message, counts);
+    page.Places().Put(log.Handle(), 0, page.Top(), width, page.Room());
+    const int room = ListView::RoomForColumns(width);
+    ArrangeObservers(room);
+    const int number = Sizes().TextWidth(L"0000") + Sizes().Pixels(12);
+    const int call = (room - number) * 2 / 5;
+    log.SetColumnWidth(0, number);
+    log.SetColumnWidth(1, call);
+    log.SetColumnWidth(2, room - number - call);
 }
 
-/// As high as the observers are, with the buttons beside them. Returns where the list ends.
-int ObserversPage::ArrangeObservers(Placement& placement, int width, int height) {
-    const int gap = Sizes().Pixels(8);
-    const int row = Sizes().Row();
-    int buttonWidth = 0;
-    for (const HWND button : {add, remove, removeAll})
-        buttonWidth = std::max(buttonWidth, Sizes().ButtonWidth(button));
-    const int listWidth = width - buttonWidth - gap;
-    const int listHeight = std::min(height / 2, (model.Observers() + 1) * row);
-    placement.Put(observersLabel, 0, 0, listWidth, row);
-    placement.Put(observers.Handle(), 0, row, listWidth, listHeight);
-    int y = row;
-    for (const HWND button : {add, remove, removeAll}) {
-        placement.Put(button, width - buttonWidth, y, buttonWidth, row);
-        y += row + gap;
-    }
+void ObserversPage::ArrangeObservers(int room) {
     // As wide as what they hold; the last one takes the rest.
-    int left = ListView::RoomForColumns(listWidth);
+    int left = room;
     for (int column = 0; column < 3; ++column) {
         int textWidth = Sizes().TextWidth(Text(observerTitles[column]));
         if (column == 1)
@@ -190,46 +168,13 @@ int ObserversPage::ArrangeObservers(Placement& placement, int width, int height)
         left -= columnWidth;
     }
     observers.SetColumnWidth(3, left);
-    return row + listHeight;
 }
 
-void ObserversPage::ArrangeSendRow(Placement& placement, int y) const {
-    const int gap = Sizes().Pixels(8);
-    const int row = Sizes().Row();
-    int x = Sizes().TextWidth(sendLabel) + gap;
-    placement.Put(sendLabel, 0, y, x, row);
-    for (std::size_t i = 0; i < std::size(send); ++i) {
-        const int buttonWidth = Sizes().ButtonWidth(send[i]);
-        placement.Put(send[i], x, y, buttonWidth, row);
-        x += buttonWidth + gap;
-    }
-}
-
-void ObserversPage::ArrangeLog(Placement& placement, int y, int width, int height) {
-    const int gap = Sizes().Pixels(8);
-    const int row = Sizes().Row();
-    const int buttonWidth = Sizes().ButtonWidth(clear);
-    placement.Put(logLabel, 0, y, width - buttonWidth - gap, row);
-    placement.Put(clear, width - buttonWidth, y, buttonWidth, row);
-    const int top = y + row + gap / 2;
-    placement.Put(log.Handle(), 0, top, width, y + height - top);
-    const int number = Sizes().TextWidth(L"0000") + Sizes().Pixels(12);
-    const int rest = ListView::RoomForColumns(width) - number;
-    log.SetColumnWidth(0, number);
-    const int call = rest * 2 / 5;
-    log.SetColumnWidth(1, call);
-    log.SetColumnWidth(2, rest - call);
-}
-
-LRESULT ObserversPage::Notify(const NMHDR& header) {
-    LRESULT result = 0;
-    if (observers.Notified(header, result) || log.Notified(header, result))
-        return result;
+void ObserversPage::Noticed(const NMHDR& header) {
     if (header.hwndFrom == log.Handle() && ListView::SelectionMoved(header))
         ShowLogLine();
-    else if (header.hwndFrom == observers.Handle() && header.code == static_cast<UINT>(NM_DBLCLK))
+    else if (header.hwndFrom == observers.Handle() && ListView::DoubleClicked(header))
         AddOrRemove();
-    return 0;
 }
 
 void ObserversPage::Command(int id, int) {

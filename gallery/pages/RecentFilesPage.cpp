@@ -1,7 +1,6 @@
 #include "gallery/ControlIds.h"
 #include "gallery/Controls.h"
 #include "gallery/Language.h"
-#include "gallery/ListView.h"
 #include "gallery/Page.h"
 #include "gallery/RecentFiles.h"
 #include "gallery/Rows.h"
@@ -47,11 +46,11 @@ private:
     bool MakeFolderList();
     std::wstring FileCell(int row, int column) const;
     std::wstring FolderCell(int row, int column) const;
-    void Retext() override;
-    void Restyle() override;
+    /// Paths are in the code page of the language.
+    void Retext() override { Show(L""); }
     void Arrange(int width, int height) override;
     void ArrangeColumns(int room);
-    LRESULT Notify(const NMHDR& header) override;
+    void Noticed(const NMHDR& header) override;
 
     void OpenSelected();
     void Remove();
@@ -83,13 +82,13 @@ bool RecentFilesPage::MakeControls() {
     if (!MakeFolderList())
         return false;
     message = MakeTextLine(Handle(), SS_PATHELLIPSIS, ID_RECENT_MESSAGE);
-    counts = MakeTextLine(Handle(), SS_RIGHT, ID_RECENT_COUNTS);
+    counts = MakeTextLine(Handle(), SS_LEFT, ID_RECENT_COUNTS);
     return counts != nullptr;
 }
 
 bool RecentFilesPage::MakeFileList() {
     const auto cell = [this](int row, int column) { return FileCell(row, column); };
-    if (!list.Create(Handle(), "RecentFiles", ID_RECENT_FILES, ListView::Titles::shown, cell))
+    if (!AddList(list, "RecentFiles", ID_RECENT_FILES, ListView::Titles::shown, cell))
         return false;
     for (const char* title : fileTitles)
         list.AddColumn(title,
@@ -99,12 +98,11 @@ bool RecentFilesPage::MakeFileList() {
 
 bool RecentFilesPage::MakeFolderList() {
     const auto cell = [this](int row, int column) { return FolderCell(row, column); };
-    if (!folderList.Create(Handle(), "RecentFolders", ID_RECENT_FOLDERS, ListView::Titles::shown,
-                           cell))
+    if (!AddList(folderList, "RecentFolders", ID_RECENT_FOLDERS, ListView::Titles::shown, cell))
         return false;
-    folderList.AddColumn("Folder", ListView::Align::left);
+    folderList.AddColumn("Folder");
     folderList.AddColumn("Uses", ListView::Align::right);
-    folderList.AddColumn("FolderUsed", ListView::Align::left);
+    folderList.AddColumn("FolderUsed");
     return true;
 }
 
@@ -139,18 +137,6 @@ std::wstring RecentFilesPage::FolderCell(int row, int column) const {
 
 void RecentFilesPage::Shown() {
     Show(L"");
-}
-
-void RecentFilesPage::Retext() {
-    list.UpdateTexts();
-    folderList.UpdateTexts();
-    // Paths are in the code page of the language.
-    Show(L"");
-}
-
-void RecentFilesPage::Restyle() {
-    list.SetLook(Sizes());
-    folderList.SetLook(Sizes());
 }
 
 void RecentFilesPage::Arrange(int width, int height) {
@@ -194,19 +180,15 @@ void RecentFilesPage::ArrangeColumns(int room) {
     folderList.SetColumnWidth(0, left);
 }
 
-LRESULT RecentFilesPage::Notify(const NMHDR& header) {
-    LRESULT result = 0;
-    if (list.Notified(header, result) || folderList.Notified(header, result))
-        return result;
+void RecentFilesPage::Noticed(const NMHDR& header) {
     if (header.hwndFrom != list.Handle())
-        return 0;
+        return;
     if (ListView::SelectionMoved(header))
         SetText(message, files[static_cast<std::size_t>(list.Selected())].path);
-    else if (header.code == static_cast<UINT>(NM_DBLCLK))
+    else if (ListView::DoubleClicked(header))
         OpenSelected();
     else if (ListView::KeyPressed(header) == VK_DELETE)
         Remove();
-    return 0;
 }
 
 void RecentFilesPage::Command(int id, int /*notification*/) {

@@ -3,6 +3,7 @@
 #include "gallery/Language.h"
 #include "gallery/Page.h"
 #include "gallery/RegionCanvas.h"
+#include "gallery/Rows.h"
 
 #include <algorithm>
 #include <memory>
@@ -56,7 +57,7 @@ bool RegionsPage::MakeControls() {
         return false;
     AddCaption(canvas.Handle(), "Region");
     message = MakeTextLine(Handle(), SS_ENDELLIPSIS, ID_REGIONS_MESSAGE);
-    counts = MakeTextLine(Handle(), SS_RIGHT, ID_REGIONS_COUNTS);
+    counts = MakeTextLine(Handle(), SS_LEFT, ID_REGIONS_COUNTS);
     canvas.SetFrame({4, 4, 14, 10});
     ShowState();
     return counts != nullptr;
@@ -68,21 +69,10 @@ void RegionsPage::Retext() {
 }
 
 void RegionsPage::Arrange(int width, int height) {
-    const int gap = Sizes().Pixels(8);
-    const int row = Sizes().Row();
-    const int clearWidth = Sizes().ButtonWidth(clear);
-    const int consolidateWidth = Sizes().ButtonWidth(consolidate);
-    const int clearLeft = width - clearWidth;
-    const int consolidateLeft = clearLeft - gap - consolidateWidth;
-    const int messageRow = height - row + gap / 2;
-    const int countsWidth = std::min(width, Sizes().TextWidth(counts) + gap);
-    Placement placement(/*expected=*/6);
-    placement.Put(helpLine, 0, 0, consolidateLeft - gap, row);
-    placement.Put(consolidate, consolidateLeft, 0, consolidateWidth, row);
-    placement.Put(clear, clearLeft, 0, clearWidth, row);
-    placement.Put(canvas.Handle(), 0, row + gap, width, messageRow - gap / 2 - row - gap);
-    placement.Put(message, 0, messageRow, width - countsWidth - gap, row);
-    placement.Put(counts, width - countsWidth, messageRow, countsWidth, row);
+    Rows page(Sizes(), width, height, /*expected=*/6);
+    page.Put(Rows::End::top, {nullptr, helpLine, {consolidate, clear}});
+    page.PutMessage(message, counts);
+    page.Places().Put(canvas.Handle(), 0, page.Top(), width, page.Room());
 }
 
 void RegionsPage::Command(int id, int /*notification*/) {

@@ -2,7 +2,6 @@
 #include "gallery/Controls.h"
 #include "gallery/DocumentPage.h"
 #include "gallery/Language.h"
-#include "gallery/ListView.h"
 #include "gallery/Rows.h"
 #include "gallery/TableModel.h"
 
@@ -29,15 +28,15 @@ public:
 private:
     bool MakeControls() override;
     void Retext() override;
-    void Restyle() override;
+    void Restyle() override { naturalWidths.clear(); }
     void Arrange(int width, int height) override;
     void ArrangeColumns(int width);
-    LRESULT Notify(const NMHDR& header) override;
+    void Noticed(const NMHDR& header) override;
 
-    void Enter();
-    void Escape();
-    void Find();
-    void EditField();
+    void Enter(HWND focus) override;
+    void Find(const std::wstring& value) override;
+    const ListView* Values() const override { return &rows; }
+    void ShowValue() override;
     bool Commit() override;
     void KeepSorted();
     void AddRow();
@@ -51,31 +50,28 @@ private:
     void Refresh() override { ShowRows(edited.row); }
     void ShowTitles();
     void ShowRows(int selected);
-    void ShowField();
-    void ShowState();
-    void Tell(const std::wstring& text) override { SetText(message, text); }
+    std::wstring Counts() const override;
+    void ShowState() override;
 
-    static constexpr Wording wording = {
-        {"TableFiles", L"csv"}, "media-library.csv", "NotOpenedTable", "ReplaceTable", "Saved"};
+    static constexpr Wording wording = {{"TableFiles", L"csv"},
+                                        "media-library.csv",
+                                        "NotOpenedTable",
+                                        "FindLabel",
+                                        "Find",
+                                        "TypeValue",
+                                        "ReplaceTable",
+                                        "Saved",
+                                        "FieldLabel",
+                                        "SetField"};
 
     TableModel model;
     TableModel::Place edited;       ///< the field that is in the edit field
     std::vector<int> naturalWidths; ///< of the columns; empty when they are to be measured
 
-    HWND fileLabel = nullptr;
-    HWND open = nullptr;
-    HWND save = nullptr;
-    HWND saveAs = nullptr;
     HWND columnLabel = nullptr;
     HWND column = nullptr;
     HWND keepSorted = nullptr;
-    HWND findLabel = nullptr;
-    HWND findText = nullptr;
-    HWND find = nullptr;
     ListView rows;
-    HWND fieldLabel = nullptr;
-    HWND fieldText = nullptr;
-    HWND set = nullptr;
     HWND add = nullptr;
     HWND remove = nullptr;
     HWND replaceLabel = nullptr;
@@ -83,28 +79,19 @@ private:
     HWND byLabel = nullptr;
     HWND byText = nullptr;
     HWND replace = nullptr;
-    HWND message = nullptr;
-    HWND counts = nullptr;
 };
 
 bool TablePage::MakeControls() {
     const HWND page = Handle();
-    fileLabel = MakeTextLine(page, SS_PATHELLIPSIS, ID_TABLE_FILE_LABEL);
-    open = AddButton("Open", ID_OPEN);
-    save = AddButton("Save", ID_SAVE);
-    saveAs = AddButton("SaveAs", ID_SAVE_AS);
+    MakeFileRow();
     columnLabel = AddLabel("ColumnLabel", ID_TABLE_COLUMN_LABEL);
     column = MakeChoice(page, ID_TABLE_COLUMN);
     keepSorted = AddCaption(MakeCheckBox(page, ID_TABLE_KEEP_SORTED), "KeepSorted");
-    findLabel = AddLabel("FindLabel", ID_TABLE_FIND_LABEL);
-    findText = MakeEdit(page, ID_TABLE_FIND_TEXT);
-    find = AddButton("Find", ID_FIND_NEXT);
+    MakeFindRow();
     const auto cell = [this](int row, int index) { return model.Field({row, index}); };
-    if (!rows.Create(page, "TableRows", ID_TABLE_LIST, ListView::Titles::shown, cell))
+    if (!AddList(rows, "TableRows", ID_TABLE_LIST, ListView::Titles::shown, cell))
         return false;
-    fieldLabel = AddLabel("FieldLabel", ID_TABLE_FIELD_LABEL);
-    fieldText = MakeEdit(page, ID_TABLE_FIELD_TEXT);
-    set = AddButton("SetField", ID_TABLE_SET);
+    MakeValueRow();
     add = AddButton("AddRow", ID_TABLE_ADD);
     remove = AddButton("DeleteRow", ID_TABLE_DELETE);
     replaceLabel = AddLabel("ReplaceLabel", ID_TABLE_REPLACE_LABEL);
@@ -112,43 +99,32 @@ bool TablePage::MakeControls() {
     byLabel = AddLabel("ByLabel", ID_TABLE_BY_LABEL);
     byText = MakeEdit(page, ID_TABLE_BY_TEXT);
     replace = AddButton("ReplaceAll", ID_TABLE_REPLACE);
-    message = MakeTextLine(page, SS_ENDELLIPSIS, ID_TABLE_MESSAGE);
-    counts = MakeTextLine(page, SS_LEFT, ID_TABLE_COUNTS);
-    ShowState();
-    return counts != nullptr;
+    return MakeMessages();
 }
 
 void TablePage::Retext() {
-    // The table is read in the code page of the language.
     const int chosen = Column();
-    rows.UpdateTexts();
     ShowTitles();
     SendMessageW(column, CB_SETCURSEL, static_cast<WPARAM>(chosen), 0);
-    ShowField();
-    Tell(L"");
-    ShowState();
-}
-
-void TablePage::Restyle() {
-    rows.SetLook(Sizes());
-    naturalWidths.clear();
+    DocumentPage::Retext();
 }
 
 void TablePage::Arrange(int width, int height) {
     using End = Rows::End;
     Rows page(Sizes(), width, height, /*expected=*/22);
     int labels = 0;
-    for (const HWND label : {columnLabel, findLabel, fieldLabel, replaceLabel})
+    for (const HWND label : {columnLabel, findLabel, valueLabel, replaceLabel})
         labels = std::max(labels, Sizes().TextWidth(label));
     const int check = Sizes().TextWidth(keepSorted) + Sizes().Pixels(30);
     page.Put(End::top, {nullptr, fileLabel, {open, save, saveAs}});
+    page.AlignButtons({find, remove, replace});
     page.Put(End::top, {columnLabel, column, {}, labels}, 100 - 100 * check / std::max(width, 1),
              {nullptr, keepSorted, {}});
     page.Put(End::top, {findLabel, findText, {find}, labels});
     page.PutMessage(message, /*counts=*/nullptr);
     page.Put(End::bottom, {replaceLabel, replaceText, {}, labels}, 42,
              {byLabel, byText, {replace}});
-    page.Put(End::bottom, {fieldLabel, fieldText, {set, add, remove}, labels});
+    page.Put(End::bottom, {valueLabel, valueText, {set, add, remove}, labels});
     page.PutLine(counts);
     page.Places().Put(rows.Handle(), 0, page.Top(), width, page.Room());
     ArrangeColumns(width);
@@ -173,96 +149,48 @@ void TablePage::ArrangeColumns(int width) {
                             naturalWidths[i] + (i == 0 ? std::max(left, 0) : 0));
 }
 
-LRESULT TablePage::Notify(const NMHDR& header) {
-    LRESULT result = 0;
-    if (rows.Notified(header, result))
-        return result;
+void TablePage::Noticed(const NMHDR& header) {
     if (header.hwndFrom != rows.Handle())
-        return 0;
+        return;
     if (ListView::SelectionMoved(header))
-        ShowField();
-    else if (header.code == static_cast<UINT>(NM_DBLCLK))
-        EditField();
+        ShowValue();
+    else if (ListView::DoubleClicked(header))
+        EditValue();
     else if (ListView::KeyPressed(header) == VK_INSERT)
         AddRow();
     else if (ListView::KeyPressed(header) == VK_DELETE)
         DeleteRow();
-    return 0;
 }
 
 void TablePage::Command(int id, int notification) {
     switch (id) {
-    case ID_OPEN:
-        return AskAndOpen();
-    case ID_SAVE:
-        Save();
-        return;
-    case ID_SAVE_AS:
-        return SaveAs();
-    case ID_FIND:
-        return FocusAndSelect(findText);
-    case ID_FIND_NEXT:
-        return Find();
-    case ID_EDIT:
-        return EditField();
     case ID_TABLE_COLUMN:
         if (notification == CBN_SELCHANGE)
-            ShowField();
+            ShowValue();
         return;
     case ID_TABLE_KEEP_SORTED:
         return KeepSorted();
-    case ID_TABLE_SET:
-        Commit();
-        return;
     case ID_TABLE_ADD:
         return AddRow();
     case ID_TABLE_DELETE:
         return DeleteRow();
     case ID_TABLE_REPLACE:
         return ReplaceAll();
-    case ID_TABLE_FIELD_TEXT:
-        // What was typed counts, however the field is left; Esc takes it back before.
-        if (notification == EN_KILLFOCUS)
-            Commit();
-        return;
-    case IDOK:
-        return Enter();
-    case IDCANCEL:
-        return Escape();
     default:
-        return;
+        return DocumentPage::Command(id, notification);
     }
 }
 
-void TablePage::Enter() {
-    const HWND focus = GetFocus();
-    if (focus == findText)
-        Find();
-    else if (focus == rows.Handle())
-        EditField();
-    else if (focus == fieldText && Commit())
-        TakeFocus();
+void TablePage::Enter(HWND focus) {
+    if (focus == rows.Handle())
+        EditValue();
     else if (focus == replaceText)
         FocusAndSelect(byText);
     else if (focus == byText)
         ReplaceAll();
 }
 
-void TablePage::Escape() {
-    if (GetFocus() == fieldText)
-        ShowField();
-    TakeFocus();
-    Tell(L"");
-}
-
-void TablePage::Find() {
-    if (!Commit())
-        return;
-    const std::wstring value = TextOf(findText);
-    if (value.empty()) {
-        Tell(Text("TypeValue"));
-        return FocusAndSelect(findText);
-    }
+void TablePage::Find(const std::wstring& value) {
     const TableModel::Match match = model.Find(Column(), value);
     if (match.row < 0)
         return Warn(
@@ -272,13 +200,8 @@ void TablePage::Find() {
               {std::to_wstring(match.row + 1), Title(Column())}));
 }
 
-void TablePage::EditField() {
-    if (rows.Selected() >= 0)
-        FocusAndSelect(fieldText);
-}
-
 bool TablePage::Commit() {
-    const std::wstring text = TextOf(fieldText);
+    const std::wstring text = TextOf(valueText);
     if (text == model.Field(edited))
         return true;
     const int before = edited.row;
@@ -313,7 +236,7 @@ void TablePage::AddRow() {
     if (row < 0)
         return Warn(Text("NoMemory"));
     ShowRows(row);
-    FocusAndSelect(fieldText);
+    FocusAndSelect(valueText);
     Tell(Text("RowAdded", {std::to_wstring(row + 1)}));
 }
 
@@ -349,7 +272,7 @@ void TablePage::ReplaceAll() {
 bool TablePage::ShowExample() {
     SendMessageW(keepSorted, BM_CLICK, 0, 0);
     SetText(findText, model.Field({model.Rows() / 2, 0}));
-    Find();
+    FindNext();
     TakeFocus();
     return model.Loaded();
 }
@@ -361,7 +284,6 @@ std::wstring TablePage::Title(int index) const {
 
 void TablePage::ShowDocument() {
     ShowTitles();
-    SetText(fileLabel, model.Path());
     ShowRows(0);
 }
 
@@ -377,26 +299,25 @@ void TablePage::ShowTitles() {
 void TablePage::ShowRows(int selected) {
     rows.SetRows(model.Rows());
     rows.Select(selected);
-    ShowField();
+    ShowValue();
     ShowState();
 }
 
-void TablePage::ShowField() {
+void TablePage::ShowValue() {
     edited = {rows.Selected(), Column()};
-    SetText(fieldText, model.Field(edited));
+    SetText(valueText, model.Field(edited));
+}
+
+std::wstring TablePage::Counts() const {
+    return Text(model.Sorted() ? "SortedTableCounts" : "TableCounts",
+                {std::to_wstring(model.Rows()), std::to_wstring(model.Columns())});
 }
 
 void TablePage::ShowState() {
-    const bool loaded = model.Loaded();
-    for (const HWND control :
-         {save, saveAs, column, keepSorted, find, fieldText, set, add, replace})
-        EnableWindow(control, loaded);
+    for (const HWND control : {column, keepSorted, add, replace})
+        EnableWindow(control, model.Loaded());
     EnableWindow(remove, rows.Selected() >= 0);
-    if (loaded)
-        SetText(counts, Text(model.Sorted() ? "SortedTableCounts" : "TableCounts",
-                             {std::to_wstring(model.Rows()), std::to_wstring(model.Columns())}));
-    Host().DocumentChanged();
-    Rearrange();
+    DocumentPage::ShowState();
 }
 
 } // namespace

@@ -1,7 +1,6 @@
 #include "gallery/ControlIds.h"
 #include "gallery/Controls.h"
 #include "gallery/Language.h"
-#include "gallery/ListView.h"
 #include "gallery/Page.h"
 #include "gallery/Rows.h"
 #include "gallery/TextModel.h"
@@ -24,10 +23,10 @@ private:
     bool MakeControls() override;
     HWND MakeNumber(int id, const wchar_t* value) const;
     std::wstring Cell(int row, int column) const;
-    void Retext() override;
-    void Restyle() override { results.SetLook(Sizes()); }
+    /// The texts are in another code page.
+    void Retext() override { ShowResults(); }
     void Arrange(int width, int height) override;
-    LRESULT Notify(const NMHDR& header) override;
+    void Noticed(const NMHDR& header) override;
 
     void ShowResults();
     void ShowResult();
@@ -40,6 +39,7 @@ private:
     HWND length = nullptr;
     HWND sizeLabel = nullptr;
     HWND size = nullptr;
+    HWND resultsLabel = nullptr;
     ListView results;
     HWND resultLabel = nullptr;
     HWND result = nullptr;
@@ -54,13 +54,14 @@ bool TextPage::MakeControls() {
     length = MakeNumber(ID_TEXT_LENGTH, L"3723004");
     sizeLabel = AddLabel("TypedSize", ID_TEXT_SIZE_LABEL);
     size = MakeNumber(ID_TEXT_SIZE, L"1572864");
+    resultsLabel = AddLabel("TextResultsLabel", ID_TEXT_RESULTS_LABEL);
     const auto cell = [this](int row, int column) { return Cell(row, column); };
-    if (!results.Create(page, "TextResults", ID_TEXT_RESULTS, ListView::Titles::shown, cell))
+    if (!AddList(results, "TextResults", ID_TEXT_RESULTS, ListView::Titles::shown, cell))
         return false;
-    results.AddColumn("Function", ListView::Align::left);
-    results.AddColumn("TextResult", ListView::Align::left);
+    results.AddColumn("Function");
+    results.AddColumn("TextResult");
     resultLabel = AddLabel("WholeResult", ID_TEXT_RESULT_LABEL);
-    result = MakeControl(page, WC_STATICW, L"", SS_EDITCONTROL | SS_NOPREFIX, ID_TEXT_RESULT);
+    result = MakeReader(page, ID_TEXT_RESULT);
     message = MakeTextLine(page, SS_ENDELLIPSIS, ID_TEXT_MESSAGE);
     SetText(text, L"&quot;Rope &amp; Anchor&quot;:\\nsee www.tidewrack.example or "
                   L"ida@tidewrack.example");
@@ -83,19 +84,14 @@ std::wstring TextPage::Cell(int row, int column) const {
     return line;
 }
 
-/// The texts are in another code page.
-void TextPage::Retext() {
-    results.UpdateTexts();
-    ShowResults();
-}
-
 void TextPage::Arrange(int width, int height) {
     using End = Rows::End;
-    Rows page(Sizes(), width, height, /*expected=*/10);
+    Rows page(Sizes(), width, height, /*expected=*/11);
     const int labels = std::max({Sizes().TextWidth(textLabel), Sizes().TextWidth(lengthLabel),
                                  Sizes().TextWidth(resultLabel)});
     page.Put(End::top, {textLabel, text, {}, labels});
     page.Put(End::top, {lengthLabel, length, {}, labels}, 50, {sizeLabel, size, {}});
+    page.Put(End::top, {nullptr, resultsLabel, {}});
     page.PutMessage(message, /*counts=*/nullptr);
     // All functions, where that leaves room for a few lines of the result.
     const int line = Sizes().Line() + Sizes().Pixels(6);
@@ -105,9 +101,8 @@ void TextPage::Arrange(int width, int height) {
     const int resultTop = page.Top() + listHeight + page.Gap();
     page.Places().Put(results.Handle(), 0, page.Top(), width, listHeight);
     page.Places().Put(resultLabel, 0, resultTop, labels, Sizes().Row());
-    const int textTop = resultTop + (Sizes().Row() - Sizes().Line()) / 2;
-    page.Places().Put(result, labels + page.Gap(), textTop, width - labels - page.Gap(),
-                      page.Top() + page.Room() - textTop);
+    page.Places().Put(result, labels + page.Gap(), resultTop, width - labels - page.Gap(),
+                      page.Top() + page.Room() - resultTop);
     int function = 0;
     for (int row = 0; row < rows; ++row)
         function = std::max(function, Sizes().TextWidth(Cell(row, 0)));
@@ -116,13 +111,9 @@ void TextPage::Arrange(int width, int height) {
     results.SetColumnWidth(1, ListView::RoomForColumns(width) - function);
 }
 
-LRESULT TextPage::Notify(const NMHDR& header) {
-    LRESULT answer = 0;
-    if (results.Notified(header, answer))
-        return answer;
+void TextPage::Noticed(const NMHDR& header) {
     if (header.hwndFrom == results.Handle() && ListView::SelectionMoved(header))
         ShowResult();
-    return 0;
 }
 
 void TextPage::Command(int id, int notification) {
@@ -143,9 +134,13 @@ void TextPage::ShowResults() {
     SetText(message, Text("OffensiveWords", {Text(made.offends ? "Yes" : "No")}));
 }
 
-/// In full, with its line breaks.
+/// In full, with its line breaks, which are a carriage return each.
 void TextPage::ShowResult() {
-    SetText(result, made.rows[static_cast<std::size_t>(std::max(results.Selected(), 0))].result);
+    std::wstring lines;
+    const auto row = static_cast<std::size_t>(std::max(results.Selected(), 0));
+    for (const wchar_t character : made.rows[row].result)
+        lines += character == L'\r' ? L"\r\n" : std::wstring(1, character);
+    SetText(result, lines);
 }
 
 /// The functions that change the text most.

@@ -2,7 +2,6 @@
 #include "gallery/Controls.h"
 #include "gallery/ItemModel.h"
 #include "gallery/Language.h"
-#include "gallery/ListView.h"
 #include "gallery/Page.h"
 #include "gallery/Rows.h"
 
@@ -29,11 +28,11 @@ public:
 private:
     bool MakeControls() override;
     void Retext() override { Show(list.Selected(), L""); }
-    void Restyle() override { list.SetLook(Sizes()); }
     void Arrange(int width, int height) override;
-    LRESULT Notify(const NMHDR& header) override;
+    void Noticed(const NMHDR& header) override;
 
     void Enter();
+    void Escape();
     void Add();
     void Change();
     void Remove();
@@ -51,6 +50,8 @@ private:
 
     ItemModel model;
 
+    HWND group = nullptr;
+    HWND save = nullptr;
     HWND listLabel = nullptr;
     ListView list;
     HWND itemLabel = nullptr;
@@ -58,36 +59,34 @@ private:
     HWND add = nullptr;
     HWND change = nullptr;
     HWND remove = nullptr;
-    HWND group = nullptr;
     HWND undo = nullptr;
     HWND redo = nullptr;
     HWND undoAll = nullptr;
     HWND redoAll = nullptr;
-    HWND save = nullptr;
     HWND message = nullptr;
     HWND counts = nullptr;
 };
 
 bool UndoPage::MakeControls() {
     const HWND page = Handle();
+    group = AddCaption(MakeCheckBox(page, ID_UNDO_GROUP), "GroupChanges");
+    save = AddButton("Save", ID_SAVE);
     listLabel = AddLabel("ItemsLabel", ID_UNDO_LIST_LABEL);
     const auto cell = [this](int row, int) { return model.All()[static_cast<std::size_t>(row)]; };
-    if (!list.Create(page, "Items", ID_UNDO_LIST, ListView::Titles::hidden, cell))
+    if (!AddList(list, "Items", ID_UNDO_LIST, ListView::Titles::hidden, cell))
         return false;
-    list.AddColumn("Items", ListView::Align::left);
+    list.AddColumn("Items");
     itemLabel = AddLabel("ItemLabel", ID_UNDO_ITEM_LABEL);
     itemText = MakeEdit(page, ID_UNDO_ITEM);
     add = AddButton("AddItem", ID_UNDO_ADD);
     change = AddButton("ChangeItem", ID_UNDO_CHANGE);
     remove = AddButton("RemoveItem", ID_UNDO_REMOVE);
-    group = AddCaption(MakeCheckBox(page, ID_UNDO_GROUP), "GroupChanges");
-    undo = MakeButton(page, L"", ID_UNDO_UNDO);
-    redo = MakeButton(page, L"", ID_UNDO_REDO);
+    undo = MakeButton(page, L"", ID_UNDO);
+    redo = MakeButton(page, L"", ID_REDO);
     undoAll = AddButton("UndoAll", ID_UNDO_UNDO_ALL);
     redoAll = AddButton("RedoAll", ID_UNDO_REDO_ALL);
-    save = AddButton("Save", ID_SAVE);
     message = MakeTextLine(page, SS_ENDELLIPSIS, ID_UNDO_MESSAGE);
-    counts = MakeTextLine(page, SS_RIGHT, ID_UNDO_COUNTS);
+    counts = MakeTextLine(page, SS_LEFT, ID_UNDO_COUNTS);
     Show(-1, L"");
     return counts != nullptr;
 }
@@ -95,27 +94,25 @@ bool UndoPage::MakeControls() {
 void UndoPage::Arrange(int width, int height) {
     using End = Rows::End;
     Rows page(Sizes(), width, height, /*expected=*/15);
-    page.Put(End::top, {nullptr, listLabel, {}});
+    const int right = Sizes().TextWidth(group) + Sizes().Pixels(30) + Sizes().ButtonWidth(save);
+    page.Put(End::top, {nullptr, listLabel, {}},
+             100 - 100 * (right + 2 * page.Gap()) / std::max(width, 1), {nullptr, group, {save}});
     page.PutMessage(message, counts);
-    page.Put(End::bottom, {nullptr, group, {undo, redo, undoAll, redoAll, save}});
+    page.Put(End::bottom, {nullptr, nullptr, {undo, redo, undoAll, redoAll}});
     page.Put(End::bottom, {itemLabel, itemText, {add, change, remove}});
     page.Places().Put(list.Handle(), 0, page.Top(), width, page.Room());
     list.SetColumnWidth(0, ListView::RoomForColumns(width));
 }
 
-LRESULT UndoPage::Notify(const NMHDR& header) {
-    LRESULT result = 0;
-    if (list.Notified(header, result))
-        return result;
+void UndoPage::Noticed(const NMHDR& header) {
     if (header.hwndFrom != list.Handle())
-        return 0;
+        return;
     if (ListView::SelectionMoved(header))
         ShowItem();
-    else if (header.code == static_cast<UINT>(NM_DBLCLK))
+    else if (ListView::DoubleClicked(header))
         FocusAndSelect(itemText);
     else if (ListView::KeyPressed(header) == VK_DELETE)
         Remove();
-    return 0;
 }
 
 void UndoPage::Command(int id, int) {
@@ -128,9 +125,9 @@ void UndoPage::Command(int id, int) {
         return Remove();
     case ID_UNDO_GROUP:
         return Group();
-    case ID_UNDO_UNDO:
+    case ID_UNDO:
         return Undo();
-    case ID_UNDO_REDO:
+    case ID_REDO:
         return Redo();
     case ID_UNDO_UNDO_ALL:
         return UndoAll();
@@ -142,6 +139,8 @@ void UndoPage::Command(int id, int) {
         return FocusAndSelect(itemText);
     case IDOK:
         return Enter();
+    case IDCANCEL:
+        return Escape();
     default:
         return;
     }
@@ -152,6 +151,12 @@ void UndoPage::Enter() {
         Add();
     else if (GetFocus() == list.Handle())
         FocusAndSelect(itemText);
+}
+
+/// Takes back what was typed.
+void UndoPage::Escape() {
+    ShowItem();
+    TakeFocus();
 }
 
 /// Below the selected item.
@@ -194,11 +199,15 @@ void UndoPage::Group() {
 }
 
 void UndoPage::Undo() {
+    if (model.History().CanUndo() == 0)
+        return;
     model.History().Undo();
     Show(list.Selected(), Text("Undone"));
 }
 
 void UndoPage::Redo() {
+    if (model.History().CanRedo() == 0)
+        return;
     model.History().Redo();
     Show(list.Selected(), Text("Redone"));
 }
@@ -262,6 +271,8 @@ void UndoPage::ShowItem() {
     const bool selected = row >= 0;
     if (selected)
         SetText(itemText, model.All()[static_cast<std::size_t>(row)]);
+    // What was typed is an item now, or given up: Ctrl+Z is for the list again.
+    SendMessageW(itemText, EM_EMPTYUNDOBUFFER, 0, 0);
     Enable(change, selected);
     Enable(remove, selected);
 }

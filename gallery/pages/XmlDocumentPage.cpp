@@ -2,7 +2,6 @@
 #include "gallery/Controls.h"
 #include "gallery/DocumentPage.h"
 #include "gallery/Language.h"
-#include "gallery/ListView.h"
 #include "gallery/Rows.h"
 #include "gallery/Text.h"
 #include "gallery/XmlModel.h"
@@ -27,61 +26,46 @@ public:
 private:
     bool MakeControls() override;
     void Retext() override;
-    void Restyle() override;
+    void Restyle() override { tree.SetLook(Sizes()); }
     void Arrange(int width, int height) override;
-    LRESULT Notify(const NMHDR& header) override;
+    void Noticed(const NMHDR& header) override;
 
-    void Enter();
-    void Escape();
-    void FindNext();
+    void Enter(HWND focus) override;
+    void Find(const std::wstring& name) override;
     void Decode();
 
     std::wstring Cell(int row, int column) const;
     void ShowDocument() override;
     void ShowElement(int element);
-    void ShowState();
-    void Tell(const std::wstring& text) override { SetText(message, text); }
+    std::wstring Counts() const override;
 
-    static constexpr Wording wording = {{"XmlFiles", L"xml"}, "web-reply.xml", "NotOpenedXml"};
+    static constexpr Wording wording = {{"XmlFiles", L"xml"}, "web-reply.xml", "NotOpenedXml",
+                                        "FindElement",        "FindNext",      "TypeElement"};
 
     XmlModel model;
     int selected = -1; ///< the element whose attributes and texts are shown
 
-    HWND fileLabel = nullptr;
-    HWND open = nullptr;
-    HWND findLabel = nullptr;
-    HWND findText = nullptr;
-    HWND findNext = nullptr;
     HWND treeLabel = nullptr;
     XmlTree tree;
     HWND detailsLabel = nullptr;
     ListView details;
     HWND decode = nullptr;
-    HWND message = nullptr;
-    HWND counts = nullptr;
 };
 
 bool XmlDocumentPage::MakeControls() {
-    const HWND page = Handle();
-    fileLabel = MakeTextLine(page, SS_PATHELLIPSIS, ID_XML_FILE_LABEL);
-    open = AddButton("Open", ID_OPEN);
-    findLabel = AddLabel("FindElement", ID_XML_FIND_LABEL);
-    findText = MakeEdit(page, ID_XML_FIND_TEXT);
-    findNext = AddButton("FindNext", ID_FIND_NEXT);
+    MakeFileRow();
+    MakeFindRow();
     treeLabel = AddLabel("ElementsLabel", ID_XML_TREE_LABEL);
-    if (!tree.Create(page, model, ID_XML_TREE))
+    if (!tree.Create(Handle(), model, ID_XML_TREE))
         return false;
     detailsLabel = AddLabel("DetailsLabel", ID_XML_DETAILS_LABEL);
     const auto cell = [this](int row, int column) { return Cell(row, column); };
-    if (!details.Create(page, "Details", ID_XML_DETAILS, ListView::Titles::shown, cell))
+    if (!AddList(details, "Details", ID_XML_DETAILS, ListView::Titles::shown, cell))
         return false;
     for (const char* title : {"DetailKind", "DetailName", "Value"})
-        details.AddColumn(title, ListView::Align::left);
-    decode = AddCaption(MakeCheckBox(page, ID_XML_DECODE), "DecodeReferences");
-    message = MakeTextLine(page, SS_ENDELLIPSIS, ID_XML_MESSAGE);
-    counts = MakeTextLine(page, SS_LEFT, ID_XML_COUNTS);
-    ShowState();
-    return counts != nullptr;
+        details.AddColumn(title);
+    decode = AddCaption(MakeCheckBox(Handle(), ID_XML_DECODE), "DecodeReferences");
+    return MakeMessages();
 }
 
 std::wstring XmlDocumentPage::Cell(int row, int column) const {
@@ -97,16 +81,8 @@ std::wstring XmlDocumentPage::Cell(int row, int column) const {
 }
 
 void XmlDocumentPage::Retext() {
-    // The document is read in the code page of the language.
-    details.UpdateTexts();
     tree.Show(selected);
-    Tell(L"");
-    ShowState();
-}
-
-void XmlDocumentPage::Restyle() {
-    tree.SetLook(Sizes());
-    details.SetLook(Sizes());
+    DocumentPage::Retext();
 }
 
 void XmlDocumentPage::Arrange(int width, int height) {
@@ -114,8 +90,9 @@ void XmlDocumentPage::Arrange(int width, int height) {
     Rows page(Sizes(), width, height, /*expected=*/12);
     const int left = width / 2;
     const int right = left + page.Gap();
+    page.AlignButtons({open, find});
     page.Put(End::top, {nullptr, fileLabel, {open}});
-    page.Put(End::top, {findLabel, findText, {findNext}});
+    page.Put(End::top, {findLabel, findText, {find}});
     page.PutMessage(message, /*counts=*/nullptr);
     page.PutLine(counts);
     page.Put(End::bottom, {nullptr, decode, {}});
@@ -135,10 +112,7 @@ void XmlDocumentPage::Arrange(int width, int height) {
     details.SetColumnWidth(2, room - room * 2 / 5);
 }
 
-LRESULT XmlDocumentPage::Notify(const NMHDR& header) {
-    LRESULT result = 0;
-    if (details.Notified(header, result))
-        return result;
+void XmlDocumentPage::Noticed(const NMHDR& header) {
     int element = -1;
     if (tree.UserSelected(header, element)) {
         ShowElement(element);
@@ -147,47 +121,21 @@ LRESULT XmlDocumentPage::Notify(const NMHDR& header) {
         // In full, where the column is too narrow.
         Tell(model.DetailOf(selected, details.Selected()).value);
     }
-    return 0;
 }
 
-void XmlDocumentPage::Command(int id, int) {
-    switch (id) {
-    case ID_OPEN:
-        return AskAndOpen();
-    case ID_FIND:
-        return FocusAndSelect(findText);
-    case ID_FIND_NEXT:
-        return FindNext();
-    case ID_XML_DECODE:
-        return Decode();
-    case IDOK:
-        return Enter();
-    case IDCANCEL:
-        return Escape();
-    default:
-        return;
-    }
+void XmlDocumentPage::Command(int id, int notification) {
+    if (id == ID_XML_DECODE)
+        Decode();
+    else
+        DocumentPage::Command(id, notification);
 }
 
-void XmlDocumentPage::Enter() {
-    if (GetFocus() == findText)
-        FindNext();
-    else if (GetFocus() == tree.Handle())
+void XmlDocumentPage::Enter(HWND focus) {
+    if (focus == tree.Handle())
         SetFocus(details.Handle());
 }
 
-void XmlDocumentPage::Escape() {
-    SetText(findText, L"");
-    TakeFocus();
-    Tell(L"");
-}
-
-void XmlDocumentPage::FindNext() {
-    const std::wstring name = TextOf(findText);
-    if (name.empty()) {
-        Tell(Text("TypeElement"));
-        return FocusAndSelect(findText);
-    }
+void XmlDocumentPage::Find(const std::wstring& name) {
     const XmlModel::Match match = model.Find(name, selected);
     if (match.count == 0)
         return Warn(Text("NoElement", {name}));
@@ -225,7 +173,6 @@ bool XmlDocumentPage::ShowExample() {
 void XmlDocumentPage::ShowDocument() {
     tree.Show(0);
     ShowElement(0);
-    SetText(fileLabel, model.Path());
     ShowState();
 }
 
@@ -234,14 +181,10 @@ void XmlDocumentPage::ShowElement(int element) {
     details.SetRows(model.Details(element));
 }
 
-void XmlDocumentPage::ShowState() {
-    EnableWindow(findNext, model.Loaded());
-    if (model.Loaded())
-        SetText(counts,
-                Text("XmlCounts",
-                     {std::to_wstring(model.Elements()), std::to_wstring(model.Attributes()),
-                      std::to_wstring(model.Texts()), Format(L"%.2f", model.LoadMilliseconds())}));
-    Rearrange();
+std::wstring XmlDocumentPage::Counts() const {
+    return Text("XmlCounts",
+                {std::to_wstring(model.Elements()), std::to_wstring(model.Attributes()),
+                 std::to_wstring(model.Texts()), Format(L"%.2f", model.LoadMilliseconds())});
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 #include "tests/gallery/GalleryProcess.h"
 
 #include "gallery/ControlIds.h"
-#include "vtrfutls/FileNames.h"
+#include "gallery/Text.h"
 
 #include <commctrl.h>
 #include <gtest/gtest.h>
@@ -44,20 +44,12 @@ void Send(INPUT input) {
 
 } // namespace
 
-std::string ProgramFolder() {
-    char program[MAX_PATH] = "";
-    char folder[MAX_PATH] = "";
-    GetModuleFileNameA(/*hModule=*/nullptr, program, sizeof program);
-    ExtractDirectory(program, folder, sizeof folder);
-    return folder;
-}
-
 GalleryProcess::GalleryProcess(const std::string& arguments, const std::string& newRegistryKey)
     : ownKey(newRegistryKey.empty()), registryKey(newRegistryKey) {
     if (ownKey)
         registryKey = "Software\\vtrutils gallery test " + std::to_string(GetCurrentProcessId());
-    std::string commandLine =
-        "\"" + ProgramFolder() + "gallery.exe\" --registry \"" + registryKey + "\" " + arguments;
+    std::string commandLine = "\"" + gallery::ProgramFolder() + "gallery.exe\" --registry \"" +
+                              registryKey + "\" " + arguments;
     STARTUPINFOA start{};
     start.cb = sizeof start;
     PROCESS_INFORMATION started{};
@@ -70,6 +62,11 @@ GalleryProcess::GalleryProcess(const std::string& arguments, const std::string& 
     process.Reset(started.hProcess);
     id = started.dwProcessId;
     const vtr::KernelHandle thread(started.hThread);
+}
+
+GalleryProcess::GalleryProcess(int control) : GalleryProcess("") {
+    WaitForDocument(L"media-settings.ini");
+    ShowPage(control);
 }
 
 GalleryProcess::~GalleryProcess() {
@@ -90,7 +87,8 @@ int GalleryProcess::ExitCode() {
     return static_cast<int>(code);
 }
 
-void GalleryProcess::WaitForTitle(const std::wstring& title) {
+void GalleryProcess::WaitForDocument(const std::wstring& name) {
+    const std::wstring title = (name.empty() ? L"" : name + L" - ") + L"vtrutils gallery";
     Wait("the title", [&] {
         window = FindWindowOfClass(GALLERY_WINDOW_CLASS);
         return window != nullptr && IsWindowVisible(window) && TextOf(window) == title;
@@ -98,30 +96,26 @@ void GalleryProcess::WaitForTitle(const std::wstring& title) {
 }
 
 void GalleryProcess::ShowPage(int control) {
-    const HWND pages = GetDlgItem(window, ID_PAGE_LIST);
-    Press('P', VK_MENU);
-    Wait("the list of pages", [&] { return FocusedControl() == pages; });
+    Press(Alt('P'));
+    Wait("the list of pages", [&] { return FocusedControl() == GetDlgItem(window, ID_PAGE_LIST); });
     // From the end: pages at the front open files when they are shown.
-    Press(VK_END);
-    const LRESULT count = SendMessageW(pages, LVM_GETITEMCOUNT, 0, 0);
-    for (LRESULT row = count - 1; row >= 0 && !testing::Test::HasFatalFailure(); --row) {
-        Wait("a page", [&] {
-            return SendMessageW(pages, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED) ==
-                   row;
-        });
-        if (Control(control) != nullptr)
-            return;
-        Press(VK_UP);
+    int key = VK_END;
+    while (!testing::Test::HasFatalFailure() && Control(control) == nullptr) {
+        const HWND before = Page();
+        Press(key);
+        Wait("another page", [&] { return Page() != before; });
+        key = VK_UP;
     }
-    FAIL() << "no page has control " << control;
 }
 
 void GalleryProcess::WaitForText(int control, const std::wstring& part) {
-    Wait("a text", [&] { return TextOf(Control(control)).find(part) != std::wstring::npos; });
+    Wait(("\"" + std::string(part.begin(), part.end()) + "\"").c_str(),
+         [&] { return TextOf(Control(control)).find(part) != std::wstring::npos; });
 }
 
 void GalleryProcess::WaitForFocus(int control) {
-    Wait("the focus", [&] { return FocusedControl() == Control(control); });
+    Wait("the focus",
+         [&] { return Control(control) != nullptr && FocusedControl() == Control(control); });
 }
 
 void GalleryProcess::Answer(int button) {
@@ -138,14 +132,34 @@ void GalleryProcess::Close() {
     PostMessageW(window, WM_SYSCOMMAND, SC_CLOSE, 0);
 }
 
-void GalleryProcess::Press(WORD key, WORD modifier) {
+void GalleryProcess::End() {
+    Close();
+    EXPECT_EQ(0, ExitCode());
+}
+
+void GalleryProcess::Press(Key key) {
     GiveKeyboard();
-    if (modifier != 0)
-        Send(KeyInput(modifier, /*scan=*/0, /*flags=*/0));
-    Send(KeyInput(key, /*scan=*/0, /*flags=*/0));
-    Send(KeyInput(key, /*scan=*/0, KEYEVENTF_KEYUP));
-    if (modifier != 0)
-        Send(KeyInput(modifier, /*scan=*/0, KEYEVENTF_KEYUP));
+    if (key.modifier != 0)
+        Send(KeyInput(key.modifier, /*scan=*/0, /*flags=*/0));
+    Send(KeyInput(key.key, /*scan=*/0, /*flags=*/0));
+    Send(KeyInput(key.key, /*scan=*/0, KEYEVENTF_KEYUP));
+    if (key.modifier != 0)
+        Send(KeyInput(key.modifier, /*scan=*/0, KEYEVENTF_KEYUP));
+}
+
+void GalleryProcess::Press(Key key, int control, const std::wstring& part) {
+    Press(key);
+    WaitForText(control, part);
+}
+
+void GalleryProcess::PressForFocus(Key key, int control) {
+    Press(key);
+    WaitForFocus(control);
+}
+
+void GalleryProcess::Fill(Key key, int control, const std::wstring& text) {
+    PressForFocus(key, control);
+    Type(text);
 }
 
 void GalleryProcess::Type(const std::wstring& text) {
@@ -155,14 +169,15 @@ void GalleryProcess::Type(const std::wstring& text) {
     }
 }
 
-void GalleryProcess::Drag(int control, POINT from, POINT to, Button button) {
-    const bool left = button == Button::left;
+void GalleryProcess::Drag(int control, POINT from, POINT to, bool left) {
     const auto sendAt = [&](POINT place, DWORD flags) {
         ClientToScreen(Control(control), &place);
-        SetCursorPos(place.x, place.y);
         INPUT input{};
         input.type = INPUT_MOUSE;
-        input.mi.dwFlags = flags;
+        // Place and button in one event: the X server reports a move of its own late.
+        input.mi.dx = (place.x * 65536 + 32768) / GetSystemMetrics(SM_CXSCREEN);
+        input.mi.dy = (place.y * 65536 + 32768) / GetSystemMetrics(SM_CYSCREEN);
+        input.mi.dwFlags = flags | MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
         Send(input);
     };
     sendAt(from, left ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_RIGHTDOWN);
@@ -202,12 +217,16 @@ HWND GalleryProcess::FindWindowOfClass(const wchar_t* className) const {
     return nullptr;
 }
 
-HWND GalleryProcess::Control(int control) const {
+HWND GalleryProcess::Page() const {
     HWND page = nullptr;
     do {
         page = FindWindowExW(window, page, GALLERY_PAGE_CLASS, nullptr);
     } while (page != nullptr && !IsWindowVisible(page));
-    return GetDlgItem(page, control);
+    return page;
+}
+
+HWND GalleryProcess::Control(int control) const {
+    return GetDlgItem(Page(), control);
 }
 
 HWND GalleryProcess::FocusedControl() const {

@@ -6,9 +6,18 @@
 #include <functional>
 #include <string>
 
-/// The folder of this program, where the gallery and its documents stand too, with a trailing
-/// backslash.
-std::string ProgramFolder();
+/// A key to press, alone or with one that is held.
+struct Key {
+    Key(int newKey, WORD newModifier = 0) : key(static_cast<WORD>(newKey)), modifier(newModifier) {}
+    WORD key;
+    WORD modifier;
+};
+inline Key Alt(int key) {
+    return {key, VK_MENU};
+}
+inline Key Ctrl(int key) {
+    return {key, VK_CONTROL};
+}
 
 /// The real gallery, driven by the keyboard as a user drives it. What it is asked to wait for fails
 /// the test after 30 s, and at once when the program ends; after a failure nothing is waited for.
@@ -17,6 +26,8 @@ public:
     /// The gallery remembers files in a key of its own, which goes with the object, unless
     /// `newRegistryKey` names one below HKEY_CURRENT_USER.
     explicit GalleryProcess(const std::string& arguments, const std::string& newRegistryKey = "");
+    /// Without arguments, on the page that has a control with this id.
+    explicit GalleryProcess(int control);
     GalleryProcess(const GalleryProcess&) = delete;
     GalleryProcess& operator=(const GalleryProcess&) = delete;
     ~GalleryProcess();
@@ -24,15 +35,11 @@ public:
     /// Waits for the end of the program. -1 when it does not come.
     int ExitCode();
 
-    /// Waits for the window to have this title.
-    void WaitForTitle(const std::wstring& title);
+    /// Waits for the title that the window has with this document, or with none for "".
+    void WaitForDocument(const std::wstring& name);
 
-    /// Waits until the keys that are pressed go to the window. When another window has closed, an X
-    /// server without a window manager may take the keyboard away at any later moment: `Press`
-    /// takes it back.
-    void GiveKeyboard();
-
-    /// Goes to the page that has a control with this id, in the list of pages.
+    /// Goes to the page that has a control with this id, in the list of pages. Requires: another
+    /// page than the last of the list.
     void ShowPage(int control);
 
     /// Waits for the text of the control with this id, on the page that is shown, to hold `part`.
@@ -45,17 +52,28 @@ public:
 
     /// What the close button of the title bar does.
     void Close();
+    /// Closes the window, and expects the program to end well.
+    void End();
 
-    void Press(WORD key, WORD modifier = 0);
+    /// Waits until the keys that are pressed go to the window. When another window has closed, an X
+    /// server without a window manager may take the keyboard away at any later moment.
+    void Press(Key key);
+    /// The same, and waits for the text of a control, or for the focus.
+    void Press(Key key, int id, const std::wstring& part);
+    void PressForFocus(Key key, int id);
     void Type(const std::wstring& text);
+    /// Goes to the field with that key, and types in place of what it holds.
+    void Fill(Key key, int id, const std::wstring& text);
 
-    enum class Button { left, right };
-    /// Presses the button at one place in the control with this id and lets it go at another.
-    void Drag(int id, POINT from, POINT to, Button button);
+    /// Presses the left or right button at one place in the control with this id and lets it go at
+    /// another.
+    void Drag(int id, POINT from, POINT to, bool left);
 
 private:
+    void GiveKeyboard();
     void Wait(const char* what, const std::function<bool()>& condition);
     HWND FindWindowOfClass(const wchar_t* className) const;
+    HWND Page() const;
     HWND Control(int id) const;
     HWND FocusedControl() const;
 

@@ -21,32 +21,24 @@ TEST(RecentFilesPage, RemembersFilesAndOpensThemOnTheirPages) {
     earlier.AddFile(table.c_str(), /*length=*/10);
 
     GalleryProcess gallery("\"" + document + "\"", key.SubKey());
-    gallery.WaitForTitle(L"document.ini - vtrutils gallery");
-    gallery.GiveKeyboard();
+    gallery.WaitForDocument(L"document.ini");
     gallery.ShowPage(ID_RECENT_FILES);
     gallery.WaitForText(ID_RECENT_COUNTS, L"Files: 2, folders: 1");
-    gallery.Press('F', VK_MENU);
-    gallery.WaitForFocus(ID_RECENT_FILES);
-    gallery.Press(VK_DOWN);
+    gallery.PressForFocus(Alt('F'), ID_RECENT_FILES);
     const std::wstring shown(table.begin(), table.end());
-    gallery.WaitForText(ID_RECENT_MESSAGE, shown);
+    gallery.Press(VK_DOWN, ID_RECENT_MESSAGE, shown);
     gallery.Press(VK_RETURN);
-    gallery.WaitForTitle(L"table.csv - vtrutils gallery");
+    gallery.WaitForDocument(L"table.csv");
     gallery.WaitForFocus(ID_TABLE_LIST);
 
-    gallery.Press(VK_TAB, VK_CONTROL);
-    gallery.WaitForFocus(ID_LANGUAGE_LIST);
-    gallery.Press(VK_TAB, VK_CONTROL);
-    gallery.WaitForFocus(ID_RECENT_FILES);
-    gallery.Press(VK_DELETE);
-    gallery.WaitForText(ID_RECENT_MESSAGE, L"Removed from the list: " + shown);
+    gallery.PressForFocus(Ctrl(VK_TAB), ID_LANGUAGE_LIST);
+    gallery.PressForFocus(Ctrl(VK_TAB), ID_RECENT_FILES);
+    gallery.Press(VK_DELETE, ID_RECENT_MESSAGE, L"Removed from the list: " + shown);
     EXPECT_EQ(document, key.Texts()["Recent.1"]);
     EXPECT_EQ("", key.Texts()["Recent.2"]);
-    gallery.Press('C', VK_MENU);
-    gallery.WaitForText(ID_RECENT_COUNTS, L"Files: 0, folders: 0");
+    gallery.Press(Alt('C'), ID_RECENT_COUNTS, L"Files: 0, folders: 0");
     EXPECT_EQ("", key.Texts()["Recent.1"]);
-    gallery.Close();
-    EXPECT_EQ(0, gallery.ExitCode());
+    gallery.End();
 }
 
 } // namespace

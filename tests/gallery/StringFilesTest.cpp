@@ -1,4 +1,4 @@
-#include "tests/gallery/GalleryProcess.h"
+#include "gallery/Text.h"
 #include "tests/support/TestFolder.h"
 
 #include <gtest/gtest.h>
@@ -6,6 +6,7 @@
 #include <set>
 #include <sstream>
 #include <vector>
+#include <windows.h>
 
 namespace {
 
@@ -19,7 +20,7 @@ constexpr char windowSection[] = "; The window";
 StringFile Load(const std::string& language, unsigned codePage) {
     StringFile file;
     std::istringstream lines(
-        ReadBytes(ProgramFolder() + "languages\\" + language + "\\gallery.ini"));
+        ReadBytes(gallery::ProgramFolder() + "languages\\" + language + "\\gallery.ini"));
     std::string section;
     for (std::string line; std::getline(lines, line);) {
         if (line.rfind("; The ", 0) == 0)
@@ -40,9 +41,9 @@ StringFile Load(const std::string& language, unsigned codePage) {
 }
 
 /// The characters behind each of these marks, in small letters.
-std::multiset<wchar_t> Behind(wchar_t mark, std::wstring text) {
+std::multiset<wchar_t> Behind(wchar_t mark, const std::wstring& anyCase) {
     std::multiset<wchar_t> found;
-    CharLowerBuffW(text.data(), static_cast<DWORD>(text.size()));
+    const std::wstring text = gallery::LowerCase(anyCase);
     for (std::size_t i = text.find(mark); i < text.size() - 1; i = text.find(mark, i + 1))
         found.insert(text[i + 1]);
     return found;

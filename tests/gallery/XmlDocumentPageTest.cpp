@@ -7,18 +7,14 @@
 namespace {
 
 void Find(GalleryProcess& gallery, const std::wstring& name, const std::wstring& message) {
-    gallery.Press('F', VK_CONTROL);
-    gallery.WaitForFocus(ID_XML_FIND_TEXT);
-    gallery.Type(name);
-    gallery.Press(VK_RETURN);
-    gallery.WaitForText(ID_XML_MESSAGE, message);
+    gallery.Fill(Ctrl('F'), ID_DOCUMENT_FIND_TEXT, name);
+    gallery.Press(VK_RETURN, ID_DOCUMENT_MESSAGE, message);
 }
 
 /// The last attribute or text of the element that is shown, which has more than one.
 void ExpectLastDetail(GalleryProcess& gallery, const std::wstring& value) {
-    gallery.Press('A', VK_MENU);
-    gallery.Press(VK_END);
-    gallery.WaitForText(ID_XML_MESSAGE, value);
+    gallery.Press(Alt('A'));
+    gallery.Press(VK_END, ID_DOCUMENT_MESSAGE, value);
 }
 
 TEST(XmlDocumentPage, FindsShowsAndDecodesByKeyboard) {
@@ -33,30 +29,24 @@ TEST(XmlDocumentPage, FindsShowsAndDecodesByKeyboard) {
         folder.Write("reply.xml", "<reply><title lang=\"en\">Ink &amp; Rope</title><title/><many>" +
                                       many + "</many>" + deep);
     GalleryProcess gallery("\"" + file + "\"");
-    gallery.WaitForTitle(L"reply.xml - vtrutils gallery");
-    gallery.GiveKeyboard();
-    gallery.WaitForText(ID_XML_COUNTS, L"Elements: 2652, attributes: 5, texts: 1,");
+    gallery.WaitForDocument(L"reply.xml");
+    gallery.WaitForText(ID_DOCUMENT_COUNTS, L"Elements: 2652, attributes: 5, texts: 1,");
     Find(gallery, L"TITLE", L"Match 1 of 2: \"title\", depth 1.");
     ExpectLastDetail(gallery, L"Ink &amp; Rope");
-    gallery.Press('D', VK_MENU);
-    gallery.WaitForText(ID_XML_MESSAGE, L"Loaded again: references are decoded.");
+    gallery.Press(Alt('D'), ID_DOCUMENT_MESSAGE, L"Loaded again: references are decoded.");
     ExpectLastDetail(gallery, L"Ink & Rope");
-    gallery.Press(VK_F3);
-    gallery.WaitForText(ID_XML_MESSAGE, L"Match 2 of 2");
-    gallery.Press(VK_F3);
-    gallery.WaitForText(ID_XML_MESSAGE, L"Match 1 of 2");
+    gallery.Press(VK_F3, ID_DOCUMENT_MESSAGE, L"Match 2 of 2");
+    gallery.Press(VK_F3, ID_DOCUMENT_MESSAGE, L"Match 1 of 2");
 
     Find(gallery, L"wanted", L"Match 1 of 1: \"wanted\", depth 2.");
-    gallery.Press('E', VK_MENU);
-    gallery.WaitForFocus(ID_XML_TREE);
+    gallery.PressForFocus(Alt('E'), ID_XML_TREE);
     gallery.Press(VK_RIGHT);
     gallery.Press(VK_DOWN);
     ExpectLastDetail(gallery, L"in the third group");
     Find(gallery, L"bottom", L"depth 301, deeper than the tree shows.");
     ExpectLastDetail(gallery, L"at the bottom");
     Find(gallery, L"nothing", L"No element is named \"nothing\".");
-    gallery.Close();
-    EXPECT_EQ(0, gallery.ExitCode());
+    gallery.End();
 }
 
 } // namespace

@@ -124,10 +124,12 @@ protected:
                                     : list.InsertToIndex(index, item, value);
         fault.FailAt(0);
         if (list.NumNodes() == size) {
-            const int asHead = byHead || size == 0 ? 0 : -1;
-            ASSERT_EQ(answer, way < 3 ? index - (index == size && !List::isMega)
-                              : byTail || (index == size && size > 0) ? size - 1
-                                                                      : asHead);
+            const bool behind = size > 0 && index == size;
+            const bool above = behind && (!List::isMega || model.At(size - 1).value < value);
+            ASSERT_EQ(answer, way < 3               ? index - above
+                              : byTail || behind    ? size - 1
+                              : byHead || size == 0 ? 0
+                                                    : -1);
             ++refused;
             return;
         }

@@ -125,12 +125,14 @@ TEST(LockedContainer, LosesNothingAmongEightThreads) {
         "CStack", [&](std::size_t item) { stack.Push(pointer(item)); },
         [&] { return number(stack.Pop()); });
     CMyList list;
+    for (int i = 0; i < 100; ++i) // to walk past, so that threads meet
+        list.AppendToTail(nullptr, 0);
     ExpectNothingLost(
         "CMyList", [&](std::size_t item) { list.AppendToTail(pointer(item), 0); },
         [&] {
             // Another thread may take the same one out first.
-            void* first = list.Index(0, nullptr);
-            return first != nullptr && list.Remove(first) ? number(first) : 0;
+            void* last = list.Index(list.NumNodes() - 1, nullptr);
+            return last != nullptr && list.Remove(last) ? number(last) : 0;
         });
 }
 

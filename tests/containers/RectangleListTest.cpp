@@ -143,7 +143,7 @@ TEST(RectangleList, ConsolidatesInDocumentedOrder) {
     constexpr unsigned seed = 11;
     Dice dice(seed);
     AllocationFault fault("vtrutils.dll");
-    for (int round = 0; round < 400; ++round) {
+    for (int round = 0; round < 1500; ++round) {
         SCOPED_TRACE(testing::Message() << "seed " << seed << ", round " << round);
         RectangleList list;
         list.set_consolidate_on_add(false, 0, 1);
@@ -240,13 +240,22 @@ TEST(RectangleList, TakesItselfAndNull) {
 }
 
 TEST(RectangleList, ConsolidatesWhenTheSumIsLargeAndWhenDue) {
-    // Width times bottom edge less top edge: 2 * 11 - 10 = 12 each, against two thirds of the
-    // bounds.
-    for (const auto& [right, number] : {std::pair(36L, 2), std::pair(35L, 1)}) {
+    // Width times bottom edge less top edge: 2 * 11 - 10 and 3 * 11 - 10, so 35, against two thirds
+    // of the bounds.
+    for (const auto& [right, number] : {std::pair(53L, 2), std::pair(52L, 1)}) {
         RectangleList list;
-        Fill(list, {{0, 10, 2, 11}, {right - 2, 10, right, 11}});
+        Fill(list, {{0, 10, 2, 11}, {right - 3, 10, right, 11}});
         list.consolidate();
         EXPECT_EQ(list.getNumRectangles(), number) << right;
+    }
+    for (const auto& [count, number] : {std::pair(50, 50), std::pair(51, 1)}) {
+        Rectangles apart;
+        for (LONG i = 0; i < count; ++i)
+            apart.push_back({1000 * i, 0, 1000 * i + 1, 1});
+        RectangleList list;
+        Fill(list, apart);
+        list.consolidate();
+        EXPECT_EQ(list.getNumRectangles(), number) << count;
     }
     // Two halves show that a consolidation ran; the others do not touch.
     RectangleList list;
@@ -263,6 +272,10 @@ TEST(RectangleList, ConsolidatesWhenTheSumIsLargeAndWhenDue) {
     RECT distant{-1000, 0, -999, 1};
     copy.add(&distant);
     EXPECT_EQ(copy.getNumRectangles(), 19) << "a copy has the counters too";
+    RECT beside{2, 0, 3, 1};
+    RectangleList next(list);
+    next.add(&beside);
+    EXPECT_EQ(next.getNumRectangles(), 20) << "and the turn of the next";
     list.set_consolidate_on_add(true, 0, 0);
     Fill(list, {{0, 0, 1, 1}, {1, 0, 2, 1}});
     list.add(&distant);
@@ -270,15 +283,20 @@ TEST(RectangleList, ConsolidatesWhenTheSumIsLargeAndWhenDue) {
 }
 
 TEST(RectangleList, TellsAboutTwoRectangles) {
-    RECT a{0, 0, 10, 10}, apart{11, 0, 15, 10}, below{0, 10, 10, 15}, above{-1, -1, 11, 4};
+    RECT a{0, 0, 10, 10}, above{-1, -1, 11, 4}, apart{11, 0, 15, 10};
     EXPECT_TRUE(RectangleList::rectContainsRect(&a, &a));
-    EXPECT_FALSE(RectangleList::rectContainsRect(&a, &below));
     EXPECT_FALSE(RectangleList::enlargeIfAdjacent(&a, &apart));
-    EXPECT_FALSE(RectangleList::reduceIfPartlyContainedIn(&a, &below));
+    for (const auto& [dx, dy] : {std::pair(0, 10), {0, -10}, {10, 0}, {-10, 0}, {0, 3}}) {
+        RECT touching = a, b = a;
+        OffsetRect(&b, dx, dy);
+        EXPECT_FALSE(RectangleList::rectContainsRect(&a, &b)) << dx << ' ' << dy;
+        EXPECT_TRUE(RectangleList::enlargeIfAdjacent(&touching, &b)) << dx << ' ' << dy;
+        EXPECT_EQ(touching, BoundsOf({a, b}));
+    }
+    for (RECT inside : {a, RECT{1, 1, 9, 9}})
+        EXPECT_FALSE(RectangleList::reduceIfPartlyContainedIn(&inside, &a));
     EXPECT_TRUE(RectangleList::reduceIfPartlyContainedIn(&a, &above));
     EXPECT_EQ(a, (RECT{0, 4, 10, 10}));
-    EXPECT_TRUE(RectangleList::enlargeIfAdjacent(&a, &below));
-    EXPECT_EQ(a, (RECT{0, 4, 10, 15}));
 }
 
 TEST(RectangleList, CopiesSwapsAndOffsets) {

@@ -109,7 +109,8 @@ TEST(MRUList, IsInTheRegistryWhatItsRulesSay) {
         if (choice < 2) {
             dice.Below(3) != 0 ? MakeFile(path) : static_cast<void>(DeleteFileA(path.c_str()));
         } else if (choice < 5) { // another process
-            const char* kind = dice.Below(2) == 0 ? "" : other == 0 ? "-last-length" : "-last-time";
+            const char* kinds[] = {"", "", "-last-length", "-last-time"};
+            const char* kind = kinds[dice.Below(4)];
             const std::string name = Model::Name(kind, static_cast<std::size_t>(dice.Below(5) + 1));
             const std::string text = *kind == '\0' ? path : dice.Below(2) == 0 ? "3000000000" : "";
             keys[other].SetText(name.c_str(), text);

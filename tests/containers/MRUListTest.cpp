@@ -36,9 +36,10 @@ void MakeFile(const std::string& path) {
     EXPECT_TRUE(SetFileTime(file.Get(), nullptr, &read, &written));
 }
 
+/// No path holds the separator.
 std::string Shown(const _MRUData& entry) {
-    return std::string(entry.path) + " " + std::to_string(entry.lastTime) + " " +
-           std::to_string(entry.lastLength) + " " + std::to_string(entry.exists);
+    return std::string(entry.path) + "|" + std::to_string(entry.lastTime) + "|" +
+           std::to_string(entry.lastLength) + "|" + std::to_string(entry.exists);
 }
 
 /// The list and the registry as they should be: the key of the list and another.
@@ -53,7 +54,7 @@ struct Model {
         const auto found = values[key].find(Name(kind, k));
         return found != values[key].end() ? found->second : "";
     }
-    static std::string PathOf(const std::string& entry) { return entry.substr(0, entry.find(' ')); }
+    static std::string PathOf(const std::string& entry) { return entry.substr(0, entry.find('|')); }
 
     void LoadPathsOf(int key) {
         for (std::size_t k = 1; !Text(key, "", k).empty(); ++k) {
@@ -79,7 +80,7 @@ struct Model {
                 continue;
             unsigned long long time = 0;
             unsigned length = 0;
-            std::sscanf(entries[i].c_str() + path.size(), "%llu %u", &time, &length);
+            std::sscanf(entries[i].c_str() + path.size(), "|%llu|%u", &time, &length);
             values[0][Name("", ++w)] = path;
             values[0][Name("-last-length", i + 1)] = std::to_string(static_cast<int>(length));
             values[0][Name("-last-time", i + 1)] = std::to_string(time);
@@ -141,11 +142,11 @@ TEST(MRUList, IsInTheRegistryWhatItsRulesSay) {
             const unsigned long long before = Now();
             list.AddFile(path.c_str(), number);
             if (IsThere(path)) {
-                _MRUData added = list.GetMRUItem(0);
+                const _MRUData added = list.GetMRUItem(0);
                 EXPECT_TRUE(added.lastTime >= before && added.lastTime <= Now());
-                EXPECT_EQ(Shown(added), path + " " + std::to_string(added.lastTime) + " " +
-                                            std::to_string(number) +
-                                            (IsFolder(path) ? " 0" : " 1"));
+                EXPECT_EQ(added.path, path);
+                EXPECT_EQ(added.lastLength, number);
+                EXPECT_EQ(added.exists, !IsFolder(path));
                 std::erase_if(model.entries, [&](const auto& entry) {
                     return _stricmp(Model::PathOf(entry).c_str(), path.c_str()) == 0;
                 });
@@ -174,7 +175,7 @@ TEST(MRUList, LivesInMemoryWithoutAKey) {
     for (const std::string& path : {std::string(), folder.Path() + std::string(300, 'x')})
         list.AddFile(path.c_str(), 1);
     EXPECT_EQ(list.GetFileNameOnly(2), nullptr);
-    EXPECT_EQ(Shown(list.GetMRUItem(2)), " 0 0 0");
+    EXPECT_EQ(Shown(list.GetMRUItem(2)), "|0|0|0");
 
     const TestKey key;
     list.Init(key.Root(), key.SubKey());

@@ -36,7 +36,6 @@ void MakeFile(const std::string& path) {
     EXPECT_TRUE(SetFileTime(file.Get(), nullptr, &read, &written));
 }
 
-/// No path holds the separator.
 std::string Shown(const _MRUData& entry) {
     return std::string(entry.path) + "|" + std::to_string(entry.lastTime) + "|" +
            std::to_string(entry.lastLength) + "|" + std::to_string(entry.exists);
@@ -44,7 +43,7 @@ std::string Shown(const _MRUData& entry) {
 
 /// The list and the registry as they should be: the key of the list and another.
 struct Model {
-    std::vector<std::string> entries;
+    std::vector<_MRUData> entries;
     std::map<std::string, std::string> values[2];
 
     static std::string Name(const char* kind, std::size_t k) {
@@ -54,7 +53,6 @@ struct Model {
         const auto found = values[key].find(Name(kind, k));
         return found != values[key].end() ? found->second : "";
     }
-    static std::string PathOf(const std::string& entry) { return entry.substr(0, entry.find('|')); }
 
     void LoadPathsOf(int key) {
         for (std::size_t k = 1; !Text(key, "", k).empty(); ++k) {
@@ -64,26 +62,23 @@ struct Model {
             _MRUData entry{};
             path.copy(entry.path, MAX_PATH);
             entry.exists = !IsFolder(path);
-            entry.lastLength =
-                static_cast<unsigned>(std::atoll(Text(0, "-last-length", k).c_str()));
+            const std::string length = Text(0, "-last-length", k);
+            entry.lastLength = static_cast<unsigned>(std::strtoll(length.c_str(), nullptr, 10));
             const std::string time = Text(0, "-last-time", k);
             entry.lastTime = !time.empty() ? std::stoull(time) : entry.exists ? accessTicks : 0;
-            entries.push_back(Shown(entry));
+            entries.push_back(entry);
         }
     }
 
     void Save() {
         std::size_t w = 0;
         for (std::size_t i = 0; i < entries.size(); ++i) {
-            const std::string path = PathOf(entries[i]);
-            if (!IsThere(path))
+            if (!IsThere(entries[i].path))
                 continue;
-            unsigned long long time = 0;
-            unsigned length = 0;
-            std::sscanf(entries[i].c_str() + path.size(), "|%llu|%u", &time, &length);
-            values[0][Name("", ++w)] = path;
-            values[0][Name("-last-length", i + 1)] = std::to_string(static_cast<int>(length));
-            values[0][Name("-last-time", i + 1)] = std::to_string(time);
+            values[0][Name("", ++w)] = entries[i].path;
+            values[0][Name("-last-length", i + 1)] =
+                std::to_string(static_cast<int>(entries[i].lastLength));
+            values[0][Name("-last-time", i + 1)] = std::to_string(entries[i].lastTime);
         }
         while (w < entries.size() + 5)
             values[0][Name("", ++w)] = "";
@@ -112,7 +107,7 @@ TEST(MRUList, IsInTheRegistryWhatItsRulesSay) {
         } else if (choice < 5) { // another process
             const char* kinds[] = {"", "", "-last-length", "-last-time"};
             const char* kind = kinds[dice.Below(4)];
-            const std::string name = Model::Name(kind, static_cast<std::size_t>(dice.Below(5) + 1));
+            const std::string name = Model::Name(kind, static_cast<std::size_t>(dice.Below(5)) + 1);
             const std::string text = *kind == '\0' ? path : dice.Below(2) == 0 ? "3000000000" : "";
             keys[other].SetText(name.c_str(), text);
             model.values[other][name] = text;
@@ -147,16 +142,16 @@ TEST(MRUList, IsInTheRegistryWhatItsRulesSay) {
                 EXPECT_EQ(added.path, path);
                 EXPECT_EQ(added.lastLength, number);
                 EXPECT_EQ(added.exists, !IsFolder(path));
-                std::erase_if(model.entries, [&](const auto& entry) {
-                    return _stricmp(Model::PathOf(entry).c_str(), path.c_str()) == 0;
+                std::erase_if(model.entries, [&](const _MRUData& entry) {
+                    return _stricmp(entry.path, path.c_str()) == 0;
                 });
-                model.entries.insert(model.entries.begin(), Shown(added));
+                model.entries.insert(model.entries.begin(), added);
                 model.Save();
             }
         }
         unsigned count = 0;
-        for (const std::string& entry : model.entries)
-            ASSERT_EQ(Shown(list.GetMRUItem(count++)), entry);
+        for (const _MRUData& entry : model.entries)
+            ASSERT_EQ(Shown(list.GetMRUItem(count++)), Shown(entry));
         ASSERT_EQ(list.GetFileWithPath(count), nullptr);
         ASSERT_EQ(keys[0].Texts(), model.values[0]);
     }

@@ -32,9 +32,9 @@ TEST(Drives, FreeSpaceIsThatOfTheRoot) {
 
     const CapturedLog log;
     LogCurrentHardDriveSpace();
-    double megabytes = 0;
-    ASSERT_EQ(std::sscanf(log.Lines().at(0).c_str(), "C:\\ has %lf MB free.", &megabytes), 1);
-    EXPECT_NEAR(megabytes, expected / 1024, 500);
+    const std::string line = log.Lines().at(0), start = "C:\\ has ";
+    EXPECT_TRUE(line.starts_with(start) && line.ends_with(" MB free.")) << line;
+    EXPECT_NEAR(std::strtod(line.c_str() + start.size(), nullptr), expected / 1024, 500);
 }
 
 TEST(FileTimes, OfTheLastWrite) {

@@ -257,6 +257,12 @@ TYPED_TEST(ArrayLists, TakeOddArguments) {
     EXPECT_EQ(odd.PrevElemBySortValue(5, nullptr, nullptr), &items[0]);
     this->fault.FailAt(1);
     EXPECT_EQ(TypeParam(odd).NumNodes(), 0) << "no memory";
+    this->fault.FailAt(1);
+    EXPECT_EQ(TypeParam().Add(&index, 1, addSortedDefault), 0) << "no memory for a head";
+    while (odd.NumNodes() < Look(odd).capacity)
+        odd.AppendToTail(&index, 7);
+    this->fault.FailAt(1);
+    EXPECT_EQ(odd.Add(&index, 8, addSortedDefault), odd.NumNodes() - 1) << "nor for a tail";
 }
 
 TEST(MyArrayList, AdjustsScalesAndVerifiesItsValues) {

@@ -34,8 +34,7 @@ std::string BlocksOf(const CByteQueue& queue) {
 
 /// A queue, and the endless series of bytes that goes through it, in which no two places near each
 /// other look alike.
-class Stream {
-public:
+struct Stream {
     CByteQueue queue;
     unsigned in = 0, out = 0;
 
@@ -53,14 +52,11 @@ public:
         EXPECT_EQ(added, size > 0 && in - before == size);
         return added;
     }
-    void Get(unsigned most, CByteQueue& from) {
-        Bytes bytes(most);
-        bytes.resize(from.GetData(bytes.data(), most));
-        ASSERT_EQ(bytes, Series(out, std::min(most, in - out)));
-    }
     void Get(unsigned most) {
-        Get(most, queue);
-        out += std::min(most, in - out);
+        Bytes bytes(most);
+        bytes.resize(queue.GetData(bytes.data(), most));
+        ASSERT_EQ(bytes, Series(out, std::min(most, in - out)));
+        out += static_cast<unsigned>(bytes.size());
         ASSERT_EQ(queue.TotalBytesAvailable(), in - out);
     }
 };
@@ -76,9 +72,8 @@ TEST(ByteQueue, GivesBytesOutAsTheyCameIn) {
         for (int round = 0; round < 2000 && !testing::Test::HasFailure(); ++round) {
             SCOPED_TRACE(testing::Message() << "seed " << seed << ", round " << round);
             const int sizes[] = {3, 3, 100, 5000, 31999, 32000, 40000, 70000, 1000001};
-            const int largest = sizes[dice.Below(dice.Below(20) == 0    ? 9
-                                                 : round / 500 % 2 == 0 ? 8
-                                                                        : 2)];
+            const int kinds = dice.Below(20) == 0 ? 9 : round / 500 % 2 == 0 ? 8 : 2;
+            const int largest = sizes[dice.Below(kinds)];
             const auto size =
                 static_cast<unsigned>(dice.Below(3) == 0 ? 1 + dice.Below(largest) : largest);
             // Fills for a while, then drains.
@@ -88,14 +83,11 @@ TEST(ByteQueue, GivesBytesOutAsTheyCameIn) {
             }
             fault.FailAt(dice.Below(20) == 0);
             refused += !stream.Add(size);
+            fault.FailAt(round % 16 == 0 ? static_cast<unsigned>(dice.Below(9)) : 1);
+            const CByteQueue copy(stream.queue);
             fault.FailAt(0);
-            if (round % 16 == 0) {
-                fault.FailAt(static_cast<unsigned>(dice.Below(9)));
-                CByteQueue copy(stream.queue);
-                fault.FailAt(0);
-                if (copy.TotalBytesAvailable() != 0)
-                    stream.queue = copy;
-            }
+            if (copy.TotalBytesAvailable() != 0)
+                stream.queue = copy;
         }
         EXPECT_GT(refused, 5);
         stream.Get(stream.in - stream.out + 1);
@@ -147,8 +139,7 @@ TEST(ByteQueue, StreamsManyBlocksWithoutAllocating) {
 TEST(ByteQueue, TakesOddArgumentsAndFixesItsSetting) {
     CByteQueue queue, other;
     unsigned char byte = 1;
-    EXPECT_FALSE(queue.AddData(nullptr, 4));
-    EXPECT_FALSE(queue.AddData(&byte, 0));
+    EXPECT_FALSE(queue.AddData(nullptr, 4) || queue.AddData(&byte, 0));
     EXPECT_TRUE(queue.AddData(&byte, 1));
     EXPECT_EQ(queue.GetData(nullptr, 1), 0u);
     queue.SetRecycleBuffers(false);
@@ -159,9 +150,7 @@ TEST(ByteQueue, TakesOddArgumentsAndFixesItsSetting) {
     queue = self;
     other = queue;
     EXPECT_TRUE(other.RecycleBuffers());
-    queue.RemoveEverything();
-    EXPECT_EQ(queue.TotalBytesAvailable(), 0u);
-    EXPECT_EQ(other.TotalBytesAvailable(), 1u);
+    EXPECT_EQ(queue.TotalBytesAvailable() + other.TotalBytesAvailable(), 2u);
     EXPECT_EQ(queue.MinRecycleBufferSize(), 32000u);
 }
 

@@ -1,33 +1,32 @@
 #include "utilities/containers/LastDirList.h"
 
+#include "tests/support/Dice.h"
+
 #include <algorithm>
+#include <cctype>
 #include <ctime>
 #include <gtest/gtest.h>
-#include <random>
 #include <string>
 #include <vector>
 
 TEST(LastDirList, KeepsTimeOrderAsAModelDoes) {
     constexpr unsigned seed = 11;
-    std::mt19937 random(seed);
+    Dice dice(seed);
     for (int round = 0; round < 300; ++round) {
-        SCOPED_TRACE("seed 11, round " + std::to_string(round));
+        SCOPED_TRACE(testing::Message() << "seed " << seed << ", round " << round);
         CLastDirList list;
         std::vector<_lastDirList> model;
-        const auto add = [&](const _lastDirList& dir) {
-            model.insert(std::find_if(model.begin(), model.end(),
-                                      [&](const auto& other) { return other.time < dir.time; }),
-                         dir);
-        };
         for (int step = 0; step < 30; ++step) {
-            const char name = "abcd"[random() % 4];
-            char path[] = {static_cast<char>(random() % 2 ? name : name - 32), '\0'};
-            _lastDirList dir{{name}, static_cast<int>(random() % 4), static_cast<int>(random())};
-            const auto old = std::find_if(model.begin(), model.end(),
-                                          [&](const auto& other) { return other.path[0] == name; });
-            const bool known = old != model.end();
-            switch (random() % 6) {
-            case 0:
+            _lastDirList dir{{"abcd"[dice.Below(4)]}, dice.Below(4), dice.Below(9999)};
+            char path[] = {dir.path[0], '\0'};
+            if (dice.Below(2) == 0)
+                path[0] = static_cast<char>(std::toupper(path[0]));
+            const auto isSame = [&](const auto& other) { return other.path[0] == dir.path[0]; };
+            const auto old = std::ranges::find_if(model, isSame);
+            const bool known = old != model.end(), reposition = dice.Below(2) == 0;
+            const int way = dice.Below(6);
+            bool inserts = way == 3;
+            if (way == 0) {
                 EXPECT_EQ(list.MoveOrAddToTop(path), 1);
                 dir.time = list.ContainsDir(path)->time;
                 EXPECT_LE(std::abs(dir.time - _time64(nullptr)), 10);
@@ -35,30 +34,26 @@ TEST(LastDirList, KeepsTimeOrderAsAModelDoes) {
                 if (known)
                     model.erase(old);
                 model.insert(model.begin(), dir);
-                break;
-            case 1:
+            } else if (way == 1) {
                 list.DeletePath(path);
-                std::erase_if(model, [&](const auto& other) { return other.path[0] == name; });
-                break;
-            case 2:
+                std::erase_if(model, isSame);
+            } else if (way == 2) {
                 EXPECT_EQ(list.Sort(), 1);
-                std::stable_sort(model.begin(), model.end(),
-                                 [](const auto& a, const auto& b) { return a.time > b.time; });
-                break;
-            case 3:
+                std::ranges::stable_sort(model, std::ranges::greater(), &_lastDirList::time);
+            } else if (way == 3) {
                 EXPECT_EQ(list.Add(path, dir.time, dir.value, 0), 1);
-                add(dir);
-                break;
-            default:
-                const bool reposition = random() % 2 != 0;
+            } else {
                 EXPECT_EQ(list.UpdateOrAdd(path, dir.time, dir.value, reposition), 1);
-                if (known && !reposition)
-                    *old = dir;
-                else if (known)
+                inserts = !known || reposition;
+                if (known && reposition)
                     model.erase(old);
-                if (!known || reposition)
-                    add(dir);
+                else if (known)
+                    *old = dir;
             }
+            if (inserts)
+                model.insert(std::ranges::find_if(
+                                 model, [&](const auto& other) { return other.time < dir.time; }),
+                             dir);
         }
         for (_lastDirList& dir : model) {
             const _lastDirList* found = list.ContainsDir(dir.path);

@@ -1,17 +1,16 @@
 #include "utilities/containers/MRUList.h"
 
 #include "tests/support/CapturedLog.h"
+#include "tests/support/Dice.h"
 #include "tests/support/TestFolder.h"
 #include "tests/support/TestKey.h"
 #include "utilities/system/Handles.h"
 
-#include <cstdio>
+#include <climits>
 #include <gtest/gtest.h>
-#include <random>
 
 namespace {
 
-constexpr char files[] = "abcdef";
 constexpr unsigned long long accessTicks = 30'000'000ull << 32;
 
 unsigned long long Now() {
@@ -20,12 +19,16 @@ unsigned long long Now() {
     return static_cast<unsigned long long>(now.dwHighDateTime) << 32 | now.dwLowDateTime;
 }
 
-/// Makes the file, last read at `accessTicks` and written at another time, or removes it.
-void SetExists(const std::string& path, bool exists) {
-    if (!exists) {
-        DeleteFileA(path.c_str());
-        return;
-    }
+bool IsThere(const std::string& path) {
+    return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+bool IsFolder(const std::string& path) {
+    return (GetFileAttributesA(path.c_str()) & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+/// Last read at `accessTicks` and written at another time.
+void MakeFile(const std::string& path) {
     const vtr::FileHandle file(
         CreateFileA(path.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS, 0, nullptr));
     const FILETIME read{0, accessTicks >> 32};
@@ -33,182 +36,129 @@ void SetExists(const std::string& path, bool exists) {
     EXPECT_TRUE(SetFileTime(file.Get(), nullptr, &read, &written));
 }
 
-/// The list and the registry as they should be.
+std::string Shown(const _MRUData& entry) {
+    return std::string(entry.path) + "|" + std::to_string(entry.lastTime) + "|" +
+           std::to_string(entry.lastLength) + "|" + std::to_string(entry.exists);
+}
+
+/// The list and the registry as they should be: the key of the list and another.
 struct Model {
     std::vector<_MRUData> entries;
-    std::map<std::string, std::string> values;
+    std::map<std::string, std::string> values[2];
 
     static std::string Name(const char* kind, std::size_t k) {
         return std::string("My%Files") + kind + "." + std::to_string(k);
     }
-    static DWORD Attributes(const std::string& path) { return GetFileAttributesA(path.c_str()); }
+    std::string Text(int key, const char* kind, std::size_t k) const {
+        const auto found = values[key].find(Name(kind, k));
+        return found != values[key].end() ? found->second : "";
+    }
 
-    void Load() {
-        entries.clear();
-        for (std::size_t k = 1; !values[Name("", k)].empty(); ++k) {
-            const std::string path = values[Name("", k)];
-            if (Attributes(path) == INVALID_FILE_ATTRIBUTES)
+    void LoadPathsOf(int key) {
+        for (std::size_t k = 1; !Text(key, "", k).empty(); ++k) {
+            const std::string path = Text(key, "", k);
+            if (!IsThere(path))
                 continue;
             _MRUData entry{};
-            std::strcpy(entry.path, path.c_str());
-            entry.exists = (Attributes(path) & FILE_ATTRIBUTE_DIRECTORY) == 0;
-            entry.lastLength =
-                static_cast<unsigned>(std::atoi(values[Name("-last-length", k)].c_str()));
-            const std::string& time = values[Name("-last-time", k)];
+            path.copy(entry.path, MAX_PATH);
+            entry.exists = !IsFolder(path);
+            const std::string length = Text(0, "-last-length", k);
+            entry.lastLength = static_cast<unsigned>(std::strtoll(length.c_str(), nullptr, 10));
+            const std::string time = Text(0, "-last-time", k);
             entry.lastTime = !time.empty() ? std::stoull(time) : entry.exists ? accessTicks : 0;
             entries.push_back(entry);
         }
     }
 
-    void Add(const _MRUData& entry) {
-        std::erase_if(entries,
-                      [&](const auto& other) { return _stricmp(other.path, entry.path) == 0; });
-        entries.insert(entries.begin(), entry);
-    }
-
     void Save() {
         std::size_t w = 0;
         for (std::size_t i = 0; i < entries.size(); ++i) {
-            if (Attributes(entries[i].path) == INVALID_FILE_ATTRIBUTES)
+            if (!IsThere(entries[i].path))
                 continue;
-            values[Name("", w + 1)] = entries[i].path;
-            values[Name("-last-length", i + 1)] =
+            values[0][Name("", ++w)] = entries[i].path;
+            values[0][Name("-last-length", i + 1)] =
                 std::to_string(static_cast<int>(entries[i].lastLength));
-            values[Name("-last-time", i + 1)] = std::to_string(entries[i].lastTime);
-            w = w + 1;
+            values[0][Name("-last-time", i + 1)] = std::to_string(entries[i].lastTime);
         }
-        while (w < entries.size() + 5) {
-            w = w + 1;
-            values[Name("", w)] = "";
-        }
+        while (w < entries.size() + 5)
+            values[0][Name("", ++w)] = "";
     }
 };
 
-std::string Shown(const _MRUData& entry) {
-    return std::string(entry.path) + " " + std::to_string(entry.lastTime) + " " +
-           std::to_string(entry.lastLength) + " " + std::to_string(entry.exists);
-}
-
-std::map<std::string, std::string> WithText(std::map<std::string, std::string> values) {
-    std::erase_if(values, [](const auto& value) { return value.second.empty(); });
-    return values;
-}
-
-} // namespace
-
 TEST(MRUList, IsInTheRegistryWhatItsRulesSay) {
     constexpr unsigned seed = 5;
-    std::mt19937 random(seed);
+    Dice dice(seed);
     const TestFolder folder;
-    const TestKey key;
+    const TestKey keys[2];
     Model model;
     char baseName[] = "My%Files";
     CMRUList list(baseName);
     EXPECT_FALSE(list.Initialized());
-    list.Init(key.Root(), key.SubKey());
+    list.Init(keys[0].Root(), keys[0].SubKey());
     EXPECT_TRUE(list.Initialized());
 
     for (int step = 0; step < 600; ++step) {
-        SCOPED_TRACE("seed 5, step " + std::to_string(step));
-        std::string path = folder.File(std::string(1, files[random() % 6]));
-        const unsigned number = static_cast<unsigned>(random());
-        switch (random() % 8) {
-        case 0:
-            SetExists(path, random() % 3 != 0);
-            break;
-        case 1: { // another process
-            const std::size_t k = 1 + random() % 5;
-            const char* kinds[] = {"", "-last-length", "-last-time"};
-            const std::string name = Model::Name(kinds[random() % 3], k);
-            const std::string text = name == Model::Name("", k) ? path : random() % 2 ? "77" : "";
-            key.SetText(name.c_str(), text);
-            model.values[name] = text;
-            break;
-        }
-        case 2:
-            list.Init(key.Root(), key.SubKey());
-            model.Load();
-            break;
-        case 3: {
-            const unsigned index = number % 8;
-            list.RemoveFile(index, true);
-            if (index < model.entries.size())
-                model.entries.erase(model.entries.begin() + static_cast<int>(index));
+        SCOPED_TRACE(testing::Message() << "seed " << seed << ", step " << step);
+        std::string path = folder.File(std::string(1, static_cast<char>('a' + dice.Below(6))));
+        const unsigned number = static_cast<unsigned>(dice.Below(INT_MAX)) * 2;
+        const int choice = dice.Below(18), other = dice.Below(2);
+        if (choice < 2) {
+            dice.Below(3) != 0 ? MakeFile(path) : static_cast<void>(DeleteFileA(path.c_str()));
+        } else if (choice < 5) { // another process
+            const char* kinds[] = {"", "", "-last-length", "-last-time"};
+            const char* kind = kinds[dice.Below(4)];
+            const std::string name = Model::Name(kind, static_cast<std::size_t>(dice.Below(5)) + 1);
+            const std::string text = *kind == '\0' ? path : dice.Below(2) == 0 ? "3000000000" : "";
+            keys[other].SetText(name.c_str(), text);
+            model.values[other][name] = text;
+        } else if (choice < 7) {
+            list.Init(keys[0].Root(), keys[0].SubKey());
+            model.entries.clear();
+            model.LoadPathsOf(0);
+        } else if (choice == 7) {
+            list.LoadFrom(keys[1].Root(), keys[1].SubKey());
+            model.LoadPathsOf(1);
             model.Save();
-            break;
-        }
-        case 4:
-            path = folder.Path();
-            [[fallthrough]];
-        default: {
-            if (random() % 2 != 0)
+        } else if (choice == 8) {
+            list.ClearMRUList(/*save=*/other == 0);
+            model.entries.clear();
+            if (other == 0)
+                model.Save();
+        } else if (choice < 11) {
+            list.RemoveFile(number % 8, /*save=*/true);
+            if (number % 8 < model.entries.size())
+                model.entries.erase(model.entries.begin() + static_cast<int>(number % 8));
+            model.Save();
+        } else {
+            if (choice == 11)
+                path = folder.Path();
+            if (dice.Below(2) == 0)
                 path.back() = static_cast<char>(std::toupper(path.back()));
             const unsigned long long before = Now();
             list.AddFile(path.c_str(), number);
-            if (Model::Attributes(path) == INVALID_FILE_ATTRIBUTES)
-                break;
-            const _MRUData added = list.GetMRUItem(0);
-            EXPECT_TRUE(added.lastTime >= before && added.lastTime <= Now());
-            EXPECT_EQ(added.path, path);
-            EXPECT_EQ(added.lastLength, number);
-            EXPECT_EQ(added.exists, (Model::Attributes(path) & FILE_ATTRIBUTE_DIRECTORY) == 0);
-            model.Add(added);
-            model.Save();
-        }
+            if (IsThere(path)) {
+                const _MRUData added = list.GetMRUItem(0);
+                EXPECT_TRUE(added.lastTime >= before && added.lastTime <= Now());
+                EXPECT_EQ(added.path, path);
+                EXPECT_EQ(added.lastLength, number);
+                EXPECT_EQ(added.exists, !IsFolder(path));
+                std::erase_if(model.entries, [&](const _MRUData& entry) {
+                    return _stricmp(entry.path, path.c_str()) == 0;
+                });
+                model.entries.insert(model.entries.begin(), added);
+                model.Save();
+            }
         }
         unsigned count = 0;
         for (const _MRUData& entry : model.entries)
             ASSERT_EQ(Shown(list.GetMRUItem(count++)), Shown(entry));
         ASSERT_EQ(list.GetFileWithPath(count), nullptr);
-        ASSERT_EQ(WithText(key.Texts()), WithText(model.values));
+        ASSERT_EQ(keys[0].Texts(), model.values[0]);
     }
-}
-
-TEST(MRUList, LeavesGapsInLengthsAndTimesAndBlanksBehindThePaths) {
-    const CapturedLog log;
-    const TestFolder folder;
-    const TestKey from;
-    const TestKey key;
-    for (int k = 1; k <= 3; ++k) {
-        const std::string number = std::to_string(k);
-        from.SetText(("N." + number).c_str(), folder.Write(number, ""));
-        from.SetText(("N-last-length." + number).c_str(), "4");
-        key.SetText(("N-last-length." + number).c_str(), "3000000000");
-        key.SetText(("N-last-time." + number).c_str(), number);
-    }
-    char baseName[] = "N";
-    CMRUList list(baseName);
-    list.Init(key.Root(), key.SubKey());
-    list.LoadFrom(from.Root(), from.SubKey());
-    EXPECT_EQ(list.GetMRUItem(1).lastLength, 3'000'000'000u);
-    EXPECT_EQ(key.Texts()["N.3"], folder.File("3"));
-    key.Clear();
-    SetExists(folder.File("2"), false);
-    list.RemoveFile(99, true);
-    const std::map<std::string, std::string> expected = {
-        {"N.1", folder.File("1")},
-        {"N.2", folder.File("3")},
-        {"N-last-length.1", "-1294967296"},
-        {"N-last-length.3", "-1294967296"},
-        {"N-last-time.1", "1"},
-        {"N-last-time.3", "3"},
-        {"N.3", ""},
-        {"N.4", ""},
-        {"N.5", ""},
-        {"N.6", ""},
-        {"N.7", ""},
-        {"N.8", ""},
-    };
-    EXPECT_EQ(key.Texts(), expected);
-    list.ClearMRUList(true);
-    EXPECT_EQ(key.Texts()["N.1"] + key.Texts()["N.5"], "");
-    EXPECT_EQ(log.Lines().front(), "CMRUList::Init - enter");
-    EXPECT_EQ(log.Lines()[1], "CMRUList::Init - exit");
-    EXPECT_EQ(log.Lines()[2], "CMRUList::void CMRUList::SaveList() - enter");
-    EXPECT_EQ(log.Lines().back(), "CMRUList::void CMRUList::SaveList() - exit");
 }
 
 TEST(MRUList, LivesInMemoryWithoutAKey) {
+    const CapturedLog log;
     const TestFolder folder;
     std::string baseName(200, 'n');
     CMRUList list(baseName.data());
@@ -220,11 +170,17 @@ TEST(MRUList, LivesInMemoryWithoutAKey) {
     for (const std::string& path : {std::string(), folder.Path() + std::string(300, 'x')})
         list.AddFile(path.c_str(), 1);
     EXPECT_EQ(list.GetFileNameOnly(2), nullptr);
-    EXPECT_EQ(Shown(list.GetMRUItem(2)), " 0 0 0");
+    EXPECT_EQ(Shown(list.GetMRUItem(2)), "|0|0|0");
 
     const TestKey key;
     list.Init(key.Root(), key.SubKey());
     list.AddFile(folder.File("a.wav").c_str(), 1);
     EXPECT_EQ(key.Texts()[std::string(124, 'n') + ".1"], folder.File("a.wav"));
     EXPECT_EQ(key.Texts()[std::string(112, 'n') + "-last-length.1"], "1");
+    const std::vector<std::string> lines(log.Lines().end() - 4, log.Lines().end());
+    EXPECT_EQ(lines, (std::vector<std::string>{"CMRUList::Init - enter", "CMRUList::Init - exit",
+                                               "CMRUList::void CMRUList::SaveList() - enter",
+                                               "CMRUList::void CMRUList::SaveList() - exit"}));
 }
+
+} // namespace

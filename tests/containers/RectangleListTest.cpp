@@ -103,7 +103,6 @@ TEST(RectangleList, CoversWhatWasAddedAndNotSubtracted) {
     AllocationFault fault("vtrutils.dll");
     RectangleList list;
     list.set_consolidate_on_add(false, 0, 1);
-    int unchanged = 0;
     for (int round = 0; round < 2500; ++round) {
         SCOPED_TRACE(testing::Message() << "seed " << seed << ", round " << round);
         const int choice = dice.Below(64);
@@ -135,18 +134,16 @@ TEST(RectangleList, CoversWhatWasAddedAndNotSubtracted) {
         else
             many ? static_cast<void>(list.clipTo(other)) : list.SetNewObjectRect(r);
         fault.FailAt(0);
-        const bool same = fails && Of(list) == before;
-        unchanged += same;
-        ASSERT_TRUE(same || CellsOf(Of(list)) == expected) << "other cells, or some twice";
+        ASSERT_TRUE((fails && Of(list) == before) || CellsOf(Of(list)) == expected)
+            << "other cells, or some twice";
     }
-    EXPECT_GT(unchanged, 10);
 }
 
 TEST(RectangleList, ConsolidatesInDocumentedOrder) {
     constexpr unsigned seed = 11;
     Dice dice(seed);
     AllocationFault fault("vtrutils.dll");
-    for (int round = 0; round < 400; ++round) {
+    for (int round = 0; round < 1500; ++round) {
         SCOPED_TRACE(testing::Message() << "seed " << seed << ", round " << round);
         RectangleList list;
         list.set_consolidate_on_add(false, 0, 1);
@@ -185,15 +182,12 @@ TEST(RectangleList, AddsAndSubtractsAtTheEdges) {
     };
     const RECT ten{0, 0, 10, 10};
     const Row rows[] = {
-        {"contained", {ten}, true, {2, 2, 10, 10}, {ten}},
         {"overlap on the right", {ten}, true, {5, 0, 15, 10}, {ten, {10, 0, 15, 10}}},
         {"trims each side",
          {{0, 0, 4, 9}, {5, 0, 9, 4}, {16, 0, 20, 9}, {5, 9, 9, 20}},
          true,
          {2, -1, 18, 12},
          {{0, 0, 2, 9}, {18, 0, 20, 9}, {5, 12, 9, 20}, {2, -1, 18, 12}}},
-        {"covers it", {ten}, true, {-1, -1, 11, 11}, {{-1, -1, 11, 11}}},
-        {"pieces", {{3, 3, 6, 6}}, true, ten, {ten}},
         {"cross",
          {{3, 0, 6, 10}},
          true,
@@ -207,7 +201,6 @@ TEST(RectangleList, AddsAndSubtractsAtTheEdges) {
          {3, 3, 6, 6},
          {{6, 0, 10, 10}, {3, 6, 6, 10}, {3, 0, 6, 3}, {0, 0, 3, 10}}},
         {"all of one", {ten, {10, 0, 20, 10}}, false, {-5, 0, 10, 10}, {{10, 0, 20, 10}}},
-        {"touches from outside", {ten}, false, {10, 0, 20, 10}, {ten}},
         {"empty hole", {ten}, false, {5, 2, 5, 8}, {{5, 0, 10, 10}, {0, 0, 5, 10}}},
     };
     for (const Row& row : rows) {
@@ -237,25 +230,32 @@ TEST(RectangleList, TakesItselfAndNull) {
     EXPECT_FALSE(list.intersectsRectangle(nullptr));
     EXPECT_EQ(Of(list), two);
     list.subtract(list.getRectangle(0));
-    EXPECT_EQ(Of(list), Rectangles{two[1]});
     RECT touching = {10, 0, 21, 1};
-    EXPECT_TRUE(list.clipTo(touching)) << "kept whole";
-    EXPECT_EQ(Of(list), Rectangles{two[1]});
+    EXPECT_TRUE(list.clipTo(touching));
+    EXPECT_EQ(Of(list), Rectangles{two[1]}) << "kept whole";
     touching.right = 20;
-    EXPECT_FALSE(list.clipTo(touching));
-    EXPECT_FALSE(list.clipTo(copy));
+    EXPECT_FALSE(list.clipTo(touching) || list.clipTo(copy));
     list.consolidate();
     EXPECT_TRUE(list.isEmpty());
 }
 
 TEST(RectangleList, ConsolidatesWhenTheSumIsLargeAndWhenDue) {
-    // Width times bottom edge less top edge: 2 * 11 - 10 = 12 each, against two thirds of the
-    // bounds.
-    for (const auto& [right, number] : {std::pair(36L, 2), std::pair(35L, 1)}) {
+    // Width times bottom edge less top edge: 2 * 11 - 10 and 3 * 11 - 10, so 35, against two thirds
+    // of the bounds.
+    for (const auto& [right, number] : {std::pair(53L, 2), std::pair(52L, 1)}) {
         RectangleList list;
-        Fill(list, {{0, 10, 2, 11}, {right - 2, 10, right, 11}});
+        Fill(list, {{0, 10, 2, 11}, {right - 3, 10, right, 11}});
         list.consolidate();
         EXPECT_EQ(list.getNumRectangles(), number) << right;
+    }
+    for (const auto& [count, number] : {std::pair(50, 50), std::pair(51, 1)}) {
+        Rectangles apart;
+        for (LONG i = 0; i < count; ++i)
+            apart.push_back({1000 * i, 0, 1000 * i + 1, 1});
+        RectangleList list;
+        Fill(list, apart);
+        list.consolidate();
+        EXPECT_EQ(list.getNumRectangles(), number) << count;
     }
     // Two halves show that a consolidation ran; the others do not touch.
     RectangleList list;
@@ -272,39 +272,38 @@ TEST(RectangleList, ConsolidatesWhenTheSumIsLargeAndWhenDue) {
     RECT distant{-1000, 0, -999, 1};
     copy.add(&distant);
     EXPECT_EQ(copy.getNumRectangles(), 19) << "a copy has the counters too";
+    RECT beside{2, 0, 3, 1};
+    RectangleList next(list);
+    next.add(&beside);
+    EXPECT_EQ(next.getNumRectangles(), 20) << "and the turn of the next";
     list.set_consolidate_on_add(true, 0, 0);
     Fill(list, {{0, 0, 1, 1}, {1, 0, 2, 1}});
     list.add(&distant);
     EXPECT_EQ(list.getNumRectangles(), 2) << "an interval of 0 is 1";
-    // Each column is cut at the edges of all others, into 2,400 pieces, one at a time.
-    Rectangles stairs{{100000, 10000, 100001, 10001}};
-    for (LONG i = 0; i < 49; ++i)
-        stairs.push_back({i, i, i + 1, 100 + i});
-    Fill(list, stairs);
-    list.consolidate();
-    EXPECT_EQ(list.getNumRectangles(), 50) << "put together again";
 }
 
 TEST(RectangleList, TellsAboutTwoRectangles) {
-    RECT a{0, 0, 10, 10}, apart{11, 0, 15, 10}, below{0, 10, 10, 15}, beside{10, 4, 12, 15};
-    RECT above{-1, -1, 11, 4}, shorter{-1, -1, 10, 4};
+    RECT a{0, 0, 10, 10}, above{-1, -1, 11, 4}, apart{11, 0, 15, 10};
     EXPECT_TRUE(RectangleList::rectContainsRect(&a, &a));
-    EXPECT_FALSE(RectangleList::rectContainsRect(&a, &below));
     EXPECT_FALSE(RectangleList::enlargeIfAdjacent(&a, &apart));
-    EXPECT_FALSE(RectangleList::reduceIfPartlyContainedIn(&a, &shorter)) << "ends at the edge";
-    EXPECT_EQ(a, (RECT{0, 0, 10, 10}));
+    for (const auto& [dx, dy] : {std::pair(0, 10), {0, -10}, {10, 0}, {-10, 0}, {0, 3}}) {
+        RECT touching = a, b = a;
+        OffsetRect(&b, dx, dy);
+        EXPECT_FALSE(RectangleList::rectContainsRect(&a, &b)) << dx << ' ' << dy;
+        EXPECT_TRUE(RectangleList::enlargeIfAdjacent(&touching, &b)) << dx << ' ' << dy;
+        EXPECT_EQ(touching, BoundsOf({a, b}));
+    }
+    for (RECT inside : {a, RECT{1, 1, 9, 9}})
+        EXPECT_FALSE(RectangleList::reduceIfPartlyContainedIn(&inside, &a));
     EXPECT_TRUE(RectangleList::reduceIfPartlyContainedIn(&a, &above));
     EXPECT_EQ(a, (RECT{0, 4, 10, 10}));
-    EXPECT_TRUE(RectangleList::enlargeIfAdjacent(&a, &below));
-    EXPECT_TRUE(RectangleList::enlargeIfAdjacent(&a, &beside));
-    EXPECT_EQ(a, (RECT{0, 4, 12, 15}));
 }
 
 TEST(RectangleList, CopiesSwapsAndOffsets) {
     AllocationFault fault("vtrutils.dll");
     const Rectangles three = {{0, 0, 1, 1}, {2, 2, 3, 3}, {4, 4, 5, 5}};
     RECT one{7, 7, 8, 8};
-    const unsigned failures = fault.ForEachAllocation([&](unsigned n) {
+    fault.ForEachAllocation([&](unsigned n) {
         fault.FailAt(0);
         RectangleList list, other(one);
         Fill(list, three);
@@ -313,10 +312,10 @@ TEST(RectangleList, CopiesSwapsAndOffsets) {
         list.swapWith(other);
         fault.FailAt(0);
         EXPECT_EQ(Of(copy), n > 4 ? three : Rectangles());
-        EXPECT_EQ(Of(list).size() + Of(other).size(), 4u);
-        EXPECT_TRUE(Of(list) == three || Of(other) == three);
+        const bool swapped = Of(other) == three && Of(list) == Rectangles{one};
+        EXPECT_TRUE(swapped || (Of(list) == three && Of(other) == Rectangles{one})) << n;
+        EXPECT_TRUE(swapped || n > 4) << n;
     });
-    EXPECT_GE(failures, 5u);
     RectangleList list(one);
     list.offsetAll(INT_MAX, -8);
     EXPECT_EQ(Of(list), (Rectangles{{INT_MIN + 6, -1, INT_MIN + 7, 0}})) << "wraps around";

@@ -6,8 +6,7 @@
 namespace {
 
 /// Counts the calls that come through the slot of `Pop`.
-class CountingStack : public CStack {
-public:
+struct CountingStack : CStack {
     void* Pop() override {
         ++pops;
         return CStack::Pop();
@@ -21,7 +20,6 @@ TEST(Stack, GivesOutFirstWhatWasPushedFirst) {
     CStack stack;
     for (int round = 0; round < 2; ++round) {
         EXPECT_EQ(stack.Pop(), nullptr);
-        EXPECT_EQ(stack.NumNodes(), 0);
         stack.Push(&items[0]);
         stack.Push(&items[1]);
         EXPECT_EQ(stack.Pop(), &items[0]);

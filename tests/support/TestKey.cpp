@@ -39,10 +39,6 @@ void TestKey::SetText(const char* name, const std::string& text) const {
     Set(name, text + '\0');
 }
 
-void TestKey::Clear() const {
-    EXPECT_EQ(RegDeleteTreeA(key, nullptr), ERROR_SUCCESS);
-}
-
 std::map<std::string, std::string> TestKey::Texts() const {
     std::map<std::string, std::string> texts;
     for (DWORD i = 0;; ++i) {

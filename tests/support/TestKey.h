@@ -3,7 +3,6 @@
 
 #include <map>
 #include <string>
-#include <vector>
 #include <windows.h>
 
 /// A fresh key in the registry, or one at a place of the test's choosing, removed with everything
@@ -21,8 +20,6 @@ public:
     const char* SubKey() const { return subKey.c_str(); }
 
     void Set(const char* name, const std::string& bytes, DWORD kind = REG_SZ) const;
-    /// Removes every value.
-    void Clear() const;
     void SetText(const char* name, const std::string& text) const;
 
     /// Name to text of every value; one that is no string with its terminator fails the test.

@@ -32,9 +32,9 @@ TEST(Drives, FreeSpaceIsThatOfTheRoot) {
 
     const CapturedLog log;
     LogCurrentHardDriveSpace();
-    double megabytes = 0;
-    ASSERT_EQ(std::sscanf(log.Lines().at(0).c_str(), "C:\\ has %lf MB free.", &megabytes), 1);
-    EXPECT_NEAR(megabytes, expected / 1024, 500);
+    const std::string line = log.Lines().at(0), start = "C:\\ has ";
+    EXPECT_TRUE(line.starts_with(start) && line.ends_with(" MB free.")) << line;
+    EXPECT_NEAR(std::strtod(line.c_str() + start.size(), nullptr), expected / 1024, 500);
 }
 
 TEST(FileTimes, OfTheLastWrite) {
@@ -61,8 +61,9 @@ TEST(FileTimes, OfTheLastWrite) {
         EXPECT_EQ(CompareFileTime(&time, &moment), 0);
         EXPECT_FALSE(read(folder.File("missing").c_str(), &time));
     }
-    file.Reset(CreateFileA(older.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
-    EXPECT_EQ(order("older", "newer"), -100);
+    file.Reset(CreateFileA(older.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                           nullptr, OPEN_EXISTING, 0, nullptr));
+    EXPECT_EQ(order("older", "newer"), -100) << "being written";
 }
 
 TEST(RegistryStrings, AreWrittenWithTheirTerminatorAndReadWithout) {
@@ -72,6 +73,7 @@ TEST(RegistryStrings, AreWrittenWithTheirTerminatorAndReadWithout) {
     EXPECT_TRUE(WriteRegistryString(key.Root(), key.SubKey(), "text", "caf\xE9"));
     EXPECT_EQ(key.Texts(), (std::map<std::string, std::string>{{"text", "caf\xE9"}}));
     key.Set("unterminated", "abc");
+    key.Set("full", "12345678");
     key.Set("number", std::string("\1\0\0\0", 4), REG_DWORD);
     const auto read = [&](const char* subKey, const char* name) {
         char out[8] = "xxxxxxx";
@@ -81,6 +83,7 @@ TEST(RegistryStrings, AreWrittenWithTheirTerminatorAndReadWithout) {
     EXPECT_EQ(read(key.SubKey(), "text"), "caf\xE9");
     EXPECT_EQ(read(key.SubKey(), "missing"), "");
     EXPECT_EQ(read(key.SubKey(), "unterminated"), "abc");
+    EXPECT_EQ(read(key.SubKey(), "full"), "");
     EXPECT_EQ(read(key.SubKey(), "number"), "");
     EXPECT_EQ(read(below.c_str(), ""), "default");
     EXPECT_EQ(read("no such key", "text"), "no key ");

@@ -68,11 +68,9 @@ TEST(FileNames, UniqueNameIsOneThatNoFileHas) {
                                     std::string("x [8].wav"), std::string("x [9].wav"), tooLong})
         folder.Write(name, "");
     const struct {
-        std::string name;
-        std::string unique;
+        std::string name, unique;
         unsigned counterAfter; ///< 7 before
-        bool allow;
-        bool bracket;
+        bool allow, bracket;
         int result;
     } rows[] = {
         {"new.wav", "new.wav", 7, false, false, 1},
@@ -95,8 +93,6 @@ TEST(FileNames, UniqueNameIsOneThatNoFileHas) {
         EXPECT_EQ(GetNextUniqueFileID(), row.counterAfter);
         EXPECT_EQ(log.Lines().size(), row.name != row.unique ? 1u : 0u);
     }
-    SetNextUniqueFileID(0);
-    folder.Write("a", "");
     std::string path = folder.File("a.wav");
     path.resize(MAX_PATH);
     EXPECT_EQ(UniqueFileName(path.data(), true, /*separator=*/'\0', false), 1);
@@ -130,9 +126,7 @@ TEST(FileNames, DiscNamesAreShortenedInFrontOfTheExtension) {
     const auto wav = [](std::size_t count) { return std::string(count, 'A') + ".WAV"; };
     const std::string none(40, 'A');
     const struct {
-        std::string name;
-        std::string iso;
-        std::string joliet;
+        std::string name, iso, joliet;
         bool isPath;
     } rows[] = {
         {wav(25), wav(25), wav(25), false},

@@ -11,8 +11,7 @@ TEST(Folders, AreMadeWhereABackslashEndsThem) {
     const std::string longest(120, 'x');
     const struct {
         std::string path;
-        const char* made;
-        const char* notMade;
+        const char *made, *notMade;
         bool good;
     } rows[] = {
         {"a\\b", "a", "a\\b", true},

@@ -22,7 +22,6 @@ using Counted = vtr::Owner<CountedKind>;
 } // namespace
 
 TEST(Handles, AreClosedOnceAndKeepTheLastError) {
-    closed = 0;
     SetLastError(ERROR_DISK_FULL);
     {
         Counted first(1);

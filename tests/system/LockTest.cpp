@@ -21,6 +21,12 @@ bool OtherThreadGets(CLock& lock) {
 
 TEST(Lock, IsHeldAsOftenAsItWasTaken) {
     CLock lock, copy;
+    auto* section = reinterpret_cast<CRITICAL_SECTION*>(&lock);
+    {
+        const CSmartLock held(section), again(section), nothing(nullptr);
+        EXPECT_FALSE(OtherThreadGets(lock));
+    }
+    EXPECT_TRUE(OtherThreadGets(lock));
     lock.Lock();
     EXPECT_NE(lock.TryToLock(), 0);
     copy = lock;
@@ -31,16 +37,6 @@ TEST(Lock, IsHeldAsOftenAsItWasTaken) {
         each->Unlock();
         EXPECT_TRUE(OtherThreadGets(*each));
     }
-}
-
-TEST(SmartLock, HoldsToTheEndOfTheScope) {
-    CLock lock;
-    auto* section = reinterpret_cast<CRITICAL_SECTION*>(&lock);
-    {
-        const CSmartLock held(section), again(section), nothing(nullptr);
-        EXPECT_FALSE(OtherThreadGets(lock));
-    }
-    EXPECT_TRUE(OtherThreadGets(lock));
 }
 
 FARPROC WINAPI FindNoFunction(HMODULE, const char*) {

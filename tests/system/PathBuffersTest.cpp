@@ -59,9 +59,8 @@ TEST(PathBuffers, HoldTheWholeTextOrItsStartOrNothing) {
     const TestKey key;
     key.SetText("name", "value");
     CopyFiles(std::wstring_view(L"C:\\first.wav\0Z:\\second.wav\0", 28));
-    char music[MAX_PATH];
+    char music[MAX_PATH], documents[MAX_PATH];
     ASSERT_TRUE(SHGetSpecialFolderPathA(nullptr, music, 13, FALSE));
-    char documents[MAX_PATH];
     ASSERT_TRUE(SHGetSpecialFolderPathA(nullptr, documents, 5, FALSE));
     const std::string exeFolder = std::filesystem::path(_pgmptr).parent_path().string() + "\\";
 

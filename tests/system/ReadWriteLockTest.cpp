@@ -1,8 +1,8 @@
 #include "utilities/system/ReadWriteLock.h"
+#include "tests/support/Dice.h"
 #include "tests/support/ThreadTeam.h"
 
 #include <gtest/gtest.h>
-#include <random>
 
 namespace {
 
@@ -34,9 +34,7 @@ public:
     void Leave() const { mayLeave.Set(); }
 
 private:
-    Signal started;
-    Signal passed;
-    Signal mayLeave;
+    Signal started, passed, mayLeave;
     std::thread thread;
 };
 
@@ -89,9 +87,9 @@ TEST(ReadWriteLock, NeverHasAReaderBesideAWriter) {
     CReadWriteLock lock;
     std::atomic<int> readers{0}, writers{0}, faults{0};
     RunTeam("CReadWriteLock", 6, [&](unsigned number) {
-        std::mt19937 random(100 + number);
+        Dice dice(100 + number);
         for (int i = 0; i < 3000; ++i) {
-            const bool writes = random() % 4 == 0;
+            const bool writes = dice.Below(4) == 0;
             writes ? lock.WriteLock() : lock.ReadLock();
             ++(writes ? writers : readers);
             if (i % 16 == 0)

@@ -4,23 +4,21 @@
 
 namespace {
 
-class Counted : public CRefObject {
-public:
-    explicit Counted(int& count) : deleted(count) {}
-    Counted(const Counted&) = default;
-    ~Counted() override { ++deleted; }
+int deleted = 0;
 
-private:
-    int& deleted;
+struct Counted : CRefObject {
+    Counted() = default;
+    Counted(const Counted&) = default;
+    Counted& operator=(const Counted&) = default;
+    ~Counted() override { ++deleted; }
 };
 
 TEST(RefObject, IsDeletedByItsLastUserAndCountsForItselfWhenCopied) {
-    int deleted = 0;
-    auto* object = new Counted(deleted);
+    auto* object = new Counted;
     EXPECT_EQ(object->IncrementRefCount(), 2);
     auto* copy = new Counted(*object);
     EXPECT_EQ(copy->DecrementRefCount(), 0) << "a copy starts at 1";
-    static_cast<CRefObject&>(*object) = *copy;
+    *object = *copy;
     DeleteMyObject(object);
     EXPECT_EQ(deleted, 0) << "assigning leaves the count";
     DeleteMyObject(object);

@@ -2,10 +2,10 @@
 
 #include "tests/support/CapturedLog.h"
 #include "tests/support/TestFolder.h"
+#include "tests/support/ThreadTeam.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
-#include <thread>
 
 TEST(Log, OneLineACall) {
     EXPECT_FALSE(LoggingNow());
@@ -49,40 +49,30 @@ TEST(Log, LinesOfThreadsStayWhole) {
     const TestFolder folder;
     const std::string file = folder.File("log.txt");
     ASSERT_TRUE(SetLogFile(file.c_str()));
-    std::vector<std::string> seen;
-    {
-        const CapturedLog log;
-        std::vector<std::thread> workers;
-        for (int t = 0; t < 4; ++t)
-            workers.emplace_back([t] {
-                for (int i = 0; i < linesEach; ++i)
-                    LogFmtA("%d %d", t, i);
-            });
-        for (std::thread& worker : workers)
-            worker.join();
-        seen = log.Lines();
-    }
+    const CapturedLog log;
+    RunTeam("logging", 4, [](unsigned thread) {
+        for (int i = 0; i < linesEach; ++i)
+            LogFmtA("%u %d", thread, i);
+    });
     SetLogFile("");
-    ASSERT_EQ(seen.size(), 4u * linesEach);
+    ASSERT_EQ(log.Lines().size(), 4u * linesEach);
     int next[4] = {};
-    for (const std::string& line : seen) {
-        const int thread = line[0] - '0';
-        ASSERT_TRUE(thread >= 0 && thread < 4) << line;
-        EXPECT_EQ(line.substr(1), " " + std::to_string(next[thread]++));
+    for (const std::string& line : log.Lines()) {
+        ASSERT_TRUE(line[0] >= '0' && line[0] < '4') << line;
+        EXPECT_EQ(line.substr(1), " " + std::to_string(next[line[0] - '0']++));
     }
     const std::string bytes = ReadBytes(file);
     EXPECT_EQ(std::count(bytes.begin(), bytes.end(), '\n'), 4 * linesEach);
 }
 
 TEST(Log, SinkMayLog) {
-    static int calls;
-    calls = 0;
+    int calls = 0;
     SetLogSink(
-        [](const char*, void*) {
-            ++calls;
+        [](const char*, void* count) {
+            ++*static_cast<int*>(count);
             Log("from the sink");
         },
-        nullptr);
+        &calls);
     Log("from outside");
     SetLogSink(nullptr, nullptr);
     EXPECT_EQ(calls, 1);

@@ -56,9 +56,12 @@ int CMegaArrayList::PlaceFor(double sortValue, _AddSortedLoc where) const noexce
 }
 
 int CMegaArrayList::AddSorted(void* item, double sortValue, _AddSortedLoc where) noexcept {
+    const int count = elements.Count();
     const int place = PlaceFor(sortValue, where);
-    elements.Insert(place, item, sortValue, growStep);
-    return place;
+    if (elements.Insert(place, item, sortValue, growStep) || place < count || count == 0)
+        return place;
+    // Only what is above the last element goes to the tail, and is answered as there.
+    return sortValue > elements[count - 1].sortValue ? place - 1 : place;
 }
 
 int CMegaArrayList::GrowAndAppend(void* item, double sortValue) noexcept {

@@ -23,7 +23,8 @@ public:
     CMegaArrayList& operator=(const CMegaArrayList& other) noexcept;
     virtual ~CMegaArrayList();
 
-    /// Inserts in ascending order and returns the index, also when memory runs out.
+    /// Inserts in ascending order and returns the index. When memory runs out, the index it would
+    /// have had, or for a value above the last one less.
     int AddSorted(void* item, double sortValue, _AddSortedLoc where) noexcept;
 
     /// The new element's index, which is `NumNodes()` - 1 also when memory runs out.

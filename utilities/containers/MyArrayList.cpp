@@ -57,7 +57,7 @@ int CMyArrayList::AddSorted(void* item, long long sortValue) noexcept {
     if (count > 0 && sortValue > elements[0].sortValue)
         index = sortValue >= elements[count - 1].sortValue ? count : elements.Bisect(sortValue) + 1;
     const bool inserted = elements.Insert(index, item, sortValue, growStep);
-    return inserted || index < count ? index : index - 1;
+    return inserted || index < count || count == 0 ? index : index - 1;
 }
 
 int CMyArrayList::GrowAndAppend(void* item, long long sortValue) noexcept {

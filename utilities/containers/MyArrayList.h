@@ -26,8 +26,8 @@ public:
 
     /// Inserts in ascending order and returns the index: in front of all elements when the value is
     /// not above the first, behind all when not below the last, otherwise in front of its equals.
-    /// The sorted flag stays. When memory runs out, the index it would have had, or at the tail one
-    /// less.
+    /// The sorted flag stays. When memory runs out, the index it would have had, or behind others
+    /// at the tail one less.
     int AddSorted(void* item, long long sortValue) noexcept;
 
     /// The new element's index, which is `NumNodes()` - 1 also when memory runs out. The list

@@ -93,9 +93,10 @@ std::size_t BehindXMLStart(std::string_view text, std::size_t at, XMLStart& kind
     return at + 1;
 }
 
-std::size_t FindXMLEnd(std::string_view text, std::size_t from, bool anyQuote, XMLEnd& kind) {
+XMLEndPlace FindXMLEnd(std::string_view text, std::size_t from, bool anyQuote) {
     bool doubleQuoted = false;
     bool singleQuoted = false;
+    bool apostrophe = false;
     for (std::size_t i = from; i < text.size(); ++i) {
         const char c = text[i];
         if (!mattersInTags[static_cast<unsigned char>(c)])
@@ -104,15 +105,17 @@ std::size_t FindXMLEnd(std::string_view text, std::size_t from, bool anyQuote, X
             doubleQuoted = !doubleQuoted;
         } else if (c == '\'') {
             singleQuoted = anyQuote && !singleQuoted;
+            apostrophe = true;
         } else if (!doubleQuoted && !singleQuoted) {
             const char before = i > from ? text[i - 1] : '\0';
-            kind = before == '?'   ? XMLEnd::declaration
-                   : before == '/' ? XMLEnd::closed
-                                   : XMLEnd::open;
-            return kind == XMLEnd::open ? i : i - 1;
+            if (before == '?')
+                return {i - 1, XMLEnd::declaration, apostrophe};
+            if (before == '/')
+                return {i - 1, XMLEnd::closed, apostrophe};
+            return {i, XMLEnd::open, apostrophe};
         }
     }
-    return npos;
+    return {npos, XMLEnd::open, apostrophe};
 }
 
 std::string_view TrimXMLText(std::string_view text) {
@@ -153,11 +156,13 @@ bool XMLScanner::Next(std::size_t from, XMLToken& token) const {
         token.behindComment = token.behindComment || behindComment != at;
         at = behindComment != at ? behindComment : at + 1;
     }
-    const std::size_t end = FindXMLEnd(text, behindStart, /*anyQuote=*/true, token.endKind);
-    if (end == npos)
+    const XMLEndPlace end = FindXMLEnd(text, behindStart, /*anyQuote=*/true);
+    if (end.at == npos)
         return false;
-    token.end = end + (token.endKind == XMLEnd::open ? 1 : 2);
-    token.inside = text.substr(behindStart, end - behindStart);
+    token.endKind = end.kind;
+    token.end = end.at + (end.kind == XMLEnd::open ? 1 : 2);
+    token.inside = text.substr(behindStart, end.at - behindStart);
+    token.hasApostrophe = end.behindApostrophe;
     ReadField(token.inside, token);
     return true;
 }

@@ -22,6 +22,7 @@ struct XMLToken {
     std::string_view inside;    ///< what stands between its start and its end
     std::string_view name;      ///< may be empty
     bool hasMoreFields = false; ///< attributes may stand behind the name
+    bool hasApostrophe = false; ///< one stands inside
     bool behindComment = false; ///< comments stand between where the search began and the token
 };
 
@@ -44,9 +45,14 @@ private:
 /// Where the text behind a start at `at` begins; `at` itself when none fits there.
 std::size_t BehindXMLStart(std::string_view text, std::size_t at, XMLStart& kind);
 
-/// Where the first end outside quotes begins, from `from` on, and how long it is; npos when there
-/// is none. Double quotes hide ends, with `anyQuote` apostrophes too.
-std::size_t FindXMLEnd(std::string_view text, std::size_t from, bool anyQuote, XMLEnd& kind);
+/// Where the first end outside quotes begins, from `from` on; npos when there is none. Double
+/// quotes hide ends, with `anyQuote` apostrophes too.
+struct XMLEndPlace {
+    std::size_t at;
+    XMLEnd kind;
+    bool behindApostrophe; ///< one stands between `from` and the end
+};
+XMLEndPlace FindXMLEnd(std::string_view text, std::size_t from, bool anyQuote);
 
 /// Without spaces, CR and LF at both ends.
 std::string_view TrimXMLText(std::string_view text);

@@ -17,11 +17,10 @@ void RemoveUpTo(std::string_view& text, std::size_t end) {
 
 XMLAttributes::XMLAttributes(std::string_view text, const XMLToken& tag) : rest(tag.inside) {
     // The end of a tag is another here when a comment precedes it or an apostrophe hides an end.
-    if (tag.behindComment || rest.find('\'') != npos) {
+    if (tag.behindComment || tag.hasApostrophe) {
         XMLStart startKind = XMLStart::element;
-        XMLEnd endKind = XMLEnd::open;
         const std::size_t first = BehindXMLStart(text, text.find('<'), startKind);
-        const std::size_t end = FindXMLEnd(text, first, /*anyQuote=*/false, endKind);
+        const std::size_t end = FindXMLEnd(text, first, /*anyQuote=*/false).at;
         rest = end != npos ? text.substr(first, end - first) : std::string_view();
     }
     SkipTo(' ');

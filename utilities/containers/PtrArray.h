@@ -43,7 +43,12 @@ public:
     T* At(unsigned index) const { return index < count ? slots[index] : nullptr; }
 
     /// False, with the array unchanged, when memory runs out.
-    bool Append(T* item) { return Insert(count, item); }
+    bool Append(T* item) {
+        if (count == capacity && !Grow())
+            return false;
+        slots[count++] = item;
+        return true;
+    }
 
     /// Items from `index` on move up. Requires: index <= Count().
     bool Insert(unsigned index, T* item) {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <initializer_list>
 
 namespace vtr {
 
@@ -11,13 +12,16 @@ namespace {
 
 constexpr std::size_t npos = std::string_view::npos;
 
-constexpr std::array<bool, 256> MakeMattersInTags() {
-    std::array<bool, 256> matters{};
-    for (const char c : {'"', '\'', '>'})
-        matters[static_cast<unsigned char>(c)] = true;
-    return matters;
+using ByteSet = std::array<bool, 256>;
+
+constexpr ByteSet MakeSet(std::initializer_list<char> bytes) {
+    ByteSet set{};
+    for (const char c : bytes)
+        set[static_cast<unsigned char>(c)] = true;
+    return set;
 }
-constexpr std::array<bool, 256> mattersInTags = MakeMattersInTags();
+constexpr ByteSet mattersInTags = MakeSet({'"', '\'', '>'});
+constexpr ByteSet endsPlainNames = MakeSet({' ', '=', '"', '\''});
 
 /// `token`, in upper case, fits with a byte to spare. Multibyte characters never compare equal to
 /// ASCII ones, so folding ASCII suffices.
@@ -48,11 +52,28 @@ std::size_t FindFieldMark(std::string_view field) {
     return npos;
 }
 
+constexpr std::size_t longestWord = 4094;
+constexpr std::size_t longestName = 4095;
+
+/// Reads most fields: nothing before the first space but a name. False for others.
+bool ReadPlainField(std::string_view field, XMLToken& token) {
+    std::size_t end = 0;
+    while (end < field.size() && !endsPlainNames[static_cast<unsigned char>(field[end])])
+        ++end;
+    if (end == 0 || (end < field.size() && field[end] != ' '))
+        return false;
+    token.name = field.substr(0, std::min(end, longestWord));
+    token.hasMoreFields = end < field.size() && field.find_last_not_of(' ') > end;
+    if (!token.hasMoreFields)
+        token.name = TrimXMLText(token.name);
+    return true;
+}
+
 /// Reads the first word of what stands between the tokens. A field that is as a whole one name,
 /// equals sign and quoted value has that name; it is left as it is when a quote is missing.
 void ReadField(std::string_view field, XMLToken& token) {
-    constexpr std::size_t longestWord = 4094;
-    constexpr std::size_t longestName = 4095;
+    if (ReadPlainField(field, token))
+        return;
     const std::size_t wordStart = std::min(field.find_first_not_of(' '), field.size());
     const std::size_t wordEnd = std::min(field.find(' ', wordStart), field.size());
     token.name = field.substr(0, std::min(wordEnd, longestWord));

@@ -8,21 +8,6 @@ constexpr std::size_t largestBlock = 65536;
 
 } // namespace
 
-char* XMLStorage::PutHeader(char* object, void* block) {
-    std::memcpy(object - headerSize, &block, sizeof block);
-    return object;
-}
-
-void* XMLStorage::Take(std::size_t size) {
-    const std::size_t needed = headerSize + ((size + headerSize - 1) & ~(headerSize - 1));
-    if (static_cast<std::size_t>(end - at) < needed && !Begin(needed))
-        return nullptr;
-    char* object = PutHeader(at + headerSize, current);
-    at += needed;
-    ++current->users;
-    return object;
-}
-
 void* XMLStorage::TakeAlone(std::size_t size) {
     char* place = static_cast<char*>(std::malloc(aloneHeaderSize + size));
     return place != nullptr ? PutHeader(place + aloneHeaderSize, nullptr) : nullptr;

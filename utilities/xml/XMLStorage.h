@@ -19,7 +19,15 @@ public:
     ~XMLStorage() { Leave(); }
 
     /// Aligned for pointers; null when memory runs out.
-    void* Take(std::size_t size);
+    void* Take(std::size_t size) {
+        const std::size_t needed = headerSize + ((size + headerSize - 1) & ~(headerSize - 1));
+        if (static_cast<std::size_t>(end - at) < needed && !Begin(needed))
+            return nullptr;
+        char* object = PutHeader(at + headerSize, current);
+        at += needed;
+        ++current->users;
+        return object;
+    }
 
     /// A block for one object.
     static void* TakeAlone(std::size_t size);
@@ -46,7 +54,11 @@ private:
     /// What hosts create with `new` is aligned as `malloc` aligns.
     static constexpr std::size_t aloneHeaderSize = 16;
 
-    static char* PutHeader(char* object, void* block);
+    static char* PutHeader(char* object, void* block) {
+        std::memcpy(object - headerSize, &block, sizeof block);
+        return object;
+    }
+
     bool Begin(std::size_t size);
     void Leave();
 

@@ -60,6 +60,7 @@ TEST(XMLLoad, Documents) {
         {"no tags", "~#0()[]"},
         {"<a", "~#0()[]"},
         {"<a>t", "a#0()[]"},
+        {"<a\n  >t</a>", "a#0()[\"a:t\"#0 ]"},
     };
     for (const auto& row : rows)
         EXPECT_EQ(Loaded(row.text), row.tree) << row.text;

@@ -68,7 +68,8 @@ int main(int argc, char** argv) {
         std::string references;
     };
     std::vector<Size> sizes;
-    for (const auto& [name, size] : {std::pair("100 KB", 100'000u), std::pair("1 MB", 1'000'000u)})
+    for (const auto& [name, size] :
+         {std::pair("1 MB", 1'000'000u), std::pair("10 MB", 10'000'000u)})
         sizes.push_back({name, Repeated(prose, size), Repeated("&&x&zzzz", size)});
     for (const Size& size : sizes) {
         MeasureDecoding("HTML decode, prose", size.name, size.prose);

@@ -116,6 +116,8 @@ LRESULT RegionCanvas::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         return 0;
     case WM_LBUTTONUP:
     case WM_RBUTTONUP:
+        // Moves may have been told late, or merged.
+        DragTo(PointOf(lParam));
         FinishDragging(message == WM_LBUTTONUP ? Change::added : Change::subtracted);
         return 0;
     case WM_CAPTURECHANGED:

@@ -198,13 +198,19 @@ int CCOMString::Replace(const char* find, const char* replacement) noexcept {
         return 0;
     const char* in = buffer;
     char* out = inPlace ? buffer : changed.buffer;
+    // In place, a text may be copied onto itself or onto a part of itself.
+    const auto put = [&out](const char* text, std::size_t size) {
+        if (size > 0)
+            std::memmove(out, text, size);
+        out += size;
+    };
     for (std::size_t i = 0; i < count; ++i) {
         const char* hit = finder.Next(in, end);
-        out = std::copy(in, hit, out);
-        out = std::copy_n(replacement, inserted, out);
+        put(in, static_cast<std::size_t>(hit - in));
+        put(replacement, inserted);
         in = hit + finder.Length();
     }
-    std::copy(in, end, out);
+    put(in, static_cast<std::size_t>(end - in));
     if (!inPlace)
         std::swap(buffer, changed.buffer);
     return static_cast<int>(count);

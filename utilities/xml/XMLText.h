@@ -14,6 +14,7 @@ char* CopyXMLText(std::string_view text);
 /// Frees the old text, unless it is part of a block, and takes the new one, a block of its own.
 void ReplaceXMLText(char*& field, bool& inBlock, char* text);
 
+/// Stands for every start of a name above 0x7F: it may be the other case of any letter.
 inline constexpr unsigned anyLetter = 0x80;
 
 /// Start and length of a name: changing case changes no length. 0 for null and "".
@@ -26,7 +27,7 @@ inline unsigned short XMLNameKey(std::string_view name) {
     return static_cast<unsigned short>(((name.size() & 0xFF) << 8) | letter);
 }
 
-/// False for the keys of names that differ. Letters above 0x7F may be the other case of any.
+/// False for the keys of names that differ.
 inline bool MayBeSameXMLName(unsigned short left, unsigned short right) {
     const unsigned different = left ^ right;
     return different == 0 || (different <= 0xFF && ((left | right) & anyLetter) != 0);

@@ -1,9 +1,9 @@
 // The byte queue beside plain copying, and the rectangle list beside the regions of GDI.
 
 #include "bench/support/Comparison.h"
+#include "common/Handles.h"
 #include "utilities/containers/ByteQueue.h"
 #include "utilities/containers/RectangleList.h"
-#include "utilities/system/Handles.h"
 
 #include <algorithm>
 #include <cstring>

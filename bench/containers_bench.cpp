@@ -6,7 +6,7 @@
 #include "utilities/containers/MegaList.h"
 #include "utilities/containers/MyArrayList.h"
 #include "utilities/containers/MyList.h"
-#include "utilities/system/Lock.h"
+#include "utilities/system/locks/Lock.h"
 
 #include <algorithm>
 #include <cstdio>

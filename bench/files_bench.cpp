@@ -2,8 +2,8 @@
 
 #include "bench/support/Comparison.h"
 #include "bench/support/MeasuringFolder.h"
+#include "common/Handles.h"
 #include "utilities/containers/MRUList.h"
-#include "utilities/system/Handles.h"
 
 #include <cstdint>
 #include <memory>

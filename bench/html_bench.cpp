@@ -1,7 +1,7 @@
 // Texts from the web: decoding references and making links.
 
 #include "bench/support/Comparison.h"
-#include "utilities/text/HtmlText.h"
+#include "utilities/text/html/HtmlText.h"
 
 #include <cstring>
 #include <string>

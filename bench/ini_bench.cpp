@@ -6,7 +6,7 @@
 #include "bench/support/Comparison.h"
 #include "bench/support/IniCorpus.h"
 #include "bench/support/MeasuringFolder.h"
-#include "utilities/text/IniFileReader.h"
+#include "utilities/text/ini/IniFileReader.h"
 
 #include <cstdio>
 #include <memory>

@@ -2,10 +2,10 @@
 
 #include "bench/support/Comparison.h"
 #include "bench/support/MeasuringFolder.h"
+#include "common/Handles.h"
 #include "utilities/containers/HashTable.h"
-#include "utilities/system/Handles.h"
-#include "utilities/system/Lock.h"
-#include "utilities/text/LanguageStrings.h"
+#include "utilities/system/locks/Lock.h"
+#include "utilities/text/language/LanguageStrings.h"
 
 #include <cstdio>
 #include <cstring>

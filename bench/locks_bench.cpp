@@ -2,10 +2,10 @@
 // library have.
 
 #include "bench/support/Comparison.h"
-#include "utilities/system/Lock.h"
-#include "utilities/system/Owner.h"
-#include "utilities/system/ReadWriteLock.h"
-#include "utilities/system/SlipLock.h"
+#include "common/Owner.h"
+#include "utilities/system/locks/Lock.h"
+#include "utilities/system/locks/ReadWriteLock.h"
+#include "utilities/system/locks/SlipLock.h"
 
 #include <functional>
 #include <mutex>

@@ -1,7 +1,7 @@
 // The string class beside the standard one.
 
 #include "bench/support/Comparison.h"
-#include "utilities/text/COMString.h"
+#include "utilities/text/strings/COMString.h"
 
 #include <string>
 #include <utility>

@@ -2,7 +2,7 @@
 
 #include "bench/peers/LibcsvTable.h"
 #include "bench/support/Comparison.h"
-#include "utilities/text/DelimitedTextFile.h"
+#include "utilities/text/tables/DelimitedTextFile.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -1,7 +1,7 @@
 // Functions on texts: replacing in place.
 
 #include "bench/support/Comparison.h"
-#include "utilities/text/StringFunctions.h"
+#include "utilities/text/strings/StringFunctions.h"
 
 #include <cstdio>
 #include <cstring>

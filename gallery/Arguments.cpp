@@ -1,7 +1,7 @@
 #include "gallery/Arguments.h"
 
-#include "gallery/Text.h"
-#include "utilities/text/StringFunctions.h"
+#include "gallery/text/Text.h"
+#include "utilities/text/strings/StringFunctions.h"
 
 namespace gallery {
 

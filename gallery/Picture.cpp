@@ -1,6 +1,6 @@
 #include "gallery/Picture.h"
 
-#include "utilities/system/Handles.h"
+#include "common/Handles.h"
 
 // GDI+ wants COM's declarations and the min and max of the Windows headers.
 #include <algorithm>

@@ -1,8 +1,8 @@
 #include "gallery/PictureMode.h"
 
-#include "gallery/MainWindow.h"
-#include "gallery/Pages.h"
 #include "gallery/Picture.h"
+#include "gallery/app/MainWindow.h"
+#include "gallery/pages/Pages.h"
 
 #include <cstdio>
 

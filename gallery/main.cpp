@@ -1,7 +1,7 @@
 #include "gallery/Arguments.h"
-#include "gallery/Language.h"
-#include "gallery/MainWindow.h"
 #include "gallery/PictureMode.h"
+#include "gallery/app/MainWindow.h"
+#include "gallery/text/Language.h"
 
 #include <commctrl.h>
 #include <cstdio>

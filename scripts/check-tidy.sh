@@ -5,7 +5,7 @@ cd "$(dirname "$0")/.."
 source scripts/cross-includes.sh
 
 files=("$@")
-[ ${#files[@]} -gt 0 ] || mapfile -t files < <(git ls-files 'utilities/*.cpp' 'vtrfutls/*.cpp')
+[ ${#files[@]} -gt 0 ] || mapfile -t files < <(git ls-files "common/*.cpp" "utilities/*.cpp" "vtrfutls/*.cpp")
 flags=("${cross_includes[@]}" -std=c++20 -I. -Ibuild/release/utilities -DVTRUTILS_BUILD -DVTRFUTLS_BUILD)
 # xargs puts the file behind the flags. The counts of warnings are those of system headers.
 printf '%s\0' "${files[@]}" | xargs -0 -n 1 -P "$(nproc)" bash -c '

@@ -1,5 +1,5 @@
-#include "utilities/text/LanguageState.h"
-#include "vtrfutls/RunTimeMemory.h"
+#include "common/RunTimeMemory.h"
+#include "utilities/text/language/LanguageState.h"
 
 /// What happens when a process loads and unloads the library, and nothing more: no other library
 /// may be loaded and nothing may be waited for here.

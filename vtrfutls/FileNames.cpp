@@ -1,6 +1,6 @@
 #include "vtrfutls/FileNames.h"
 
-#include "vtrfutls/WidePath.h"
+#include "common/WidePath.h"
 
 #include <atomic>
 #include <cstring>

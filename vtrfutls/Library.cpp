@@ -1,4 +1,4 @@
-#include "vtrfutls/RunTimeMemory.h"
+#include "common/RunTimeMemory.h"
 
 #include <windows.h>
 

@@ -1,8 +1,8 @@
 #include "vtrfutls/Log.h"
 
-#include "utilities/system/Handles.h"
+#include "common/Handles.h"
+#include "common/WidePath.h"
 #include "vtrfutls/FileNames.h"
-#include "vtrfutls/WidePath.h"
 
 #include <atomic>
 #include <cstdarg>

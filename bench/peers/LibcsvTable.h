@@ -2,7 +2,7 @@
 #define VTRUTILS_BENCH_PEERS_LIBCSVTABLE_H
 
 #include "bench/support/MeasuringFolder.h"
-#include "utilities/system/Handles.h"
+#include "common/Handles.h"
 
 #include <csv.h>
 #include <string>

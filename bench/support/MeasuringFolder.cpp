@@ -1,6 +1,6 @@
 #include "bench/support/MeasuringFolder.h"
 
-#include "utilities/system/Handles.h"
+#include "common/Handles.h"
 
 #include <chrono>
 #include <filesystem>

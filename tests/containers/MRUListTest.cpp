@@ -1,10 +1,10 @@
 #include "utilities/containers/MRUList.h"
 
+#include "common/Handles.h"
 #include "tests/support/CapturedLog.h"
 #include "tests/support/Dice.h"
 #include "tests/support/TestFolder.h"
 #include "tests/support/TestKey.h"
-#include "utilities/system/Handles.h"
 
 #include <climits>
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 #include "tests/support/AllocationFault.h"
 #include "tests/support/CodePage.h"
 #include "tests/support/Dice.h"
-#include "utilities/text/StringFunctions.h"
+#include "utilities/text/strings/StringFunctions.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "tests/gallery/GalleryProcess.h"
 
-#include "gallery/ControlIds.h"
-#include "gallery/Text.h"
+#include "gallery/app/ControlIds.h"
+#include "gallery/text/Text.h"
 
 #include <commctrl.h>
 #include <gtest/gtest.h>

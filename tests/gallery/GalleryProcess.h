@@ -1,7 +1,7 @@
 #ifndef VTRUTILS_TESTS_GALLERY_GALLERYPROCESS_H
 #define VTRUTILS_TESTS_GALLERY_GALLERYPROCESS_H
 
-#include "utilities/system/Handles.h"
+#include "common/Handles.h"
 
 #include <functional>
 #include <string>

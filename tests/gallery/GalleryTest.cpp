@@ -1,8 +1,8 @@
-#include "gallery/ControlIds.h"
-#include "gallery/Text.h"
+#include "gallery/app/ControlIds.h"
+#include "gallery/text/Text.h"
 #include "tests/gallery/GalleryProcess.h"
 #include "tests/support/TestFolder.h"
-#include "tests/text/IniDocuments.h"
+#include "tests/text/ini/IniDocuments.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>

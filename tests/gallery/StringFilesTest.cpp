@@ -1,4 +1,4 @@
-#include "gallery/Text.h"
+#include "gallery/text/Text.h"
 #include "tests/support/TestFolder.h"
 
 #include <gtest/gtest.h>

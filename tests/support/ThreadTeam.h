@@ -1,8 +1,8 @@
 #ifndef VTRUTILS_TESTS_SUPPORT_THREADTEAM_H
 #define VTRUTILS_TESTS_SUPPORT_THREADTEAM_H
 
+#include "common/Owner.h"
 #include "tests/support/Watchdog.h"
-#include "utilities/system/Owner.h"
 
 #include <atomic>
 #include <functional>

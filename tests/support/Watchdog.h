@@ -1,7 +1,7 @@
 #ifndef VTRUTILS_TESTS_SUPPORT_WATCHDOG_H
 #define VTRUTILS_TESTS_SUPPORT_WATCHDOG_H
 
-#include "utilities/system/Owner.h"
+#include "common/Owner.h"
 
 #include <string>
 #include <thread>

@@ -1,6 +1,6 @@
 #include "utilities/containers/ByteQueue.h"
 
-#include "utilities/system/Lock.h"
+#include "utilities/system/locks/Lock.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -2,7 +2,7 @@
 #define VTRUTILS_CONTAINERS_BYTEQUEUE_H
 
 #include "utilities/Export.h"
-#include "utilities/containers/PtrArray.h"
+#include "utilities/base/PtrArray.h"
 
 #include <windows.h>
 

@@ -1,6 +1,6 @@
 #include "utilities/containers/HashTable.h"
 
-#include "utilities/text/MultibyteText.h"
+#include "utilities/base/MultibyteText.h"
 
 #include <cstddef>
 #include <new>

@@ -1,7 +1,7 @@
 #include "utilities/containers/LastDirList.h"
 
-#include "utilities/text/SameText.h"
-#include "utilities/text/StoreCut.h"
+#include "utilities/base/SameText.h"
+#include "utilities/base/StoreCut.h"
 
 #include <algorithm>
 #include <ctime>

@@ -1,13 +1,13 @@
 #include "utilities/containers/MRUList.h"
 
-#include "utilities/system/FileTimes.h"
-#include "utilities/system/RegistryStrings.h"
-#include "utilities/text/LanguageState.h"
-#include "utilities/text/OwnedText.h"
-#include "utilities/text/SameText.h"
+#include "common/WidePath.h"
+#include "utilities/base/OwnedText.h"
+#include "utilities/base/SameText.h"
+#include "utilities/system/files/FileTimes.h"
+#include "utilities/system/files/RegistryStrings.h"
+#include "utilities/text/language/LanguageState.h"
 #include "vtrfutls/FileNames.h"
 #include "vtrfutls/Log.h"
-#include "vtrfutls/WidePath.h"
 
 #include <cstdio>
 #include <new>

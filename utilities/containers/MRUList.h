@@ -2,7 +2,7 @@
 #define VTRUTILS_CONTAINERS_MRULIST_H
 
 #include "utilities/Export.h"
-#include "utilities/containers/PtrArray.h"
+#include "utilities/base/PtrArray.h"
 
 #include <cstddef>
 #include <windows.h>

@@ -2,7 +2,7 @@
 #define VTRUTILS_CONTAINERS_MEGAARRAYLIST_H
 
 #include "utilities/Export.h"
-#include "utilities/containers/ElementBlock.h"
+#include "utilities/base/ElementBlock.h"
 
 /// Where an element lands among those of equal value: by default, as in front of them.
 enum _AddSortedLoc { addSortedDefault = 0, addSortedAfterEquals = 1, addSortedBeforeEquals = 2 };

@@ -2,7 +2,7 @@
 #define VTRUTILS_CONTAINERS_MEGALIST_H
 
 #include "utilities/Export.h"
-#include "utilities/containers/NodeChain.h"
+#include "utilities/base/NodeChain.h"
 
 #include <cstddef>
 

@@ -2,7 +2,7 @@
 #define VTRUTILS_CONTAINERS_MYARRAYLIST_H
 
 #include "utilities/Export.h"
-#include "utilities/containers/ElementBlock.h"
+#include "utilities/base/ElementBlock.h"
 
 /// Which element answers a search by sort value.
 enum _tscanDir { scanAtOrBefore = 0, scanAtOrAfter = 1, scanExact = 2 };

@@ -1,6 +1,6 @@
 #include "utilities/containers/MyList.h"
 
-#include "utilities/system/ScopedLock.h"
+#include "utilities/base/ScopedLock.h"
 
 #pragma GCC diagnostic ignored "-Winvalid-offsetof" // asserted on, which is safe
 

@@ -2,8 +2,8 @@
 #define VTRUTILS_CONTAINERS_MYLIST_H
 
 #include "utilities/Export.h"
-#include "utilities/containers/NodeChain.h"
-#include "utilities/system/Lock.h"
+#include "utilities/base/NodeChain.h"
+#include "utilities/system/locks/Lock.h"
 
 #include <cstddef>
 

@@ -1,7 +1,7 @@
 #ifndef VTRUTILS_CONTAINERS_RECTANGLEGEOMETRY_H
 #define VTRUTILS_CONTAINERS_RECTANGLEGEOMETRY_H
 
-#include "utilities/containers/ValueRun.h"
+#include "utilities/base/ValueRun.h"
 
 #include <windows.h>
 

@@ -1,6 +1,6 @@
 #include "utilities/containers/Stack.h"
 
-#include "utilities/system/ScopedLock.h"
+#include "utilities/base/ScopedLock.h"
 
 #include <cstddef>
 #include <limits>

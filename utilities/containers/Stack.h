@@ -2,7 +2,7 @@
 #define VTRUTILS_CONTAINERS_STACK_H
 
 #include "utilities/Export.h"
-#include "utilities/system/Lock.h"
+#include "utilities/system/locks/Lock.h"
 
 /// A list of item pointers that come out in the order in which they were pushed, first in, first
 /// out, whatever the name says. Items are never dereferenced or freed.

@@ -1,7 +1,7 @@
 #include "utilities/containers/StringDynArray.h"
 
-#include "utilities/text/MultibyteText.h"
-#include "utilities/text/OwnedText.h"
+#include "utilities/base/MultibyteText.h"
+#include "utilities/base/OwnedText.h"
 
 #include <algorithm>
 #include <cctype>

@@ -2,7 +2,7 @@
 #define VTRUTILS_CONTAINERS_STRINGDYNARRAY_H
 
 #include "utilities/Export.h"
-#include "utilities/containers/PtrArray.h"
+#include "utilities/base/PtrArray.h"
 
 /// An array of texts, each a copy of its own, kept either as UTF-16 or in single bytes, and sorted
 /// if wanted. A text of the other kind is converted with the system's ANSI code page. Texts compare

@@ -1,7 +1,7 @@
 #include "utilities/containers/StringList.h"
 
-#include "utilities/containers/ListTooLong.h"
-#include "utilities/text/SameText.h"
+#include "utilities/base/ListTooLong.h"
+#include "utilities/base/SameText.h"
 
 #include <cstddef>
 #include <cstdlib>

@@ -2,7 +2,7 @@
 #define VTRUTILS_UNDO_UNDOMGR_H
 
 #include "utilities/Export.h"
-#include "utilities/containers/PtrArray.h"
+#include "utilities/base/PtrArray.h"
 
 /// One reversible change, as a host describes it. Hosts derive from it; the order of fields and
 /// virtual operations is fixed. None of the operations may throw. `Perform` and the destructor may

@@ -1,6 +1,6 @@
 // Undo sets: their numbers, names and freezing.
 
-#include "utilities/text/OwnedText.h"
+#include "utilities/base/OwnedText.h"
 #include "utilities/undo/UndoMgr.h"
 
 #include <algorithm>

@@ -1,11 +1,11 @@
 #include "utilities/xml/XMLFile.h"
 
-#include "utilities/text/ByteSearch.h"
-#include "utilities/text/LanguageState.h"
-#include "utilities/text/TextFile.h"
+#include "common/WidePath.h"
+#include "utilities/base/ByteSearch.h"
+#include "utilities/base/TextFile.h"
+#include "utilities/text/language/LanguageState.h"
 #include "utilities/xml/XMLLoader.h"
 #include "vtrfutls/Log.h"
-#include "vtrfutls/WidePath.h"
 
 #include <climits>
 #include <shlwapi.h>

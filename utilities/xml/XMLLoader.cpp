@@ -1,6 +1,6 @@
 #include "utilities/xml/XMLLoader.h"
 
-#include "utilities/text/SameText.h"
+#include "utilities/base/SameText.h"
 #include "utilities/xml/XMLTagText.h"
 #include "utilities/xml/XMLText.h"
 

@@ -1,7 +1,7 @@
 #ifndef VTRUTILS_XML_XMLLOADER_H
 #define VTRUTILS_XML_XMLLOADER_H
 
-#include "utilities/text/OwnedText.h"
+#include "utilities/base/OwnedText.h"
 #include "utilities/xml/XMLBuilder.h"
 #include "utilities/xml/XMLScanner.h"
 

@@ -1,5 +1,5 @@
-#include "utilities/text/OwnedText.h"
-#include "utilities/text/SameText.h"
+#include "utilities/base/OwnedText.h"
+#include "utilities/base/SameText.h"
 #include "utilities/xml/XMLNode.h"
 #include "utilities/xml/XMLText.h"
 

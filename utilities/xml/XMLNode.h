@@ -2,7 +2,7 @@
 #define VTRUTILS_XML_XMLNODE_H
 
 #include "utilities/Export.h"
-#include "utilities/containers/PtrArray.h"
+#include "utilities/base/PtrArray.h"
 #include "utilities/xml/XMLValue.h"
 
 #include <cstddef>

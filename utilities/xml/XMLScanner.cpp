@@ -1,6 +1,6 @@
 #include "utilities/xml/XMLScanner.h"
 
-#include "utilities/text/ByteSearch.h"
+#include "utilities/base/ByteSearch.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 #include "utilities/xml/XMLText.h"
 
-#include "utilities/text/HtmlText.h"
+#include "utilities/text/html/HtmlText.h"
 
 #include <cstdlib>
 #include <cstring>

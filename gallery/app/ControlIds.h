@@ -1,0 +1,144 @@
+#ifndef VTRUTILS_GALLERY_APP_CONTROLIDS_H
+#define VTRUTILS_GALLERY_APP_CONTROLIDS_H
+
+/* Ids of commands and controls, for the resource compiler, the windows and the tests that drive
+   them. A button has the id of the command it gives. */
+
+#define GALLERY_WINDOW_CLASS L"VtrGallery"
+#define GALLERY_PAGE_CLASS L"VtrGalleryPage"
+
+#define ID_ACCELERATORS 100
+
+/* Commands: the main window takes those for pages, the page on show the others. */
+#define ID_OPEN 101
+#define ID_SAVE 102
+#define ID_SAVE_AS 103
+#define ID_FIND 104
+#define ID_FIND_NEXT 105
+#define ID_EDIT 106
+#define ID_NEXT_PAGE 107
+#define ID_PREVIOUS_PAGE 108
+#define ID_UNDO 109
+#define ID_REDO 110
+
+/* Controls of the main window. */
+#define ID_PAGE_LABEL 200
+#define ID_PAGE_LIST 201
+
+/* Controls that all pages with documents have. */
+#define ID_DOCUMENT_FILE 250
+#define ID_DOCUMENT_FIND_LABEL 251
+#define ID_DOCUMENT_FIND_TEXT 252
+#define ID_DOCUMENT_VALUE_LABEL 253
+#define ID_DOCUMENT_VALUE_TEXT 254
+#define ID_DOCUMENT_SET 255
+#define ID_DOCUMENT_MESSAGE 256
+#define ID_DOCUMENT_COUNTS 257
+
+/* Controls of the page "INI document". */
+#define ID_INI_SORT 300
+#define ID_INI_SECTIONS 301
+#define ID_INI_PAIRS 302
+
+/* Controls of the page "Observers"; a button that sends has the code added. */
+#define ID_OBSERVERS_LABEL 400
+#define ID_OBSERVERS_LIST 401
+#define ID_OBSERVERS_ADD 402
+#define ID_OBSERVERS_REMOVE 403
+#define ID_OBSERVERS_REMOVE_ALL 404
+#define ID_OBSERVERS_SEND_LABEL 405
+#define ID_OBSERVERS_LOG_LABEL 406
+#define ID_OBSERVERS_LOG 407
+#define ID_OBSERVERS_CLEAR 408
+#define ID_OBSERVERS_MESSAGE 409
+#define ID_OBSERVERS_COUNTS 410
+#define ID_OBSERVERS_SEND 420
+
+/* Controls of the page "Regions". */
+#define ID_REGIONS_HELP 500
+#define ID_REGIONS_CONSOLIDATE 501
+#define ID_REGIONS_CLEAR 502
+#define ID_REGIONS_CANVAS 503
+#define ID_REGIONS_MESSAGE 504
+#define ID_REGIONS_COUNTS 505
+
+/* Controls of the page "Language". */
+#define ID_LANGUAGE_LABEL 600
+#define ID_LANGUAGE_LIST 601
+#define ID_LANGUAGE_USE 602
+#define ID_LANGUAGE_KEY_LABEL 603
+#define ID_LANGUAGE_KEY 604
+#define ID_LANGUAGE_LOOK_UP 605
+#define ID_LANGUAGE_TEXTS 606
+#define ID_LANGUAGE_NOTE 607
+#define ID_LANGUAGE_MESSAGE 608
+
+/* Controls of the page "Table". */
+#define ID_TABLE_COLUMN_LABEL 700
+#define ID_TABLE_COLUMN 701
+#define ID_TABLE_KEEP_SORTED 702
+#define ID_TABLE_LIST 703
+#define ID_TABLE_ADD 704
+#define ID_TABLE_DELETE 705
+#define ID_TABLE_REPLACE_LABEL 706
+#define ID_TABLE_REPLACE_TEXT 707
+#define ID_TABLE_BY_LABEL 708
+#define ID_TABLE_BY_TEXT 709
+#define ID_TABLE_REPLACE 710
+
+/* Controls of the page "Recent files". */
+#define ID_RECENT_FILES_LABEL 800
+#define ID_RECENT_FILES 801
+#define ID_RECENT_REMOVE 802
+#define ID_RECENT_CLEAR 803
+#define ID_RECENT_FOLDERS_LABEL 804
+#define ID_RECENT_FOLDERS 805
+#define ID_RECENT_MESSAGE 806
+#define ID_RECENT_COUNTS 807
+
+/* Controls of the page "Files". */
+#define ID_FILES_NAME_LABEL 900
+#define ID_FILES_NAME 901
+#define ID_FILES_FOLDER_LABEL 902
+#define ID_FILES_FOLDER 903
+#define ID_FILES_NAMES 904
+#define ID_FILES_PLACES_LABEL 905
+#define ID_FILES_PLACES 906
+#define ID_FILES_SHOW 907
+#define ID_FILES_MESSAGE 908
+
+/* Controls of the page "Undo". */
+#define ID_UNDO_LIST_LABEL 1000
+#define ID_UNDO_LIST 1001
+#define ID_UNDO_ITEM_LABEL 1002
+#define ID_UNDO_ITEM 1003
+#define ID_UNDO_ADD 1004
+#define ID_UNDO_CHANGE 1005
+#define ID_UNDO_REMOVE 1006
+#define ID_UNDO_GROUP 1007
+#define ID_UNDO_UNDO_ALL 1008
+#define ID_UNDO_REDO_ALL 1009
+#define ID_UNDO_MESSAGE 1010
+#define ID_UNDO_COUNTS 1011
+
+/* Controls of the page "XML document". */
+#define ID_XML_TREE_LABEL 1100
+#define ID_XML_TREE 1101
+#define ID_XML_DETAILS_LABEL 1102
+#define ID_XML_DETAILS 1103
+#define ID_XML_DECODE 1104
+
+/* Controls of the page "Text". */
+#define ID_TEXT_LABEL 1200
+#define ID_TEXT 1201
+#define ID_TEXT_LENGTH_LABEL 1202
+#define ID_TEXT_LENGTH 1203
+#define ID_TEXT_SIZE_LABEL 1204
+#define ID_TEXT_SIZE 1205
+#define ID_TEXT_RESULTS_LABEL 1206
+#define ID_TEXT_RESULTS 1207
+#define ID_TEXT_RESULT_LABEL 1208
+#define ID_TEXT_RESULT 1209
+#define ID_TEXT_MESSAGE 1210
+
+#endif

@@ -1,0 +1,67 @@
+#ifndef VTRUTILS_GALLERY_APP_MAINWINDOW_H
+#define VTRUTILS_GALLERY_APP_MAINWINDOW_H
+
+#include "gallery/app/Page.h"
+#include "gallery/app/RecentFiles.h"
+#include "gallery/widgets/ListView.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace gallery {
+
+/// The window: the list of pages on the left, the chosen page on the right. A page is made when it
+/// is first shown. One thread at a time.
+class MainWindow : public Window, private PageHost {
+public:
+    /// Remembers files in this key below HKEY_CURRENT_USER. False, with `GetLastError`, when a
+    /// window cannot be made.
+    bool Create(const std::string& registryKey);
+    void Show(int showCommand);
+
+    /// False when the page cannot be made.
+    bool ShowPage(int index);
+    /// Shows the page for the file and opens it there, unless the user keeps what is on the page.
+    bool Open(const std::wstring& path);
+    Page& CurrentPage() const { return *made[static_cast<std::size_t>(current)]; }
+
+    /// True when the message was a key of the window, or of Tab and its like, and is done with.
+    bool TakeKey(MSG& message) const;
+
+protected:
+    LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+private:
+    RecentFiles& Recent() override { return recent; }
+    void OpenFile(const std::wstring& path) override;
+    void DocumentChanged() override;
+    void LanguageChanged() override;
+
+    void Sized() override { Arrange(); }
+    void Command(int id, int notification) override;
+    LRESULT Notify(const NMHDR& header) override;
+    bool GoTo(int index);
+    void StepPage(int step);
+    void SetDpi(unsigned dpi);
+    void Restyle();
+    void Arrange();
+    void LimitSize(MINMAXINFO& limits) const;
+    void KeepFocus();
+    void MoveFocus(WPARAM wanted, bool isControl) const;
+    bool MayClose() const;
+
+    RecentFiles recent;
+    Look look;
+    Captions captions;
+    HWND pageLabel = nullptr;
+    ListView pageList;
+    HWND lastFocus = nullptr;
+    HACCEL accelerators = nullptr;
+    std::vector<std::unique_ptr<Page>> made; ///< by index of the table; null until first shown
+    int current = -1;
+};
+
+} // namespace gallery
+
+#endif

@@ -1,0 +1,115 @@
+#ifndef VTRUTILS_GALLERY_APP_PAGE_H
+#define VTRUTILS_GALLERY_APP_PAGE_H
+
+#include "gallery/widgets/Captions.h"
+#include "gallery/widgets/ListView.h"
+#include "gallery/widgets/Window.h"
+
+#include <string>
+#include <vector>
+
+namespace gallery {
+
+class RecentFiles;
+
+/// What a page may ask of the window that shows it. One thread at a time.
+class PageHost {
+public:
+    /// What was opened and saved, on all pages.
+    virtual RecentFiles& Recent() = 0;
+
+    /// Shows the page for files with this extension and opens the file there.
+    virtual void OpenFile(const std::wstring& path) = 0;
+
+    /// The name of the page's document, or whether it is saved, is another now.
+    virtual void DocumentChanged() = 0;
+
+    /// Another language was chosen: every text on the screen is to change.
+    virtual void LanguageChanged() = 0;
+
+protected:
+    ~PageHost() = default;
+};
+
+/// One page of the gallery: a child window with the controls that show and drive one subsystem.
+/// A page makes its controls, places them, and answers their commands; the rest is optional.
+/// One thread at a time.
+class Page : public Window {
+public:
+    /// Makes the page's window and controls, hidden. False, with `GetLastError`, on failure.
+    bool Create(HWND parent, PageHost& newHost);
+
+    /// Takes fonts and sizes from `newLook`, which outlives the page, and places the controls anew.
+    void SetLook(const Look& newLook);
+
+    /// Shows all texts in the language that is chosen now.
+    void UpdateTexts();
+
+    /// A command of an accelerator or a control: `id` with `notification` as WM_COMMAND has them.
+    /// IDOK stands for Enter outside of buttons, IDCANCEL for Esc.
+    void Command(int id, int notification) override = 0;
+
+    /// The user went to the page, without a file to open there.
+    virtual void Shown() {}
+
+    /// Gives the focus to the control where work begins.
+    virtual void TakeFocus() = 0;
+
+    /// Brings the page into the state that its picture shows. False when there is nothing to show.
+    virtual bool ShowExample() = 0;
+
+    /// "" for a page without a document.
+    virtual std::wstring DocumentName() const { return {}; }
+    virtual bool Unsaved() const { return false; }
+
+    /// Asks the user about what is not saved. False keeps the window open.
+    virtual bool MayClose() { return true; }
+
+    /// False when the page shows no documents or this one cannot be read; the page tells why.
+    virtual bool Open(const std::wstring&) { return false; }
+
+protected:
+    virtual bool MakeControls() = 0;
+
+    /// A child whose text is that of `key`, which is not copied.
+    HWND AddButton(const char* key, int id) { return captions.AddButton(Handle(), key, id); }
+    HWND AddLabel(const char* key, int id) { return captions.AddLabel(Handle(), key, id); }
+    HWND AddCaption(HWND control, const char* key) { return captions.Add(control, key); }
+
+    /// As `ListView::Create`, for a list that lives as long as the page; language, look and the
+    /// list's questions are seen to.
+    bool AddList(ListView& list, const char* nameKey, int id, ListView::Titles titles,
+                 ListView::TextOfCell textOfCell);
+
+    /// WM_NOTIFY of a control, but for the questions of lists.
+    virtual void Noticed(const NMHDR&) {}
+
+    /// For texts beside those of `AddButton` and its like. What was told about earlier deeds goes.
+    virtual void Retext() {}
+
+    /// For what depends on the look beside fonts and places, which are seen to.
+    virtual void Restyle() {}
+
+    /// Places the controls in a page of that many pixels.
+    virtual void Arrange(int width, int height) = 0;
+
+    PageHost& Host() const { return *host; }
+    const Look& Sizes() const { return *look; }
+
+    /// Places the controls again, after their texts changed. Nothing before the page has a look.
+    void Rearrange();
+
+    void Sized() override { Rearrange(); }
+
+private:
+    LRESULT Notify(const NMHDR& header) final;
+
+    Captions captions;
+    std::vector<ListView*> lists;
+    PageHost* host = nullptr;
+    const Look* look = nullptr;
+};
+
+} // namespace gallery
+
+#endif

@@ -1,0 +1,331 @@
+#include "gallery/app/ControlIds.h"
+#include "gallery/app/DocumentPage.h"
+#include "gallery/pages/table/TableModel.h"
+#include "gallery/text/Language.h"
+#include "gallery/widgets/Controls.h"
+#include "gallery/widgets/Rows.h"
+
+#include <algorithm>
+#include <memory>
+#include <vector>
+
+namespace gallery {
+
+namespace {
+
+/// Lists and choices with more columns than these take their time.
+constexpr int mostColumns = 100;
+
+/// The rows of a delimited file: find a value in a column, edit, add and delete, keep sorted,
+/// replace everywhere, save.
+class TablePage final : public DocumentPage {
+public:
+    TablePage() : DocumentPage(model, wording) {}
+    void Command(int id, int notification) override;
+    void TakeFocus() override { SetFocus(rows.Handle()); }
+    bool ShowExample() override;
+
+private:
+    bool MakeControls() override;
+    void Retext() override;
+    void Restyle() override { naturalWidths.clear(); }
+    void Arrange(int width, int height) override;
+    void ArrangeColumns(int width);
+    void Noticed(const NMHDR& header) override;
+
+    void Enter(HWND focus) override;
+    void Find(const std::wstring& value) override;
+    const ListView* Values() const override { return &rows; }
+    void ShowValue() override;
+    bool Commit() override;
+    void KeepSorted();
+    void AddRow();
+    void DeleteRow();
+    void ReplaceAll();
+
+    int Column() const { return std::max(0, Chosen(column)); }
+    int ShownColumns() const { return std::min(model.Columns(), mostColumns); }
+    std::wstring Title(int index) const;
+    void ShowDocument() override;
+    void Refresh() override { ShowRows(edited.row); }
+    void ShowTitles();
+    void ShowRows(int selected);
+    std::wstring Counts() const override;
+    void ShowState() override;
+
+    static constexpr Wording wording = {{"TableFiles", L"csv"},
+                                        "media-library.csv",
+                                        "NotOpenedTable",
+                                        "FindLabel",
+                                        "Find",
+                                        "TypeValue",
+                                        "ReplaceTable",
+                                        "Saved",
+                                        "FieldLabel",
+                                        "SetField"};
+
+    TableModel model;
+    TableModel::Place edited;       ///< the field that is in the edit field
+    std::vector<int> naturalWidths; ///< of the columns; empty when they are to be measured
+
+    HWND columnLabel = nullptr;
+    HWND column = nullptr;
+    HWND keepSorted = nullptr;
+    ListView rows;
+    HWND add = nullptr;
+    HWND remove = nullptr;
+    HWND replaceLabel = nullptr;
+    HWND replaceText = nullptr;
+    HWND byLabel = nullptr;
+    HWND byText = nullptr;
+    HWND replace = nullptr;
+};
+
+bool TablePage::MakeControls() {
+    const HWND page = Handle();
+    MakeFileRow();
+    columnLabel = AddLabel("ColumnLabel", ID_TABLE_COLUMN_LABEL);
+    column = MakeChoice(page, ID_TABLE_COLUMN);
+    keepSorted = AddCaption(MakeCheckBox(page, ID_TABLE_KEEP_SORTED), "KeepSorted");
+    MakeFindRow();
+    const auto cell = [this](int row, int index) { return model.Field({row, index}); };
+    if (!AddList(rows, "TableRows", ID_TABLE_LIST, ListView::Titles::shown, cell))
+        return false;
+    MakeValueRow();
+    add = AddButton("AddRow", ID_TABLE_ADD);
+    remove = AddButton("DeleteRow", ID_TABLE_DELETE);
+    replaceLabel = AddLabel("ReplaceLabel", ID_TABLE_REPLACE_LABEL);
+    replaceText = MakeEdit(page, ID_TABLE_REPLACE_TEXT);
+    byLabel = AddLabel("ByLabel", ID_TABLE_BY_LABEL);
+    byText = MakeEdit(page, ID_TABLE_BY_TEXT);
+    replace = AddButton("ReplaceAll", ID_TABLE_REPLACE);
+    return MakeMessages();
+}
+
+void TablePage::Retext() {
+    const int chosen = Column();
+    ShowTitles();
+    SendMessageW(column, CB_SETCURSEL, static_cast<WPARAM>(chosen), 0);
+    DocumentPage::Retext();
+}
+
+void TablePage::Arrange(int width, int height) {
+    using End = Rows::End;
+    Rows page(Sizes(), width, height, /*expected=*/22);
+    int labels = 0;
+    for (const HWND label : {columnLabel, findLabel, valueLabel, replaceLabel})
+        labels = std::max(labels, Sizes().TextWidth(label));
+    const int check = Sizes().TextWidth(keepSorted) + Sizes().Pixels(30);
+    page.Put(End::top, {nullptr, fileLabel, {open, save, saveAs}});
+    page.AlignButtons({find, remove, replace});
+    page.Put(End::top, {columnLabel, column, {}, labels}, 100 - 100 * check / std::max(width, 1),
+             {nullptr, keepSorted, {}});
+    page.Put(End::top, {findLabel, findText, {find}, labels});
+    page.PutMessage(message, /*counts=*/nullptr);
+    page.Put(End::bottom, {replaceLabel, replaceText, {}, labels}, 42,
+             {byLabel, byText, {replace}});
+    page.Put(End::bottom, {valueLabel, valueText, {set, add, remove}, labels});
+    page.PutLine(counts);
+    page.Places().Put(rows.Handle(), 0, page.Top(), width, page.Room());
+    ArrangeColumns(width);
+}
+
+/// As wide as their texts, as far as that is not too wide; the first one takes what is left.
+void TablePage::ArrangeColumns(int width) {
+    constexpr int looked = 100;
+    if (naturalWidths.empty()) {
+        for (int i = 0; i < ShownColumns(); ++i) {
+            int widest = Sizes().TextWidth(Title(i));
+            for (int row = 0; row < std::min(model.Rows(), looked); ++row)
+                widest = std::max(widest, Sizes().TextWidth(model.Field({row, i})));
+            naturalWidths.push_back(std::min(widest, Sizes().Pixels(260)) + Sizes().Pixels(20));
+        }
+    }
+    int left = ListView::RoomForColumns(width);
+    for (const int natural : naturalWidths)
+        left -= natural;
+    for (std::size_t i = 0; i < naturalWidths.size(); ++i)
+        rows.SetColumnWidth(static_cast<int>(i),
+                            naturalWidths[i] + (i == 0 ? std::max(left, 0) : 0));
+}
+
+void TablePage::Noticed(const NMHDR& header) {
+    if (header.hwndFrom != rows.Handle())
+        return;
+    if (ListView::SelectionMoved(header))
+        ShowValue();
+    else if (ListView::DoubleClicked(header))
+        EditValue();
+    else if (ListView::KeyPressed(header) == VK_INSERT)
+        AddRow();
+    else if (ListView::KeyPressed(header) == VK_DELETE)
+        DeleteRow();
+}
+
+void TablePage::Command(int id, int notification) {
+    switch (id) {
+    case ID_TABLE_COLUMN:
+        if (notification == CBN_SELCHANGE)
+            ShowValue();
+        return;
+    case ID_TABLE_KEEP_SORTED:
+        return KeepSorted();
+    case ID_TABLE_ADD:
+        return AddRow();
+    case ID_TABLE_DELETE:
+        return DeleteRow();
+    case ID_TABLE_REPLACE:
+        return ReplaceAll();
+    default:
+        return DocumentPage::Command(id, notification);
+    }
+}
+
+void TablePage::Enter(HWND focus) {
+    if (focus == rows.Handle())
+        EditValue();
+    else if (focus == replaceText)
+        FocusAndSelect(byText);
+    else if (focus == byText)
+        ReplaceAll();
+}
+
+void TablePage::Find(const std::wstring& value) {
+    const TableModel::Match match = model.Find(Column(), value);
+    if (match.row < 0)
+        return Warn(
+            Text(match.bisected ? "NoValueBisected" : "NoValueScanned", {value, Title(Column())}));
+    rows.Select(match.row);
+    Tell(Text(match.bisected ? "ValueBisected" : "ValueScanned",
+              {std::to_wstring(match.row + 1), Title(Column())}));
+}
+
+bool TablePage::Commit() {
+    const std::wstring text = TextOf(valueText);
+    if (text == model.Field(edited))
+        return true;
+    const int before = edited.row;
+    const char* reason = model.SetField(edited, text);
+    if (reason != nullptr) {
+        Warn(Text(reason));
+        return false;
+    }
+    const TableModel::Place now = edited;
+    if (now.row != before)
+        ShowRows(now.row);
+    rows.RedrawRows();
+    ShowState();
+    Tell(Text("FieldSet", {Title(now.column), std::to_wstring(now.row + 1)}));
+    return true;
+}
+
+void TablePage::KeepSorted() {
+    if (!Commit()) {
+        SendMessageW(keepSorted, BM_SETCHECK, model.Sorted() ? BST_CHECKED : BST_UNCHECKED, 0);
+        return;
+    }
+    const bool on = IsChecked(keepSorted);
+    ShowRows(model.KeepSorted(on, rows.Selected()));
+    Tell(Text(on ? "SortedTable" : "NotSortedTable"));
+}
+
+void TablePage::AddRow() {
+    if (!model.Loaded() || !Commit())
+        return;
+    const int row = model.AddRow();
+    if (row < 0)
+        return Warn(Text("NoMemory"));
+    ShowRows(row);
+    FocusAndSelect(valueText);
+    Tell(Text("RowAdded", {std::to_wstring(row + 1)}));
+}
+
+void TablePage::DeleteRow() {
+    const int row = rows.Selected();
+    if (!model.DeleteRow(row))
+        return Warn(Text("SelectRow"));
+    ShowRows(std::min(row, model.Rows() - 1));
+    TakeFocus();
+    Tell(Text("RowDeleted", {std::to_wstring(row + 1)}));
+}
+
+void TablePage::ReplaceAll() {
+    if (!Commit())
+        return;
+    const std::wstring text = TextOf(replaceText);
+    if (text.empty()) {
+        Tell(Text("TypeReplaced"));
+        return FocusAndSelect(replaceText);
+    }
+    int fields = 0;
+    const std::wstring with = TextOf(byText);
+    const char* reason = model.ReplaceAll(text, with, fields);
+    if (reason != nullptr)
+        return Warn(Text(reason));
+    if (fields == 0)
+        return Warn(Text("NothingReplaced", {text}));
+    ShowRows(rows.Selected());
+    Tell(Text("Replaced", {text, with, std::to_wstring(fields)}));
+}
+
+/// A value found by bisection.
+bool TablePage::ShowExample() {
+    SendMessageW(keepSorted, BM_CLICK, 0, 0);
+    SetText(findText, model.Field({model.Rows() / 2, 0}));
+    FindNext();
+    TakeFocus();
+    return model.Loaded();
+}
+
+std::wstring TablePage::Title(int index) const {
+    const std::wstring title = model.Title(index);
+    return title.empty() ? Text("UnnamedColumn", {std::to_wstring(index + 1)}) : title;
+}
+
+void TablePage::ShowDocument() {
+    ShowTitles();
+    ShowRows(0);
+}
+
+void TablePage::ShowTitles() {
+    std::vector<std::wstring> titles;
+    for (int i = 0; i < ShownColumns(); ++i)
+        titles.push_back(Title(i));
+    rows.SetColumns(titles);
+    SetChoices(column, titles, /*chosen=*/0);
+    naturalWidths.clear();
+}
+
+void TablePage::ShowRows(int selected) {
+    rows.SetRows(model.Rows());
+    rows.Select(selected);
+    ShowValue();
+    ShowState();
+}
+
+void TablePage::ShowValue() {
+    edited = {rows.Selected(), Column()};
+    SetText(valueText, model.Field(edited));
+}
+
+std::wstring TablePage::Counts() const {
+    return Text(model.Sorted() ? "SortedTableCounts" : "TableCounts",
+                {std::to_wstring(model.Rows()), std::to_wstring(model.Columns())});
+}
+
+void TablePage::ShowState() {
+    for (const HWND control : {column, keepSorted, add, replace})
+        EnableWindow(control, model.Loaded());
+    EnableWindow(remove, rows.Selected() >= 0);
+    DocumentPage::ShowState();
+}
+
+} // namespace
+
+std::unique_ptr<Page> MakeTablePage();
+
+std::unique_ptr<Page> MakeTablePage() {
+    return std::make_unique<TablePage>();
+}
+
+} // namespace gallery

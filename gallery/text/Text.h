@@ -1,0 +1,36 @@
+#ifndef VTRUTILS_GALLERY_TEXT_TEXT_H
+#define VTRUTILS_GALLERY_TEXT_TEXT_H
+
+#include <string>
+
+/// Between the library's narrow texts, which are in the code page of the language that was chosen,
+/// and the wide ones that windows show. One thread at a time.
+
+namespace gallery {
+
+/// "" for null.
+std::wstring Widen(const char* text);
+std::wstring Widen(const char* text, unsigned codePage);
+
+/// False, with `narrow` unchanged, when the code page lacks one of the characters.
+bool Narrow(const std::wstring& wide, std::string& narrow);
+bool Narrow(const std::wstring& wide, std::string& narrow, unsigned codePage);
+
+/// A relative name would point elsewhere once the current folder changes.
+std::wstring AbsolutePath(const std::wstring& path);
+
+/// What stands behind the last separator.
+std::wstring NameOfFile(const std::wstring& path);
+
+/// Where the program stands, with a trailing backslash.
+std::string ProgramFolder();
+
+/// With the case rule of the user's language.
+std::wstring LowerCase(std::wstring text);
+
+/// As `swprintf` does; "" when the result has more than 1,023 characters.
+std::wstring Format(const wchar_t* format, ...);
+
+} // namespace gallery
+
+#endif

@@ -1,0 +1,110 @@
+#include "gallery/widgets/Controls.h"
+
+#include <algorithm>
+#include <commctrl.h>
+
+namespace gallery {
+
+namespace {
+
+/// Fields with lines ask for every key; in one that is only read, Tab, Enter and Esc are the
+/// window's.
+LRESULT CALLBACK LeaveDialogKeys(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                 DWORD_PTR) noexcept {
+    const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
+    return message == WM_GETDLGCODE ? result & ~LRESULT{DLGC_WANTALLKEYS} : result;
+}
+
+} // namespace
+
+HWND MakeControl(HWND parent, const wchar_t* className, const wchar_t* text, DWORD style, int id) {
+    const bool sunken = (style & WS_BORDER) != 0;
+    return CreateWindowExW(sunken ? WS_EX_CLIENTEDGE : 0, className, text,
+                           WS_CHILD | WS_VISIBLE | (style & ~DWORD{WS_BORDER}), 0, 0, 0, 0, parent,
+                           reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
+                           GetModuleHandleW(nullptr), /*lpParam=*/nullptr);
+}
+
+HWND MakeButton(HWND parent, const wchar_t* text, int id) {
+    return MakeControl(parent, WC_BUTTONW, text, WS_TABSTOP | BS_PUSHBUTTON, id);
+}
+
+HWND MakeEdit(HWND parent, int id) {
+    return MakeControl(parent, WC_EDITW, L"", WS_TABSTOP | WS_BORDER | ES_AUTOHSCROLL, id);
+}
+
+HWND MakeReader(HWND parent, int id) {
+    const HWND reader = MakeControl(
+        parent, WC_EDITW, L"",
+        WS_TABSTOP | WS_BORDER | WS_VSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL, id);
+    SetWindowSubclass(reader, LeaveDialogKeys, /*uIdSubclass=*/0, /*dwRefData=*/0);
+    return reader;
+}
+
+HWND MakeCheckBox(HWND parent, int id) {
+    return MakeControl(parent, WC_BUTTONW, L"", WS_TABSTOP | BS_AUTOCHECKBOX, id);
+}
+
+HWND MakeChoice(HWND parent, int id) {
+    return MakeControl(parent, WC_COMBOBOXW, L"", WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST, id);
+}
+
+HWND MakeLabel(HWND parent, const wchar_t* text, int id) {
+    return MakeControl(parent, WC_STATICW, text, SS_LEFT | SS_CENTERIMAGE, id);
+}
+
+HWND MakeTextLine(HWND parent, DWORD style, int id) {
+    return MakeControl(parent, WC_STATICW, L"", SS_NOPREFIX | SS_CENTERIMAGE | style, id);
+}
+
+std::wstring TextOf(HWND control) {
+    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(control)) + 1, L'\0');
+    const int length = GetWindowTextW(control, text.data(), static_cast<int>(text.size()));
+    text.resize(static_cast<std::size_t>(length));
+    return text;
+}
+
+void SetText(HWND control, const std::wstring& text) {
+    if (TextOf(control) != text)
+        SetWindowTextW(control, text.c_str());
+}
+
+void FocusAndSelect(HWND edit) {
+    SetFocus(edit);
+    SendMessageW(edit, EM_SETSEL, 0, -1);
+}
+
+bool IsChecked(HWND checkBox) {
+    return SendMessageW(checkBox, BM_GETCHECK, 0, 0) == BST_CHECKED;
+}
+
+void SetChoices(HWND choice, const std::vector<std::wstring>& texts, int chosen) {
+    SendMessageW(choice, CB_RESETCONTENT, 0, 0);
+    for (const std::wstring& text : texts)
+        SendMessageW(choice, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()));
+    SendMessageW(choice, CB_SETCURSEL, static_cast<WPARAM>(chosen), 0);
+}
+
+int Chosen(HWND choice) {
+    return static_cast<int>(SendMessageW(choice, CB_GETCURSEL, 0, 0));
+}
+
+void SetFontOfChildren(HWND parent, HFONT font) {
+    for (HWND child = GetWindow(parent, GW_CHILD); child != nullptr;
+         child = GetWindow(child, GW_HWNDNEXT))
+        SendMessageW(child, WM_SETFONT, reinterpret_cast<WPARAM>(font), /*redraw=*/TRUE);
+}
+
+Placement::~Placement() {
+    if (positions != nullptr)
+        EndDeferWindowPos(positions);
+}
+
+void Placement::Put(HWND child, int x, int y, int width, int height) {
+    if (positions != nullptr)
+        positions =
+            DeferWindowPos(positions, child, /*hWndInsertAfter=*/nullptr, x, y, std::max(width, 0),
+                           std::max(height, 0), SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
+}
+
+} // namespace gallery

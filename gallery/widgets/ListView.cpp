@@ -1,0 +1,191 @@
+#include "gallery/widgets/ListView.h"
+
+#include "gallery/text/Language.h"
+#include "gallery/text/Text.h"
+#include "gallery/widgets/Controls.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace gallery {
+
+namespace {
+
+/// A quarter of the colour of selections: the system's own grey is hard to see beside white.
+COLORREF QuietSelection() {
+    const COLORREF strong = GetSysColor(COLOR_HIGHLIGHT);
+    const COLORREF paper = GetSysColor(COLOR_WINDOW);
+    const auto mix = [](int a, int b) { return static_cast<BYTE>((a + 3 * b) / 4); };
+    return RGB(mix(GetRValue(strong), GetRValue(paper)), mix(GetGValue(strong), GetGValue(paper)),
+               mix(GetBValue(strong), GetBValue(paper)));
+}
+
+/// With a space behind it, because some systems cut off the last pixels of a title.
+std::wstring Padded(const std::wstring& title) {
+    return title + L" ";
+}
+
+} // namespace
+
+bool ListView::Create(HWND parent, const char* nameKey, int id, Titles titles,
+                      TextOfCell textOfCell) {
+    name = nameKey;
+    cell = std::move(textOfCell);
+    const DWORD titleStyle = titles == Titles::shown ? LVS_NOSORTHEADER : LVS_NOCOLUMNHEADER;
+    list = MakeControl(parent, WC_LISTVIEWW, Text(name).c_str(),
+                       WS_TABSTOP | WS_BORDER | LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL |
+                           LVS_SHOWSELALWAYS | LVS_SHAREIMAGELISTS | titleStyle,
+                       id);
+    if (list == nullptr)
+        return false;
+    ListView_SetExtendedListViewStyle(list,
+                                      LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP);
+    return true;
+}
+
+void ListView::AddColumn(const char* titleKey, Align align) {
+    InsertColumn(static_cast<int>(columns.size()), Text(titleKey), align);
+    columns.push_back(titleKey);
+}
+
+void ListView::SetColumns(const std::vector<std::wstring>& titles) {
+    columns.clear();
+    while (ListView_DeleteColumn(list, 0)) {
+    }
+    for (std::size_t i = 0; i < titles.size(); ++i)
+        InsertColumn(static_cast<int>(i), titles[i], Align::left);
+}
+
+void ListView::InsertColumn(int index, std::wstring title, Align align) {
+    LVCOLUMNW column{};
+    column.mask = LVCF_TEXT | LVCF_FMT | LVCF_SUBITEM;
+    column.fmt = align == Align::right ? LVCFMT_RIGHT : LVCFMT_LEFT;
+    title = Padded(title);
+    column.pszText = title.data();
+    column.iSubItem = index;
+    SendMessageW(list, LVM_INSERTCOLUMNW, static_cast<WPARAM>(index),
+                 reinterpret_cast<LPARAM>(&column));
+}
+
+void ListView::UpdateTexts() {
+    SetText(list, Text(name));
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        std::wstring title = Padded(Text(columns[i]));
+        LVCOLUMNW column{};
+        column.mask = LVCF_TEXT;
+        column.pszText = title.data();
+        SendMessageW(list, LVM_SETCOLUMNW, i, reinterpret_cast<LPARAM>(&column));
+    }
+    RedrawRows();
+}
+
+void ListView::SetLook(const Look& look) {
+    vtr::ImageList images(ImageList_Create(/*cx=*/1, look.Line() + look.Pixels(6), ILC_COLOR,
+                                           /*cInitial=*/1, /*cGrow=*/0));
+    ListView_SetImageList(list, images.Get(), LVSIL_SMALL);
+    rowHeight = std::move(images);
+}
+
+void ListView::SetColumnWidth(int column, int pixels) {
+    if (ListView_GetColumnWidth(list, column) != pixels)
+        ListView_SetColumnWidth(list, column, std::max(pixels, 0));
+}
+
+int ListView::RoomForColumns(int listWidth) {
+    return std::max(0,
+                    listWidth - 2 * GetSystemMetrics(SM_CXEDGE) - GetSystemMetrics(SM_CXVSCROLL));
+}
+
+void ListView::SetRows(int count) {
+    quiet = true;
+    // A virtual list keeps the selection of a row that stays in range.
+    ListView_SetItemState(list, -1, 0, LVIS_SELECTED | LVIS_FOCUSED);
+    ListView_SetItemCountEx(list, count, /*dwFlags=*/0);
+    if (count > 0)
+        Select(0);
+    quiet = false;
+    RedrawRows();
+}
+
+void ListView::RedrawRows() {
+    InvalidateRect(list, nullptr, /*bErase=*/FALSE);
+}
+
+int ListView::Selected() const {
+    return ListView_GetNextItem(list, -1, LVNI_SELECTED);
+}
+
+void ListView::Select(int row) {
+    if (row < 0)
+        return;
+    ListView_SetItemState(list, row, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+    ListView_EnsureVisible(list, row, /*fPartialOK=*/FALSE);
+}
+
+bool ListView::Notified(const NMHDR& header, LRESULT& result) {
+    if (header.hwndFrom != list)
+        return false;
+    if (header.code == LVN_GETDISPINFOW) {
+        LVITEMW& item = reinterpret_cast<NMLVDISPINFOW&>(const_cast<NMHDR&>(header)).item;
+        if ((item.mask & LVIF_TEXT) != 0) {
+            shown = cell(item.iItem, item.iSubItem);
+            item.pszText = shown.data();
+        }
+        result = 0;
+        return true;
+    }
+    if (header.code == LVN_ODFINDITEMW) {
+        result = FindRow(reinterpret_cast<const NMLVFINDITEMW&>(header));
+        return true;
+    }
+    if (header.code == static_cast<UINT>(NM_CUSTOMDRAW)) {
+        result = Draw(reinterpret_cast<NMLVCUSTOMDRAW&>(const_cast<NMHDR&>(header)));
+        return true;
+    }
+    // What a program selects by itself is no news for it.
+    return quiet && header.code == LVN_ITEMCHANGED;
+}
+
+WORD ListView::KeyPressed(const NMHDR& header) {
+    return header.code == LVN_KEYDOWN ? reinterpret_cast<const NMLVKEYDOWN&>(header).wVKey : 0;
+}
+
+bool ListView::SelectionMoved(const NMHDR& header) {
+    if (header.code != LVN_ITEMCHANGED)
+        return false;
+    const auto& change = reinterpret_cast<const NMLISTVIEW&>(header);
+    return (change.uNewState & LVIS_SELECTED) != 0 && (change.uOldState & LVIS_SELECTED) == 0;
+}
+
+bool ListView::DoubleClicked(const NMHDR& header) {
+    return header.code == static_cast<UINT>(NM_DBLCLK);
+}
+
+/// The selected row of a list without the focus stays visible.
+LRESULT ListView::Draw(NMLVCUSTOMDRAW& draw) const {
+    if (draw.nmcd.dwDrawStage == CDDS_PREPAINT)
+        return CDRF_NOTIFYITEMDRAW;
+    if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT || GetFocus() == list ||
+        static_cast<int>(draw.nmcd.dwItemSpec) != Selected())
+        return CDRF_DODEFAULT;
+    draw.nmcd.uItemState &= ~UINT{CDIS_SELECTED};
+    draw.clrTextBk = QuietSelection();
+    draw.clrText = GetSysColor(COLOR_WINDOWTEXT);
+    return CDRF_NEWFONT;
+}
+
+/// Typing letters in the list goes to the next row that begins with them.
+LRESULT ListView::FindRow(const NMLVFINDITEMW& wanted) const {
+    if ((wanted.lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) == 0 || wanted.lvfi.psz == nullptr)
+        return -1;
+    const std::wstring start = LowerCase(wanted.lvfi.psz);
+    const int count = ListView_GetItemCount(list);
+    for (int i = 0; i < count; ++i) {
+        const int row = (std::max(wanted.iStart, 0) + i) % count;
+        if (LowerCase(cell(row, 0)).compare(0, start.size(), start) == 0)
+            return row;
+    }
+    return -1;
+}
+
+} // namespace gallery

@@ -1,0 +1,72 @@
+#ifndef VTRUTILS_GALLERY_WIDGETS_LISTVIEW_H
+#define VTRUTILS_GALLERY_WIDGETS_LISTVIEW_H
+
+#include "gallery/widgets/Look.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace gallery {
+
+/// A list with columns that asks for a row's texts when it shows them, so its length costs nothing.
+/// One row is selected at a time. One thread at a time.
+class ListView {
+public:
+    using TextOfCell = std::function<std::wstring(int row, int column)>;
+
+    enum class Titles { shown, hidden };
+    enum class Align { left, right };
+
+    /// `nameKey` is the key of what screen readers say. False, with `GetLastError`, when it cannot
+    /// be made. Keys are not copied.
+    bool Create(HWND parent, const char* nameKey, int id, Titles titles, TextOfCell textOfCell);
+    HWND Handle() const { return list; }
+
+    void AddColumn(const char* titleKey, Align align = Align::left);
+    /// Columns with these titles, which are in no string file, in place of all others.
+    void SetColumns(const std::vector<std::wstring>& titles);
+    /// Sets name and titles in the language that is chosen now, and asks for the cells again.
+    void UpdateTexts();
+    void SetLook(const Look& look);
+    void SetColumnWidth(int column, int pixels);
+    /// What is left for the columns of a list of that width that has, or may get, a scroll bar.
+    static int RoomForColumns(int listWidth);
+
+    /// Shows that many rows, the first one selected without a notification.
+    void SetRows(int count);
+    void RedrawRows();
+
+    /// -1 for none.
+    int Selected() const;
+    /// Selects the row and scrolls to it; tells the parent when the selection changes. Nothing for
+    /// -1.
+    void Select(int row);
+
+    /// Answers the list's questions. True when `result` is the answer to its parent's WM_NOTIFY.
+    bool Notified(const NMHDR& header, LRESULT& result);
+
+    /// The key that the notification says was pressed in a list, or 0.
+    static WORD KeyPressed(const NMHDR& header);
+
+    /// True when the notification says that another row is selected.
+    static bool SelectionMoved(const NMHDR& header);
+    static bool DoubleClicked(const NMHDR& header);
+
+private:
+    void InsertColumn(int index, std::wstring title, Align align);
+    LRESULT Draw(NMLVCUSTOMDRAW& draw) const;
+    LRESULT FindRow(const NMLVFINDITEMW& wanted) const;
+
+    HWND list = nullptr;
+    vtr::ImageList rowHeight; ///< of empty images: rows are as high as these
+    const char* name = nullptr;
+    std::vector<const char*> columns; ///< the keys of their titles
+    bool quiet = false;
+    TextOfCell cell;
+    std::wstring shown; ///< the text handed out last
+};
+
+} // namespace gallery
+
+#endif

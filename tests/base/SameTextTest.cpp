@@ -1,0 +1,86 @@
+#include "utilities/base/SameText.h"
+
+#include "tests/support/CodePage.h"
+#include "tests/support/RandomText.h"
+
+#include <gtest/gtest.h>
+#include <vector>
+
+// Needs the macros of <mbctype.h>, which the support header has brought.
+#include <mbstring.h>
+
+namespace {
+
+int Sign(int order) {
+    return (order > 0) - (order < 0);
+}
+
+/// What the run-time says. It reads past a lead byte at the end of a text, so each text is followed
+/// by zeros.
+int RunTimeOrder(const std::string& a, const std::string& b) {
+    std::vector<unsigned char> left(a.begin(), a.end());
+    std::vector<unsigned char> right(b.begin(), b.end());
+    left.resize(left.size() + 4);
+    right.resize(right.size() + 4);
+    return Sign(_mbsicmp(left.data(), right.data()));
+}
+
+void ExpectSameAsRunTime(const std::string& a, const std::string& b) {
+    const int expected = RunTimeOrder(a, b);
+    ASSERT_EQ(Sign(vtr::CompareText(a.c_str(), b.c_str())), expected)
+        << testing::PrintToString(a) << " and " << testing::PrintToString(b);
+    ASSERT_EQ(vtr::SameText(a.c_str(), b.c_str()), expected == 0);
+    if (expected == 0) {
+        ASSERT_EQ(vtr::HashText(a.c_str()), vtr::HashText(b.c_str()));
+    }
+}
+
+std::string Byte(int c) {
+    return c == 0 ? std::string() : std::string(1, static_cast<char>(c));
+}
+
+struct Setting {
+    int codePage;
+    const char* locale;
+};
+
+class SameText : public testing::TestWithParam<Setting> {
+protected:
+    CodePage codePage{GetParam().codePage};
+    Locale locale{GetParam().locale};
+};
+
+} // namespace
+
+TEST_P(SameText, EveryPairOfBytes) {
+    for (int a = 0; a < 256; ++a) {
+        for (int b = 0; b < 256; ++b) {
+            ExpectSameAsRunTime(Byte(a), Byte(b));
+            ExpectSameAsRunTime("x" + Byte(a) + Byte(b), "X" + Byte(a) + Byte(b));
+            ExpectSameAsRunTime(Byte(a) + "a", Byte(b) + "A");
+            ExpectSameAsRunTime("a" + Byte(a) + "az", "A" + Byte(b) + "AZ");
+        }
+    }
+}
+
+TEST_P(SameText, RandomTexts) {
+    constexpr unsigned seed = 7;
+    std::mt19937 random(seed);
+    const std::string bytes = "aAbBzZ@[`{019 \x41\x82\x60\x81\xC4\xE4\xDF\xFF\x83\x5C\x7C";
+    for (int i = 0; i < 100'000; ++i) {
+        const std::string text = RandomText(random, 5, bytes);
+        ExpectSameAsRunTime(text, RandomText(random, 5, bytes));
+        ASSERT_FALSE(HasFatalFailure()) << "seed " << seed << ", round " << i;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(CodePages, SameText,
+                         testing::Values(Setting{1252, "C"}, Setting{1252, "German"},
+                                         Setting{932, "C"}, Setting{932, "Japanese"}));
+
+TEST(SameTextAlone, NullCountsAsEmpty) {
+    EXPECT_EQ(vtr::CompareText(nullptr, nullptr), 0);
+    EXPECT_EQ(vtr::CompareText(nullptr, ""), 0);
+    EXPECT_LT(vtr::CompareText(nullptr, "a"), 0);
+    EXPECT_GT(vtr::CompareText("a", nullptr), 0);
+}

@@ -1,0 +1,44 @@
+#include "gallery/app/ControlIds.h"
+#include "tests/gallery/GalleryProcess.h"
+#include "tests/support/TestFolder.h"
+#include "tests/support/TestKey.h"
+#include "utilities/containers/MRUList.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(RecentFilesPage, RemembersFilesAndOpensThemOnTheirPages) {
+    const TestFolder folder;
+    const TestKey key;
+    const std::string table = folder.Write("table.csv", "A,B\r\n1,2\r\n");
+    const std::string document = folder.Write("document.ini", "[One]\r\nkey = value\r\n");
+    // As an earlier run would have left it; two windows, one after the other, would contend for the
+    // keyboard.
+    char name[] = "Recent";
+    CMRUList earlier(name);
+    earlier.Init(HKEY_CURRENT_USER, key.SubKey());
+    earlier.AddFile(table.c_str(), /*length=*/10);
+
+    GalleryProcess gallery("\"" + document + "\"", key.SubKey());
+    gallery.WaitForDocument(L"document.ini");
+    gallery.ShowPage(ID_RECENT_FILES);
+    gallery.WaitForText(ID_RECENT_COUNTS, L"Files: 2, folders: 1");
+    gallery.PressForFocus(Alt('F'), ID_RECENT_FILES);
+    const std::wstring shown(table.begin(), table.end());
+    gallery.Press(VK_DOWN, ID_RECENT_MESSAGE, shown);
+    gallery.Press(VK_RETURN);
+    gallery.WaitForDocument(L"table.csv");
+    gallery.WaitForFocus(ID_TABLE_LIST);
+
+    gallery.PressForFocus(Ctrl(VK_TAB), ID_LANGUAGE_LIST);
+    gallery.PressForFocus(Ctrl(VK_TAB), ID_RECENT_FILES);
+    gallery.Press(VK_DELETE, ID_RECENT_MESSAGE, L"Removed from the list: " + shown);
+    EXPECT_EQ(document, key.Texts()["Recent.1"]);
+    EXPECT_EQ("", key.Texts()["Recent.2"]);
+    gallery.Press(Alt('C'), ID_RECENT_COUNTS, L"Files: 0, folders: 0");
+    EXPECT_EQ("", key.Texts()["Recent.1"]);
+    gallery.End();
+}
+
+} // namespace

@@ -1,0 +1,52 @@
+#include "gallery/app/ControlIds.h"
+#include "tests/gallery/GalleryProcess.h"
+#include "tests/support/TestFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+void Find(GalleryProcess& gallery, const std::wstring& name, const std::wstring& message) {
+    gallery.Fill(Ctrl('F'), ID_DOCUMENT_FIND_TEXT, name);
+    gallery.Press(VK_RETURN, ID_DOCUMENT_MESSAGE, message);
+}
+
+/// The last attribute or text of the element that is shown, which has more than one.
+void ExpectLastDetail(GalleryProcess& gallery, const std::wstring& value) {
+    gallery.Press(Alt('A'));
+    gallery.Press(VK_END, ID_DOCUMENT_MESSAGE, value);
+}
+
+TEST(XmlDocumentPage, FindsShowsAndDecodesByKeyboard) {
+    const TestFolder folder;
+    std::string many = "<wanted><inside a=\"1\" b=\"in the third group\"/></wanted>";
+    for (int i = 0; i < 2345; ++i)
+        many.insert(0, "<one/>");
+    std::string deep = "<bottom a=\"1\" b=\"at the bottom\"/>";
+    for (int i = 0; i < 300; ++i)
+        deep.insert(0, "<deep>");
+    const std::string file =
+        folder.Write("reply.xml", "<reply><title lang=\"en\">Ink &amp; Rope</title><title/><many>" +
+                                      many + "</many>" + deep);
+    GalleryProcess gallery("\"" + file + "\"");
+    gallery.WaitForDocument(L"reply.xml");
+    gallery.WaitForText(ID_DOCUMENT_COUNTS, L"Elements: 2652, attributes: 5, texts: 1,");
+    Find(gallery, L"TITLE", L"Match 1 of 2: \"title\", depth 1.");
+    ExpectLastDetail(gallery, L"Ink &amp; Rope");
+    gallery.Press(Alt('D'), ID_DOCUMENT_MESSAGE, L"Loaded again: references are decoded.");
+    ExpectLastDetail(gallery, L"Ink & Rope");
+    gallery.Press(VK_F3, ID_DOCUMENT_MESSAGE, L"Match 2 of 2");
+    gallery.Press(VK_F3, ID_DOCUMENT_MESSAGE, L"Match 1 of 2");
+
+    Find(gallery, L"wanted", L"Match 1 of 1: \"wanted\", depth 2.");
+    gallery.PressForFocus(Alt('E'), ID_XML_TREE);
+    gallery.Press(VK_RIGHT);
+    gallery.Press(VK_DOWN);
+    ExpectLastDetail(gallery, L"in the third group");
+    Find(gallery, L"bottom", L"depth 301, deeper than the tree shows.");
+    ExpectLastDetail(gallery, L"at the bottom");
+    Find(gallery, L"nothing", L"No element is named \"nothing\".");
+    gallery.End();
+}
+
+} // namespace

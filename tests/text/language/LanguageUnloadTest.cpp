@@ -1,0 +1,61 @@
+#include "utilities/text/language/LanguageStrings.h"
+
+#include "tests/support/TestFolder.h"
+
+#include <gtest/gtest.h>
+#include <malloc.h>
+#include <windows.h>
+
+namespace {
+
+/// Bytes in use in the heap of the run-time.
+std::size_t HeapUse() {
+    std::size_t used = 0;
+    PROCESS_HEAP_ENTRY entry{};
+    while (HeapWalk(reinterpret_cast<HANDLE>(_get_heap_handle()), &entry))
+        used += (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0 ? entry.cbData : 0;
+    return used;
+}
+
+} // namespace
+
+TEST(LanguageStrings, UnloadingFreesWhatLookUpsKept) {
+    const TestFolder folder;
+    // Copies have a state of their own: the libraries themselves stay loaded.
+    const std::string copy = folder.File("copy.dll");
+    const std::string sibling = folder.File("sibling.dll");
+    for (const auto& [name, path] : {std::pair("vtrutils.dll", copy), {"vtrfutls.dll", sibling}}) {
+        char library[MAX_PATH];
+        GetModuleFileNameA(GetModuleHandleA(name), library, sizeof library);
+        ASSERT_TRUE(CopyFileA(library, path.c_str(), /*bFailIfExists=*/TRUE));
+    }
+    std::string file = folder.Write("a.ini", "One = first text\nTwo = second text\n");
+    const auto visit = [&] {
+        const HMODULE module = LoadLibraryA(copy.c_str());
+        ASSERT_NE(module, nullptr);
+        const auto load = reinterpret_cast<decltype(&MyLoadString)>(
+            reinterpret_cast<void*>(GetProcAddress(module, "_Z12MyLoadStringPKcPciS1_b")));
+        const auto setFile = reinterpret_cast<decltype(&SetStringFile)>(
+            reinterpret_cast<void*>(GetProcAddress(module, "_Z13SetStringFilePc")));
+        char text[32];
+        setFile(file.data());
+        EXPECT_EQ(load("One", text, sizeof text, nullptr, true), 10);
+        EXPECT_EQ(load("Two", text, sizeof text, nullptr, true), 11);
+        FreeLibrary(module);
+    };
+    for (int i = 0; i < 10; ++i)
+        visit();
+    DWORD handles = 0, handlesAfter = 0;
+    GetProcessHandleCount(GetCurrentProcess(), &handles);
+    const std::size_t used = HeapUse();
+    EXPECT_GT(used, 10'000u) << "heaps are seen";
+    for (int i = 0; i < 1000; ++i) {
+        visit();
+        if (i % 10 == 0)
+            FreeLibrary(LoadLibraryA(sibling.c_str()));
+    }
+    const std::size_t usedAfter = HeapUse();
+    GetProcessHandleCount(GetCurrentProcess(), &handlesAfter);
+    EXPECT_EQ(handlesAfter, handles);
+    EXPECT_LT(usedAfter, used + 1000) << "less than a byte each time";
+}

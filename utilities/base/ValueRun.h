@@ -1,0 +1,72 @@
+#ifndef VTRUTILS_BASE_VALUERUN_H
+#define VTRUTILS_BASE_VALUERUN_H
+
+#include <cstdlib>
+#include <cstring>
+#include <type_traits>
+
+namespace vtr {
+
+/// A growing row of plain values, for work in progress; short ones need no allocation. Private to
+/// the library. One thread at a time.
+template <class T>
+class ValueRun {
+    static_assert(std::is_trivially_copyable_v<T>);
+
+public:
+    ValueRun() = default;
+    ValueRun(const ValueRun&) = delete;
+    ValueRun& operator=(const ValueRun&) = delete;
+    ~ValueRun() {
+        if (values != local)
+            std::free(values);
+    }
+
+    int Count() const { return count; }
+    T* begin() { return values; }
+    T* end() { return values + count; }
+    const T* begin() const { return values; }
+    const T* end() const { return values + count; }
+
+    /// Requires: 0 <= index < Count(). A reference is valid until the next `Append`.
+    T& operator[](int index) { return values[index]; }
+    const T& operator[](int index) const { return values[index]; }
+
+    /// False, with nothing changed, when memory runs out.
+    bool Append(const T& value) {
+        const T copy = value; // it may be one of these
+        if (count == capacity && !Grow())
+            return false;
+        values[count++] = copy;
+        return true;
+    }
+
+    /// Requires: 0 <= newCount <= Count().
+    void Truncate(int newCount) { count = newCount; }
+
+private:
+    static constexpr int localCapacity = 32;
+
+    bool Grow() {
+        if (capacity > 0x7FFFFFFF / 2)
+            return false;
+        const std::size_t size = static_cast<std::size_t>(capacity) * 2 * sizeof(T);
+        void* grown = std::realloc(values == local ? nullptr : values, size);
+        if (grown == nullptr)
+            return false;
+        if (values == local)
+            std::memcpy(grown, local, sizeof local);
+        values = static_cast<T*>(grown);
+        capacity *= 2;
+        return true;
+    }
+
+    T local[localCapacity];
+    T* values = local;
+    int count = 0;
+    int capacity = localCapacity;
+};
+
+} // namespace vtr
+
+#endif

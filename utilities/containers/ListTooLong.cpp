@@ -1,7 +1,0 @@
-#include "utilities/containers/ListTooLong.h"
-
-#include <stdexcept>
-
-void vtr::ThrowListTooLong() {
-    throw std::length_error("list too long");
-}

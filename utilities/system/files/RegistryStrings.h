@@ -1,0 +1,28 @@
+#ifndef VTRUTILS_SYSTEM_FILES_REGISTRYSTRINGS_H
+#define VTRUTILS_SYSTEM_FILES_REGISTRYSTRINGS_H
+
+#include "common/Handles.h"
+
+namespace vtr {
+
+/// The strings of one registry key, opened once for many of them. Private to the library. One
+/// thread at a time.
+class RegistryStrings {
+public:
+    /// False, with nothing open, for a null argument and a key that cannot be opened; writing makes
+    /// a key that is missing.
+    bool OpenForReading(HKEY root, const char* subKey);
+    bool OpenForWriting(HKEY root, const char* subKey);
+
+    /// Zeroes all of `out`; false when it stays so for want of a string that fits. Requires:
+    /// size > 0.
+    bool Read(const char* valueName, char* out, unsigned size) const;
+    bool Write(const char* valueName, const char* text) const;
+
+private:
+    RegistryKey key;
+};
+
+} // namespace vtr
+
+#endif

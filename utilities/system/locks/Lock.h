@@ -1,0 +1,54 @@
+#ifndef VTRUTILS_SYSTEM_LOCKS_LOCK_H
+#define VTRUTILS_SYSTEM_LOCKS_LOCK_H
+
+#include "utilities/Export.h"
+
+#include <windows.h>
+
+/// A critical section: one thread at a time, which may lock again as often as it unlocks again.
+/// Thread-safety: locked by itself.
+class VTRUTILS_API CLock {
+public:
+    CLock() noexcept;
+    CLock(const CLock&) = delete;
+    /// Copies the state, so that a lock held by a thread is held by it in the copy too; what
+    /// Windows made for each section stays its own. Requires: no other thread is at either lock.
+    CLock& operator=(const CLock& other) noexcept;
+    /// Requires: nobody holds the lock or waits for it.
+    ~CLock();
+
+    void Lock() noexcept { EnterCriticalSection(&section); }
+
+    /// Requires: the calling thread holds the lock.
+    void Unlock() noexcept { LeaveCriticalSection(&section); }
+
+    /// Not 0 when the calling thread holds the lock afterwards. Where Windows has no
+    /// `TryEnterCriticalSection` it waits for the lock and returns 1.
+    int TryToLock() noexcept;
+
+private:
+    friend struct vtr::Layout<CLock>;
+
+    CRITICAL_SECTION section;
+};
+
+/// Holds a critical section to the end of the scope; null is allowed and holds nothing.
+/// Thread-safety: one thread at a time.
+class VTRUTILS_API CSmartLock {
+public:
+    explicit CSmartLock(CRITICAL_SECTION* toEnter) noexcept : section(toEnter) {
+        if (section != nullptr)
+            EnterCriticalSection(section);
+    }
+    CSmartLock(const CSmartLock&) = delete;
+    CSmartLock& operator=(const CSmartLock&) = delete;
+    ~CSmartLock() {
+        if (section != nullptr)
+            LeaveCriticalSection(section);
+    }
+
+private:
+    CRITICAL_SECTION* section;
+};
+
+#endif

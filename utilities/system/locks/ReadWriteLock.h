@@ -1,0 +1,48 @@
+#ifndef VTRUTILS_SYSTEM_LOCKS_READWRITELOCK_H
+#define VTRUTILS_SYSTEM_LOCKS_READWRITELOCK_H
+
+#include "common/Owner.h"
+#include "utilities/Export.h"
+
+#include <atomic>
+#include <windows.h>
+
+/// Many readers or one writer. A writer that waits keeps new readers out until it has finished. A
+/// thread may write as often as it unlocks again, and read while it writes. A thread that reads
+/// must not ask to write and, where another may be waiting to write, not to read again: it would
+/// wait for itself.
+/// Thread-safety: locked by itself.
+class VTRUTILS_API CReadWriteLock {
+public:
+    CReadWriteLock() noexcept;
+    CReadWriteLock(const CReadWriteLock&) = delete;
+    /// Copies the state: who holds the lock and how many read. What Windows made for each lock
+    /// stays its own. Requires: no other thread is at either lock.
+    CReadWriteLock& operator=(const CReadWriteLock& other) noexcept;
+    /// Requires: nobody holds the lock or waits for it.
+    ~CReadWriteLock();
+
+    void ReadLock() noexcept;
+    /// Requires: a `ReadLock` of this thread's that was not yet unlocked.
+    void ReadUnlock() noexcept;
+
+    void WriteLock() noexcept;
+    /// Requires: a `WriteLock` of this thread's that was not yet unlocked.
+    void WriteUnlock() noexcept;
+
+private:
+    friend struct vtr::Layout<CReadWriteLock>;
+
+    void WaitForReaders() noexcept;
+
+    CRITICAL_SECTION readerGuard; ///< held while the event is set or reset
+    CRITICAL_SECTION writerGate;  ///< held by the writer, passed by each reader
+    vtr::KernelHandle noReaders;
+    std::atomic<int> readers;
+
+    /// The event costs a call into the system, so that it is used only when a writer must wait:
+    /// then this is set, and the last reader signals.
+    std::atomic<bool> writerWaits;
+};
+
+#endif

@@ -1,0 +1,81 @@
+#include "utilities/system/locks/SlipLock.h"
+
+#include <cstddef>
+#include <windows.h>
+
+#pragma GCC diagnostic ignored "-Winvalid-offsetof" // asserted on, which is safe
+
+template <>
+struct vtr::Layout<CSlipLock> {
+    static_assert(offsetof(CSlipLock, lockEvent) == 0);
+    static_assert(offsetof(CSlipLock, guardEvent) == 8);
+    static_assert(offsetof(CSlipLock, owner) == 16);
+    static_assert(offsetof(CSlipLock, recursion) == 20);
+};
+
+namespace {
+
+HANDLE CreateSignalled() {
+    return CreateEventA(/*lpEventAttributes=*/nullptr, /*bManualReset=*/FALSE,
+                        /*bInitialState=*/TRUE, /*lpName=*/nullptr);
+}
+
+bool Take(std::atomic<unsigned long>& owner, unsigned long self) {
+    unsigned long nobody = 0;
+    return owner.compare_exchange_strong(nobody, self);
+}
+
+} // namespace
+
+CSlipLock::CSlipLock() noexcept
+    : lockEvent(CreateSignalled()), guardEvent(CreateSignalled()), owner(0), recursion(0),
+      waiting(0) {}
+
+CSlipLock::~CSlipLock() = default;
+
+void CSlipLock::Lock() noexcept {
+    LockWithTimeout(INFINITE);
+}
+
+bool CSlipLock::LockWithTimeout(unsigned long milliseconds) noexcept {
+    const unsigned long self = GetCurrentThreadId();
+    // Only this thread can have written its own number.
+    if (owner.load(std::memory_order_relaxed) == self) {
+        ++recursion;
+        return true;
+    }
+    if (!Take(owner, self) && (milliseconds == 0 || !Wait(self, milliseconds)))
+        return false;
+    recursion = 1;
+    return true;
+}
+
+/// A thread counts as waiting before it tries to take the lock, and `Unlock` frees the lock before
+/// it looks for waiting threads: one of the two sees the other. Who gives up does so after a failed
+/// try, that is, while another holds the lock, whose `Unlock` wakes the next.
+bool CSlipLock::Wait(unsigned long self, unsigned long milliseconds) noexcept {
+    const ULONGLONG start = GetTickCount64();
+    ++waiting;
+    bool taken = Take(owner, self);
+    for (ULONGLONG gone = 0; !taken && (milliseconds == INFINITE || gone < milliseconds);) {
+        const DWORD left =
+            milliseconds == INFINITE ? INFINITE : static_cast<DWORD>(milliseconds - gone);
+        // Without an event, for which there was no memory, the waiting is done by looking.
+        if (WaitForSingleObject(lockEvent.Get(), left) == WAIT_FAILED)
+            Sleep(1);
+        taken = Take(owner, self);
+        gone = GetTickCount64() - start;
+    }
+    --waiting;
+    return taken;
+}
+
+void CSlipLock::Unlock() noexcept {
+    if (owner.load(std::memory_order_relaxed) != GetCurrentThreadId())
+        return;
+    if (--recursion > 0)
+        return;
+    owner = 0;
+    if (waiting > 0)
+        SetEvent(lockEvent.Get());
+}

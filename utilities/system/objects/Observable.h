@@ -1,0 +1,82 @@
+#ifndef VTRUTILS_SYSTEM_OBJECTS_OBSERVABLE_H
+#define VTRUTILS_SYSTEM_OBJECTS_OBSERVABLE_H
+
+#include "utilities/Export.h"
+#include "utilities/containers/MyArrayList.h"
+#include "utilities/containers/MyList.h"
+
+#include <windows.h>
+
+class Observable;
+
+/// What a host implements to be told of what a subject does.
+/// Thread-safety: one thread at a time; the subject's lock is held during each call.
+class Observer {
+public:
+    virtual void OnNotify(int code, void* data, Observable* source) = 0;
+
+    /// Calls `RegisterObservations` of the subject with the codes that it wants.
+    virtual void Attach(Observable* subject) = 0;
+
+protected:
+    Observer() = default;
+    Observer(const Observer&) = default;
+    Observer& operator=(const Observer&) = default;
+    /// The subject never deletes its observers.
+    ~Observer() = default;
+};
+
+/// Delivers notifications, each a code and a pointer, to the observers registered for the code.
+///
+/// From within `OnNotify` an observer may add and remove observers, itself included, and notify,
+/// which is delivered at once. It must not destroy the subject.
+/// Thread-safety: locked by itself. Observers are called with the lock held, on the thread that
+/// notifies.
+class VTRUTILS_API Observable {
+public:
+    Observable() noexcept;
+    Observable(const Observable&) = delete;
+    Observable& operator=(const Observable&) = delete;
+    /// Requires: no delivery is under way.
+    virtual ~Observable();
+
+    /// Calls the observer's `Attach`; for one whose removal waits for the end of a delivery, takes
+    /// the removal back instead. Nothing for null.
+    void AddObserver(Observer* observer);
+
+    /// Codes of type `int`, ended by -1; other negative ones are left out. Registering a code again
+    /// changes nothing. When memory runs out, the code is not registered. To be called from
+    /// `Attach`, while the lock is held.
+    void RegisterObservations(Observer* observer, ...);
+
+    /// From within a delivery: the observer gets nothing more and is taken out at the end of it.
+    void RemoveObserver(Observer* observer);
+
+    /// From within a delivery: ends it.
+    void RemoveAllObservers();
+
+    /// Calls, in the order in which they registered, those observers of the code that were there at
+    /// the start and have not been removed when their turn comes.
+    void SendNotification(int code, void* data);
+
+private:
+    friend struct vtr::Layout<Observable>;
+    class Delivery;
+
+    CMyArrayList* ListOf(int code);
+    CMyArrayList* MakeListOf(int code);
+    void TakeOut(Observer* observer);
+    void Blank(const Observer* observer);
+    void FreeRemovedObservers();
+
+    int alive; ///< 1 until destruction
+    CMyArrayList codes;
+    CMyList removedDuringDelivery;
+    CRITICAL_SECTION section;
+    int deliveryDepth;
+
+    /// How often all lists were deleted: a delivery that finds it changed has lost its list.
+    unsigned int clearings;
+};
+
+#endif

@@ -1,0 +1,275 @@
+#include "utilities/text/ini/IniFileReader.h"
+
+#include "utilities/base/MergeSort.h"
+#include "utilities/base/MultibyteText.h"
+#include "utilities/base/OwnedText.h"
+#include "utilities/base/ReplacingFile.h"
+#include "utilities/base/SameText.h"
+#include "utilities/base/TextFile.h"
+#include "utilities/text/ini/IniParser.h"
+#include "vtrfutls/Log.h"
+
+#include <climits>
+#include <cstring>
+#include <memory>
+#include <windows.h>
+
+using vtr::IsEmptyText;
+
+CIniFileReader::CIniFileReader() noexcept
+    : fileName(nullptr), lastSectionIndex(-1), keepSorted(false), initialized(false),
+      outOfMemory(false), sectionNames(nullptr), revision(0), stepsLeft(0) {}
+
+CIniFileReader::~CIniFileReader() {
+    Reset();
+    SetFileName(nullptr);
+}
+
+bool CIniFileReader::Init(const char* path, bool sort) noexcept {
+    Reset();
+    vtr::FileBytes file;
+    if (IsEmptyText(path) || !SetFileName(path) || !file.Read(path) || file.Size() == 0)
+        return false;
+    initialized = InitFromBuffer(file.Data(), file.Size(), sort) && ProcessInheritance();
+    return initialized;
+}
+
+bool CIniFileReader::InitFromBuffer(const unsigned char* data, unsigned int length,
+                                    bool sort) noexcept {
+    Reset();
+    if (data == nullptr || length > INT_MAX)
+        return false;
+    const vtr::SingleByteText text(data, length);
+    if (!text.Good() || !vtr::IniParser(*this, text.Text(), text.Length()).Run())
+        return false;
+    if (sort)
+        Sort();
+    return true;
+}
+
+bool CIniFileReader::SetFileName(const char* path) noexcept {
+    CopyStringA(&fileName, path);
+    return fileName != nullptr || IsEmptyText(path);
+}
+
+bool CIniFileReader::GetString(const char* section, const char* key, const char* defaultValue,
+                               char* buffer, unsigned int bufferSize) const noexcept {
+    if (key == nullptr || buffer == nullptr || bufferSize == 0)
+        return false;
+    const CIniSection* found = FindSectionNear(section);
+    if (found != nullptr) {
+        found->GetString(key, defaultValue, buffer, bufferSize);
+        return true;
+    }
+    CIniSection().GetString(key, defaultValue, buffer, bufferSize);
+    return false;
+}
+
+bool CIniFileReader::KeyExists(const char* section, const char* key) const noexcept {
+    static constexpr char missing[] = "NOPE_NO_KEY";
+    char value[256];
+    return GetString(section, key, missing, value, sizeof value) && value[0] != '\0' &&
+           std::strcmp(value, missing) != 0;
+}
+
+bool CIniFileReader::SectionExists(const char* name) const noexcept {
+    return FindSection(name, nullptr) != nullptr;
+}
+
+CIniSection* CIniFileReader::GetSection(const char* name) noexcept {
+    return FindSection(name, nullptr);
+}
+
+CIniSection* CIniFileReader::GetSection(int index) noexcept {
+    return index < 0 ? nullptr : sections.At(static_cast<unsigned>(index));
+}
+
+const char* CIniFileReader::SectionName(unsigned int index) const noexcept {
+    const CIniSection* section = sections.At(index);
+    return section != nullptr ? section->Name() : nullptr;
+}
+
+int CIniFileReader::GetNumValues(int sectionIndex) const noexcept {
+    const CIniSection* section =
+        sectionIndex < 0 ? nullptr : sections.At(static_cast<unsigned>(sectionIndex));
+    return section != nullptr ? static_cast<int>(section->NumValues()) : 0;
+}
+
+const CIniValue* CIniFileReader::GetValue(int sectionIndex, int valueIndex) const noexcept {
+    if (sectionIndex < 0 || valueIndex < 0)
+        return nullptr;
+    const CIniSection* section = sections.At(static_cast<unsigned>(sectionIndex));
+    return section != nullptr ? section->GetValue(static_cast<unsigned>(valueIndex)) : nullptr;
+}
+
+bool CIniFileReader::SetValue(int sectionIndex, int valueIndex, const char* value) noexcept {
+    CIniSection* section = GetSection(sectionIndex);
+    return section != nullptr && section->SetValue(valueIndex, value);
+}
+
+bool CIniFileReader::SetValue(const char* section, const char* key, const char* value) noexcept {
+    if (IsEmptyText(section) || IsEmptyText(key)) {
+        Log("CIniFileReader::SetValue: departing, NULL input");
+        return false;
+    }
+    const int index = FindFirst(section);
+    CIniSection* target = index >= 0 ? GetSection(index) : AddSection(section);
+    if (target == nullptr)
+        return false;
+    if (index < 0 && keepSorted)
+        Sort();
+    const bool set = target->SetValue(key, value);
+    if (keepSorted)
+        target->Sort();
+    return set;
+}
+
+void CIniFileReader::Sort() noexcept {
+    const DWORD start = GetTickCount();
+    const auto less = [](const CIniSection* a, const CIniSection* b) {
+        return vtr::CompareText(a->Name(), b->Name()) < 0;
+    };
+    const bool inOrder = vtr::MergeSort(sections.Data(), sections.Count(), less);
+    LogFmtA("CIniFileReader::Sort: sorting %u section names took %u ms", sections.Count(),
+            static_cast<unsigned>(GetTickCount() - start));
+    for (CIniSection* section : sections)
+        section->Sort();
+    keepSorted = inOrder;
+    LogFmtA("CIniFileReader::Sort: sorting %u sections + section names took %u ms",
+            sections.Count(), static_cast<unsigned>(GetTickCount() - start));
+}
+
+bool CIniFileReader::Save() noexcept {
+    if (fileName == nullptr)
+        return false;
+    if (keepSorted)
+        Sort();
+    vtr::ReplacingFile file(fileName);
+    if (!file.Open())
+        return false;
+    static constexpr char separator[] = "\r\n\r\n";
+    for (const CIniSection* section : sections) {
+        const bool named = section->Name()[0] != '\0';
+        if ((named && !section->Save(file.Stream())) ||
+            std::fwrite(separator, 1, sizeof separator - 1, file.Stream()) != sizeof separator - 1)
+            return false;
+    }
+    return file.Commit();
+}
+
+void CIniFileReader::Reset() noexcept {
+    sections.Clear([](CIniSection* section) { delete section; });
+    lastSectionIndex = -1;
+    initialized = false;
+    outOfMemory = false;
+}
+
+void CIniFileReader::ClearValues() noexcept {
+    Reset();
+}
+
+CIniSection* CIniFileReader::FindSection(const char* sectionName, int* indexOut) const noexcept {
+    if (IsEmptyText(sectionName))
+        return nullptr;
+    int index = -1;
+    if (!keepSorted) {
+        index = FindFirst(sectionName);
+    } else {
+        unsigned low = 0;
+        unsigned high = sections.Count();
+        while (low < high && index < 0) {
+            const unsigned middle = low + (high - low) / 2;
+            const int order = vtr::CompareText(sections[middle]->Name(), sectionName);
+            if (order == 0)
+                index = static_cast<int>(middle);
+            else if (order < 0)
+                low = middle + 1;
+            else
+                high = middle;
+        }
+    }
+    if (index < 0)
+        return nullptr;
+    if (indexOut != nullptr)
+        *indexOut = index;
+    return sections[static_cast<unsigned>(index)];
+}
+
+/// Documents are mostly read in order: the section read last and the one behind it are tried before
+/// any search.
+CIniSection* CIniFileReader::FindSectionNear(const char* sectionName) const noexcept {
+    CIniSection* last =
+        lastSectionIndex < 0 ? nullptr : sections.At(static_cast<unsigned>(lastSectionIndex));
+    if (last != nullptr) {
+        if (vtr::SameText(sectionName, last->Name()))
+            return last;
+        CIniSection* next = sections.At(static_cast<unsigned>(lastSectionIndex) + 1);
+        if (sectionName != nullptr && next != nullptr && vtr::SameText(sectionName, next->Name())) {
+            ++lastSectionIndex;
+            return next;
+        }
+    }
+    return FindSection(sectionName, &lastSectionIndex);
+}
+
+/// The index of the first section of that name, or -1.
+int CIniFileReader::FindFirst(const char* sectionName) const noexcept {
+    for (unsigned i = 0; i < sections.Count(); ++i) {
+        if (vtr::SameText(sections[i]->Name(), sectionName))
+            return static_cast<int>(i);
+    }
+    return -1;
+}
+
+CIniSection* CIniFileReader::AddSection(const char* sectionName) noexcept {
+    std::unique_ptr<CIniSection> section(new (std::nothrow) CIniSection(sectionName));
+    if (section == nullptr || !sections.Append(section.get()))
+        return nullptr;
+    return section.release();
+}
+
+void CIniFileReader::ScanForParents(const char* text, int position, int length,
+                                    CIniSection* section) noexcept {
+    enum class State { waiting, armed, inName };
+    State state = State::waiting;
+    char name[512];
+    std::size_t nameLength = 0;
+    const vtr::CharacterSteps steps;
+    const char* end = text + length;
+    for (const char* p = text + position; p < end && *p != '\r' && *p != '\n';) {
+        const std::size_t bytes = steps.Length(p, static_cast<std::size_t>(end - p));
+        if (state == State::waiting) {
+            if (*p == ':')
+                state = State::armed;
+        } else if (state == State::armed) {
+            if (*p == '[') {
+                state = State::inName;
+                nameLength = 0;
+            }
+        } else if (*p == ']') {
+            name[nameLength] = '\0';
+            RemoveTrailingSpacesA(name, /*alsoLineBreaks=*/false);
+            const int parents = section->NumParents();
+            section->AddParent(name);
+            outOfMemory = outOfMemory || (name[0] != '\0' && section->NumParents() == parents);
+            state = State::waiting;
+        } else if ((*p != ' ' || nameLength > 0) && nameLength + bytes < sizeof name) {
+            std::memcpy(name + nameLength, p, bytes);
+            nameLength += bytes;
+        }
+        p += bytes;
+    }
+}
+
+bool CIniFileReader::CheckForClosingQuote(const char* text, unsigned long position,
+                                          unsigned long length, int& innerQuotes) const noexcept {
+    bool quoteIsLast = false;
+    for (unsigned long i = position; i < length && text[i] != '\r' && text[i] != '\n'; ++i) {
+        if (text[i] == ' ' || text[i] == '\t')
+            continue;
+        if (quoteIsLast)
+            ++innerQuotes;
+        quoteIsLast = text[i] == '"';
+    }
+    return quoteIsLast;
+}

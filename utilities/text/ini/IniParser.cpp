@@ -1,0 +1,201 @@
+#include "utilities/text/ini/IniParser.h"
+
+#include <cstring>
+
+namespace vtr {
+
+namespace {
+
+/// Keys and values this long are refused, trimmed or not.
+constexpr unsigned longestText = 8191;
+
+bool IsBlank(char c) {
+    return c == ' ' || c == '\t';
+}
+
+/// Stored texts end at a zero byte.
+const char* EndAtZero(const char* begin, const char* end) {
+    const void* zero = std::memchr(begin, 0, static_cast<std::size_t>(end - begin));
+    return zero != nullptr ? static_cast<const char*>(zero) : end;
+}
+
+} // namespace
+
+IniParser::IniParser(CIniFileReader& target, const char* source, unsigned size)
+    : document(target), text(source), length(size), at(0), unnamed(nullptr),
+      current(nullptr), pendingKey{source, source}, quoted(false), innerQuotes(0) {}
+
+bool IniParser::Run() {
+    unnamed = document.AddSection("");
+    State state = unnamed != nullptr ? State::lineStart : State::failed;
+    while (state != State::done && state != State::failed) {
+        switch (state) {
+        case State::lineStart:
+            state = LineStart();
+            break;
+        case State::skipLine:
+            state = SkipLine();
+            break;
+        case State::header:
+            state = Header();
+            break;
+        case State::key:
+            state = Key();
+            break;
+        case State::valueStart:
+            state = ValueStart();
+            break;
+        case State::value:
+            state = Value();
+            break;
+        case State::done:
+        case State::failed:
+            break;
+        }
+    }
+    RemoveEmptySections();
+    return state == State::done;
+}
+
+IniParser::State IniParser::LineStart() {
+    SkipBlanks();
+    if (AtEnd())
+        return State::done;
+    if (text[at] == ';')
+        return State::skipLine;
+    if (text[at] != '[')
+        return State::key;
+    ++at;
+    return State::header;
+}
+
+IniParser::State IniParser::SkipLine() {
+    while (!AtEnd() && !AtLineEnd())
+        ++at;
+    while (!AtEnd() && AtLineEnd())
+        ++at;
+    return AtEnd() ? State::done : State::lineStart;
+}
+
+/// Line ends are characters of the name like any other: a header that is not closed takes the lines
+/// up to the next "]".
+IniParser::State IniParser::Header() {
+    char name[CIniSection::nameSize] = "";
+    unsigned nameLength = 0;
+    while (!AtEnd() && text[at] != ']') {
+        for (std::size_t bytes = steps.Length(text + at, length - at); bytes > 0; --bytes, ++at) {
+            if (nameLength < sizeof name - 1 && text[at] != '\0')
+                name[nameLength++] = text[at];
+        }
+    }
+    if (AtEnd())
+        return State::done;
+    ++at;
+    if (nameLength == 0) {
+        current = nullptr;
+        return State::skipLine;
+    }
+    current = SectionForHeader();
+    if (current == nullptr)
+        return State::failed;
+    current->SetName(name);
+    document.ScanForParents(text, static_cast<int>(at), static_cast<int>(length), current);
+    return document.outOfMemory ? State::failed : State::skipLine;
+}
+
+IniParser::State IniParser::Key() {
+    const unsigned start = at;
+    while (!AtEnd() && text[at] != '=' && !AtLineEnd()) {
+        ++at;
+        if (IsTooLong(start))
+            return State::failed;
+    }
+    if (AtEnd())
+        return State::done;
+    if (AtLineEnd())
+        return State::skipLine;
+    pendingKey = {text + start, EndAtZero(text + start, text + at)};
+    while (pendingKey.Length() > 0 && IsBlank(pendingKey.end[-1]))
+        --pendingKey.end;
+    ++at;
+    return State::valueStart;
+}
+
+IniParser::State IniParser::ValueStart() {
+    SkipBlanks();
+    if (AtEnd() || AtLineEnd()) {
+        const State next = AtEnd() ? State::done : State::skipLine;
+        if (pendingKey.Length() == 0)
+            return next;
+        return StorePair({text, text}) == State::failed ? State::failed : next;
+    }
+    innerQuotes = 0;
+    quoted = text[at] == '"' && document.CheckForClosingQuote(text, at + 1, length, innerQuotes);
+    if (quoted)
+        ++at;
+    return State::value;
+}
+
+/// A ";" ends every value, quoted or not, so no value can hold one.
+IniParser::State IniParser::Value() {
+    const unsigned start = at;
+    for (; !AtEnd() && !AtLineEnd() && text[at] != ';'; ++at) {
+        if (IsTooLong(start))
+            return State::failed;
+        if (quoted && text[at] == '"' && innerQuotes-- == 0)
+            break;
+    }
+    if (pendingKey.Length() == 0 || IsTooLong(start))
+        return State::failed;
+    Slice value{text + start, EndAtZero(text + start, text + at)};
+    while (!quoted && value.Length() > 0 && value.end[-1] == ' ')
+        --value.end;
+    return StorePair(value);
+}
+
+void IniParser::SkipBlanks() {
+    while (!AtEnd() && IsBlank(text[at]))
+        ++at;
+}
+
+bool IniParser::IsTooLong(unsigned start) const {
+    return at - start >= longestText;
+}
+
+CIniSection* IniParser::SectionForHeader() {
+    CIniSection* last = document.sections[document.sections.Count() - 1];
+    if (last == unnamed || last->NumValues() > 0)
+        return document.AddSection("");
+    last->RemoveParents();
+    return last;
+}
+
+IniParser::State IniParser::StorePair(Slice value) {
+    const std::size_t keySize = pendingKey.Length() + 1;
+    const std::size_t valueSize = value.Length() > 0 ? value.Length() + 1 : 0;
+    CIniValue* pair = CIniValue::CreateWithRoom(keySize + valueSize);
+    if (pair == nullptr)
+        return State::failed;
+    pair->key = pair->Room();
+    for (std::size_t i = 0; i < pendingKey.Length(); ++i)
+        pair->key[i] = pendingKey.begin[i] == '\t' ? ' ' : pendingKey.begin[i];
+    pair->key[keySize - 1] = '\0';
+    if (valueSize > 0) {
+        pair->value = pair->Room() + keySize;
+        std::memcpy(pair->value, value.begin, value.Length());
+        pair->value[valueSize - 1] = '\0';
+    }
+    CIniSection* section = current != nullptr ? current : unnamed;
+    if (!section->AddValue(pair)) {
+        delete pair;
+        return State::failed;
+    }
+    return State::skipLine;
+}
+
+void IniParser::RemoveEmptySections() {
+    document.sections.RemoveIf([](const CIniSection* section) { return section->NumValues() == 0; },
+                               [](CIniSection* section) { delete section; });
+}
+
+} // namespace vtr

@@ -1,0 +1,75 @@
+#include "utilities/text/ini/IniValue.h"
+
+#include "utilities/text/strings/StringFunctions.h"
+
+#include <cstdlib>
+#include <functional>
+
+CIniValue::CIniValue() noexcept : key(nullptr), value(nullptr), roomSize(0) {}
+
+CIniValue::CIniValue(const char* newKey, const char* newValue) noexcept : CIniValue() {
+    SetKey(newKey);
+    SetValue(newValue);
+}
+
+CIniValue::CIniValue(const CIniValue& other) noexcept : CIniValue(other.key, other.value) {}
+
+CIniValue& CIniValue::operator=(const CIniValue& other) noexcept {
+    if (this != &other) {
+        SetKey(other.key);
+        SetValue(other.value);
+    }
+    return *this;
+}
+
+CIniValue::~CIniValue() {
+    SetKey(nullptr);
+    SetValue(nullptr);
+}
+
+void CIniValue::SetKey(const char* newKey) noexcept {
+    Assign(key, newKey);
+}
+
+void CIniValue::SetValue(const char* newValue) noexcept {
+    Assign(value, newValue);
+}
+
+/// A text behind the object goes with the object; only later texts are blocks of their own.
+void CIniValue::Assign(char*& field, const char* text) noexcept {
+    const std::less<const char*> before;
+    const bool inRoom =
+        field != nullptr && !before(field, Room()) && before(field, Room() + roomSize);
+    if (!inRoom) {
+        CopyStringA(&field, text);
+    } else if (text != field) {
+        char* copy = nullptr;
+        CopyStringA(&copy, text);
+        field = copy;
+    }
+}
+
+CIniValue* CIniValue::CreateWithRoom(std::size_t size) noexcept {
+    void* block = std::malloc(sizeof(CIniValue) + size);
+    if (block == nullptr)
+        return nullptr;
+    CIniValue* pair = new (block) CIniValue;
+    pair->roomSize = size;
+    return pair;
+}
+
+void* CIniValue::operator new(std::size_t size) noexcept {
+    return std::malloc(size);
+}
+
+void* CIniValue::operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    return std::malloc(size);
+}
+
+void CIniValue::operator delete(void* block) noexcept {
+    std::free(block);
+}
+
+void CIniValue::operator delete(void* block, const std::nothrow_t&) noexcept {
+    std::free(block);
+}

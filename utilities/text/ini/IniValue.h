@@ -1,0 +1,53 @@
+#ifndef VTRUTILS_TEXT_INI_INIVALUE_H
+#define VTRUTILS_TEXT_INI_INIVALUE_H
+
+#include "utilities/Export.h"
+
+#include <cstddef>
+#include <new>
+
+namespace vtr {
+class IniParser;
+}
+
+/// One pair of an INI document. Owns copies of both texts; an empty text is always stored as null.
+/// Thread-safety: one thread at a time.
+class VTRUTILS_API CIniValue {
+public:
+    CIniValue() noexcept;
+    /// The texts are null when memory runs out.
+    CIniValue(const char* newKey, const char* newValue) noexcept;
+    CIniValue(const CIniValue& other) noexcept;
+    CIniValue& operator=(const CIniValue& other) noexcept;
+    ~CIniValue();
+
+    /// Null when unset or empty; valid until the text is set again or the pair goes.
+    const char* Key() const noexcept { return key; }
+    const char* Value() const noexcept { return value; }
+
+    /// Null or "" leaves null, and so does a lack of memory. The new text may be the present one or
+    /// a part of it.
+    void SetKey(const char* newKey) noexcept;
+    void SetValue(const char* newValue) noexcept;
+
+    /// Pairs that the parser makes are one block with their texts; every pair is freed by `delete`.
+    /// Null when memory runs out.
+    static void* operator new(std::size_t size) noexcept;
+    static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;
+    static void* operator new(std::size_t, void* place) noexcept { return place; }
+    static void operator delete(void* block) noexcept;
+    static void operator delete(void* block, const std::nothrow_t&) noexcept;
+    static void operator delete(void*, void*) noexcept {}
+
+private:
+    friend class vtr::IniParser;
+    static CIniValue* CreateWithRoom(std::size_t size) noexcept;
+    char* Room() noexcept { return reinterpret_cast<char*>(this + 1); }
+    void Assign(char*& field, const char* text) noexcept;
+
+    char* key;
+    char* value;
+    std::size_t roomSize; ///< bytes right behind the object that hold texts of the parser's
+};
+
+#endif

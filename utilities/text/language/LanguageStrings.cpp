@@ -1,0 +1,208 @@
+#include "utilities/text/language/LanguageStrings.h"
+
+#include "utilities/base/MultibyteText.h"
+#include "utilities/base/OwnedText.h"
+#include "utilities/base/StoreCut.h"
+#include "utilities/system/files/PathText.h"
+#include "utilities/system/locks/Lock.h"
+#include "utilities/text/language/LanguageState.h"
+#include "utilities/text/language/StringFile.h"
+#include "utilities/text/language/TextEscapes.h"
+#include "vtrfutls/FileNames.h"
+
+#include <cstdio>
+#include <cstring>
+#include <new>
+
+using vtr::IsEmptyText;
+
+namespace {
+
+constexpr std::size_t numberSize = 64;
+
+/// The second file for a key that `file`, or the current string file when that is null, lacks.
+void FindBackup(const char* file, char (&path)[2 * MAX_PATH]) {
+    const char* backup = vtr::Language().backupStringFile;
+    if (file == nullptr || backup[0] == '\0') {
+        vtr::StoreWhole(backup, path);
+        return;
+    }
+    char folder[MAX_PATH];
+    char name[MAX_PATH];
+    ExtractDirectory(backup, folder, sizeof folder);
+    ExtractFileName(file, name, sizeof name);
+    std::snprintf(path, sizeof path, "%s%s", folder, name);
+}
+
+/// False when the key has no text; null stands for the current string file.
+bool ReadText(const char* key, const char* file, char* buffer, std::size_t size) {
+    vtr::StringFile strings;
+    if (!strings.Open(file != nullptr ? file : vtr::Language().stringFile))
+        return false;
+    const char* text = strings.Find(key);
+    if (text == nullptr) {
+        char backup[2 * MAX_PATH] = "";
+        FindBackup(file, backup);
+        if (backup[0] != '\0' && strings.Open(backup))
+            text = strings.Find(key);
+    }
+    if (text != nullptr)
+        vtr::StoreCut(text, buffer, size);
+    return text != nullptr;
+}
+
+const char* FindKept(const char* key) {
+    vtr::StringCache* cache = vtr::Language().stringCache;
+    return cache != nullptr ? cache->Find(key) : nullptr;
+}
+
+void Keep(const char* key, const char* text) {
+    vtr::StringCache*& cache = vtr::Language().stringCache;
+    if (cache == nullptr)
+        cache = new (std::nothrow) vtr::StringCache;
+    if (cache != nullptr)
+        cache->Add(key, text);
+}
+
+void RemoveQuotes(char* text) {
+    const std::size_t length = std::strlen(text);
+    if (length > 2 && text[0] == '"' && text[length - 1] == '"')
+        TrimChar('"', text, text, /*maxCount=*/1);
+}
+
+void StoreFolder(const char* folder, char (&target)[MAX_PATH]) {
+    char path[MAX_PATH + 1];
+    if (!vtr::StoreWhole(folder, path))
+        return;
+    const std::size_t length = std::strlen(path);
+    if (length < MAX_PATH && !vtr::EndsWithBackslash(path)) {
+        path[length] = '\\';
+        path[length + 1] = '\0';
+    }
+    vtr::StoreWhole(path, target);
+}
+
+} // namespace
+
+int MyLoadString(const char* key, char* buffer, int bufferSize, char* file, bool processEscapes) {
+    if (buffer == nullptr || bufferSize < 1)
+        return 0;
+    const std::size_t size = static_cast<std::size_t>(bufferSize);
+    if (key == nullptr)
+        key = "";
+    if (IsEmptyText(file))
+        file = nullptr;
+    const CSmartLock lock(&vtr::Language().stringLock);
+    if (file == nullptr) {
+        const char* kept = FindKept(key);
+        if (kept != nullptr)
+            return static_cast<int>(vtr::StoreCut(kept, buffer, size));
+    }
+    // The key may be what is in the buffer.
+    const vtr::OwnedText ownKey = vtr::CopyText(key);
+    if (!ReadText(key, file, buffer, size))
+        return static_cast<int>(vtr::StoreCut(key, buffer, size));
+    if (processEscapes)
+        vtr::ResolveEscapes(buffer);
+    if (file == nullptr && ownKey != nullptr) {
+        RemoveQuotes(buffer);
+        Keep(ownKey.get(), buffer);
+    }
+    return static_cast<int>(std::strlen(buffer));
+}
+
+int MyLoadStringW(const char* key, wchar_t* buffer, int bufferLength, char* /*file*/,
+                  bool /*processEscapes*/) {
+    if (buffer == nullptr || bufferLength < 1)
+        return 0;
+    buffer[0] = L'\0';
+    const vtr::OwnedText text(
+        static_cast<char*>(std::malloc(static_cast<std::size_t>(bufferLength))));
+    if (text == nullptr)
+        return 0;
+    const int length = MyLoadString(key, text.get(), bufferLength, /*file=*/nullptr,
+                                    /*processEscapes=*/true);
+    if (MultiByteToWideChar(GetCurrentCodePage(), /*dwFlags=*/0, text.get(), -1, buffer,
+                            bufferLength) == 0)
+        buffer[0] = L'\0';
+    return length;
+}
+
+int MyLoadString_ToInt(const char* key, int defaultValue, char* file, bool processEscapes) {
+    char text[numberSize];
+    return MyLoadString(key, text, sizeof text, file, processEscapes) > 0
+               ? std::strtol(text, nullptr, 10)
+               : defaultValue;
+}
+
+double MyLoadString_ToDouble(const char* key, double defaultValue, char* file,
+                             bool processEscapes) {
+    char text[numberSize];
+    return MyLoadString(key, text, sizeof text, file, processEscapes) > 0
+               ? std::strtod(text, nullptr)
+               : defaultValue;
+}
+
+int LoadLanguageString(const char* key, char* buffer, unsigned long size) {
+    if (buffer == nullptr || size == 0)
+        return 0;
+    return GetPrivateProfileStringA("Strings", key, key, buffer, size,
+                                    vtr::Language().stringFile) != 0
+               ? 1
+               : 0;
+}
+
+int LoadLanguageStringFormatted(const char* key, char* buffer, unsigned long size) {
+    if (key == nullptr || buffer == nullptr || size == 0)
+        return 0;
+    const int result = LoadLanguageString(key, buffer, size);
+    const vtr::CharacterSteps steps;
+    char* out = buffer;
+    for (const char* in = buffer; *in != '\0';) {
+        if (in[0] == '\\' && in[1] == 'n') {
+            *out++ = '\r';
+            *out++ = '\n';
+            in += 2;
+        } else if (in[0] == '\\' && in[1] == 't') {
+            *out++ = '\t';
+            in += 2;
+        } else {
+            for (std::size_t bytes = steps.Length(in); bytes > 0; --bytes)
+                *out++ = *in++;
+        }
+    }
+    *out = '\0';
+    return result;
+}
+
+void SetStringFile(char* path) {
+    vtr::StoreWhole(path, vtr::Language().stringFile);
+}
+
+void SetLanguageFile(const char* path) {
+    vtr::StoreWhole(path, vtr::Language().stringFile);
+}
+
+char* GetStringFile() {
+    return vtr::Language().stringFile;
+}
+
+void SetBackupStringFile(char* path) {
+    vtr::StoreWhole(path, vtr::Language().backupStringFile);
+}
+
+void OverrideUtilitiesStringFile(char* path) {
+    vtr::StoreWhole(path, vtr::Language().utilitiesStringFile);
+}
+
+void SetLanguageFolderLocation(char* folder) {
+    StoreFolder(folder, vtr::Language().languageFolder);
+}
+
+void SetMasterLanguageFileFolder(char* folder) {
+    StoreFolder(folder, vtr::Language().masterLanguageFolder);
+}
+
+unsigned int GetCurrentCodePage() {
+    return vtr::CurrentCodePage();
+}

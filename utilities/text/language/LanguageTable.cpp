@@ -1,0 +1,105 @@
+#include "utilities/base/OwnedText.h"
+#include "utilities/base/SameText.h"
+#include "utilities/text/language/LanguageState.h"
+#include "utilities/text/language/LanguageStrings.h"
+#include "utilities/text/tables/DelimitedTextFile.h"
+#include "vtrfutls/FileNames.h"
+
+#include <cstdio>
+#include <cstring>
+
+namespace {
+
+enum Column : unsigned { languageName = 0, defaultMark = 1, charset = 8, codePage = 9 };
+
+/// "Languages.csv" in the master language folder, read anew.
+class LanguageTable {
+public:
+    LanguageTable() {
+        char path[2 * MAX_PATH];
+        std::snprintf(path, sizeof path, "%sLanguages.csv", vtr::Language().masterLanguageFolder);
+        table.Open(path, ',', /*firstLineIsHeader=*/true, '"');
+    }
+
+    unsigned Count() const { return table.NumRecords(); }
+
+    /// Null where there is none.
+    const char* Field(unsigned row, unsigned column) const { return table.GetField(row, column); }
+
+    /// The field in the first row of the language that has one, or null.
+    const char* FirstField(const char* language, unsigned column) const {
+        for (unsigned row = 0; row < Count() && !vtr::IsEmptyText(language); ++row) {
+            if (vtr::SameText(Field(row, languageName), language) && Field(row, column) != nullptr)
+                return Field(row, column);
+        }
+        return nullptr;
+    }
+
+    /// The field of the default language, or null.
+    const char* DefaultField(unsigned column) const {
+        unsigned found = Count();
+        for (unsigned row = 0; row < Count(); ++row) {
+            if (vtr::SameText(Field(row, defaultMark), "Y"))
+                found = row;
+        }
+        return Field(found, column);
+    }
+
+    /// 0 where there is none.
+    long FirstNumber(const char* language, unsigned column) const {
+        const char* field = FirstField(language, column);
+        return field != nullptr ? std::strtol(field, nullptr, 10) : 0;
+    }
+
+private:
+    CDelimitedTextFile table;
+};
+
+} // namespace
+
+void SetLanguage(char* language) {
+    vtr::LanguageState& state = vtr::Language();
+    state.currentCodePage = GetCodePageFromLanguage(language);
+    SetCodePageForFiles(state.currentCodePage);
+    state.currentCharset = GetCharsetFromLanguage(language);
+}
+
+unsigned int GetCodePageFromLanguage(char* language) {
+    const long number = LanguageTable().FirstNumber(language, codePage);
+    return number > 1 ? static_cast<unsigned>(number) : 0;
+}
+
+unsigned char GetCharsetFromLanguage(char* language) {
+    const long number = LanguageTable().FirstNumber(language, charset) & 0xFF;
+    return static_cast<unsigned char>(number > 1 ? number : 1);
+}
+
+bool GetStringFileFromLanguage(char* language, StringFileFields field, char* path,
+                               bool useDefault) {
+    const LanguageTable table;
+    const unsigned column = static_cast<unsigned>(field);
+    const char* name = useDefault ? nullptr : table.FirstField(language, column);
+    if (name == nullptr)
+        name = table.DefaultField(column);
+    const char* folder = vtr::Language().languageFolder;
+    if (path == nullptr || name == nullptr || std::strlen(folder) + std::strlen(name) >= MAX_PATH)
+        return false;
+    std::snprintf(path, MAX_PATH, "%s%s", folder, name);
+    return true;
+}
+
+int GetNumberOfLanguageStringFiles() {
+    return static_cast<int>(LanguageTable().Count());
+}
+
+bool GetLanguageName(int index, char* buffer, int size) {
+    const LanguageTable table;
+    const char* name =
+        index >= 0 ? table.Field(static_cast<unsigned>(index), languageName) : nullptr;
+    if (name == nullptr || buffer == nullptr || size < 1)
+        return false;
+    const std::size_t length = std::strlen(name) + 1;
+    const std::size_t room = static_cast<std::size_t>(size);
+    std::memcpy(buffer, name, length < room ? length : room);
+    return true;
+}

@@ -3,6 +3,8 @@
 #include <cstring>
 #include <cwchar>
 
+namespace vtr {
+
 namespace {
 
 std::size_t Length(const char* text) {
@@ -33,10 +35,12 @@ void Assign(Char** target, const Char* source) {
 
 } // namespace
 
-void CopyStringA(char** target, const char* source) {
+void AssignText(char** target, const char* source) {
     Assign(target, source);
 }
 
-void CopyStringW(wchar_t** target, const wchar_t* source) {
+void AssignText(wchar_t** target, const wchar_t* source) {
     Assign(target, source);
 }
+
+} // namespace vtr

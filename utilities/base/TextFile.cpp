@@ -2,6 +2,7 @@
 
 #include "common/Handles.h"
 #include "common/WidePath.h"
+#include "utilities/base/Utf16Text.h"
 #include "utilities/text/language/LanguageState.h"
 
 #include <climits>
@@ -36,15 +37,14 @@ FileReading FileBytes::TryRead(const char* path) {
 
 SingleByteText::SingleByteText(const unsigned char* data, unsigned length)
     : text(reinterpret_cast<const char*>(data)), size(length) {
-    const int signedLength = static_cast<int>(length);
-    if (StringIsUnicode(data, signedLength, /*requireTerminator=*/false)) {
-        size = StringHasUnicodeHeader(data) ? (length - 1) / 2 : length / 2;
+    if (LooksLikeUtf16(data, length, /*requireTerminator=*/false)) {
+        size = HasByteOrderMark(data) ? (length - 1) / 2 : length / 2;
         copy.reset(static_cast<char*>(std::malloc(std::size_t{size} + 1)));
         text = copy.get();
         if (text == nullptr)
             return;
-        ConvertUnicodeToSingleByte(reinterpret_cast<const wchar_t*>(data), signedLength / 2,
-                                   copy.get(), size + 1, /*reserveTerminator=*/true);
+        KeepLowBytes(reinterpret_cast<const wchar_t*>(data), length / 2, copy.get(),
+                     size + std::size_t{1}, /*reserveTerminator=*/true);
     }
     if (size >= 2 && std::memcmp(text, "\xFF\xFE", 2) == 0) {
         text += 2;

@@ -102,7 +102,7 @@ CMRUList::~CMRUList() {
 
 void CMRUList::Init(HKEY rootKey, const char* subkey) noexcept {
     Log("CMRUList::Init - enter");
-    CopyStringA(&subKey, subkey);
+    vtr::AssignText(&subKey, subkey);
     const bool copied = subkey != nullptr && (subKey != nullptr || *subkey == '\0');
     root = copied ? rootKey : nullptr;
     ClearMRUList(/*save=*/false);

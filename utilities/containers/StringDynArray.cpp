@@ -28,18 +28,7 @@ struct vtr::Layout<CStringDynArray> {
 
 namespace {
 
-template <class Char>
-using Owned = std::unique_ptr<Char, vtr::Free>;
-
-template <class Char>
-bool IsEmpty(const Char* text) {
-    return text == nullptr || *text == 0;
-}
-
-template <class Char>
-Owned<Char> Allocate(std::size_t units) {
-    return Owned<Char>(static_cast<Char*>(std::malloc(units * sizeof(Char))));
-}
+using vtr::OwnedChars;
 
 int Compare(const char* left, const char* right) {
     return _stricmp(left, right);
@@ -57,21 +46,11 @@ bool IsLess(const Char* left, const Char* right) {
     return Compare(left, right) < 0;
 }
 
-void Copy(char** target, const char* source) {
-    CopyStringA(target, source);
-}
-
-void Copy(wchar_t** target, const wchar_t* source) {
-    CopyStringW(target, source);
-}
-
 /// A copy as an entry is kept, so null for an empty text. False when memory runs out.
 template <class Char>
-bool Keep(const Char* text, Owned<Char>& kept) {
-    Char* copy = nullptr;
-    Copy(&copy, text);
-    kept.reset(copy);
-    return copy != nullptr || IsEmpty(text);
+bool Keep(const Char* text, OwnedChars<Char>& kept) {
+    kept = vtr::CopyText(text);
+    return kept != nullptr || vtr::IsEmptyText(text);
 }
 
 /// Zero for a text that cannot be converted. UTF-8, as ANSI code page, takes no flags.
@@ -87,13 +66,13 @@ int ToOther(const wchar_t* text, char* out, int units) {
 
 /// The text in the other kind, null for an empty one. False when it cannot be had.
 template <class From, class To>
-bool Convert(const From* text, Owned<To>& converted) {
-    if (IsEmpty(text))
+bool Convert(const From* text, OwnedChars<To>& converted) {
+    if (vtr::IsEmptyText(text))
         return true;
     const int units = ToOther(text, static_cast<To*>(nullptr), 0);
     if (units <= 0)
         return false;
-    converted = Allocate<To>(static_cast<std::size_t>(units));
+    converted = vtr::AllocateChars<To>(static_cast<std::size_t>(units));
     return converted != nullptr && ToOther(text, converted.get(), units) == units;
 }
 
@@ -106,7 +85,7 @@ void FreeAll(vtr::PtrArray<Char>& texts) {
 template <class Char>
 bool CopyAll(const vtr::PtrArray<Char>& source, vtr::PtrArray<Char>& target) {
     for (const Char* text : source) {
-        Owned<Char> copy;
+        OwnedChars<Char> copy;
         if (!Keep(text, copy) || !target.Append(copy.get())) {
             FreeAll(target);
             return false;
@@ -142,8 +121,8 @@ class SubStringFinder {
 public:
     /// Requires: not empty.
     explicit SubStringFinder(const Char* text)
-        : length(std::char_traits<Char>::length(text)), wanted(Allocate<Char>(length)),
-          border(Allocate<std::size_t>(length)) {
+        : length(std::char_traits<Char>::length(text)), wanted(vtr::AllocateChars<Char>(length)),
+          border(vtr::AllocateChars<std::size_t>(length)) {
         if (!HasMemory())
             return;
         std::transform(text, text + length, wanted.get(), [](Char c) { return Fold(c); });
@@ -177,9 +156,9 @@ private:
     }
 
     std::size_t length;
-    Owned<Char> wanted; ///< in lower case
+    OwnedChars<Char> wanted; ///< in lower case
     /// For each beginning, the length of its longest end that is also a beginning.
-    Owned<std::size_t> border;
+    OwnedChars<std::size_t> border;
     vtr::CharacterSteps steps;
 };
 
@@ -224,7 +203,7 @@ CStringDynArray::~CStringDynArray() {
 
 bool CStringDynArray::AddString(const wchar_t* text) noexcept {
     vtr::OwnedText narrowed;
-    Owned<wchar_t> same;
+    OwnedChars<wchar_t> same;
     if (wide)
         return Keep(text, same) && Add(wideTexts, std::move(same));
     return Convert(text, narrowed) && Add(narrowTexts, std::move(narrowed));
@@ -232,7 +211,7 @@ bool CStringDynArray::AddString(const wchar_t* text) noexcept {
 
 bool CStringDynArray::AddString(const char* text, bool) noexcept {
     vtr::OwnedText same;
-    Owned<wchar_t> widened;
+    OwnedChars<wchar_t> widened;
     if (wide)
         return Convert(text, widened) && Add(wideTexts, std::move(widened));
     return Keep(text, same) && Add(narrowTexts, std::move(same));
@@ -254,7 +233,7 @@ bool CStringDynArray::Add(Texts& texts, Text text) noexcept {
 int CStringDynArray::FindString(const char* text) noexcept {
     if (!wide)
         return Find(narrowTexts, text);
-    Owned<wchar_t> converted;
+    OwnedChars<wchar_t> converted;
     return Convert(text, converted) ? Find(wideTexts, converted.get()) : -1;
 }
 
@@ -267,7 +246,7 @@ int CStringDynArray::FindString(const wchar_t* text) noexcept {
 
 template <class Char>
 int CStringDynArray::Find(const vtr::PtrArray<Char>& texts, const Char* text) const noexcept {
-    if (IsEmpty(text))
+    if (vtr::IsEmptyText(text))
         text = nullptr;
     const auto isSame = [text](const Char* entry) {
         return entry != nullptr && text != nullptr ? Compare(entry, text) == 0 : entry == text;
@@ -281,11 +260,11 @@ int CStringDynArray::Find(const vtr::PtrArray<Char>& texts, const Char* text) co
 }
 
 int CStringDynArray::FindSubString(const char* text) noexcept {
-    if (IsEmpty(text))
+    if (vtr::IsEmptyText(text))
         return -1;
     if (!wide)
         return FirstWith(narrowTexts, text);
-    Owned<wchar_t> converted;
+    OwnedChars<wchar_t> converted;
     return Convert(text, converted) ? FirstWith<wchar_t>(wideTexts, converted.get()) : -1;
 }
 

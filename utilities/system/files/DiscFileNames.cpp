@@ -1,4 +1,5 @@
 #include "utilities/base/MultibyteText.h"
+#include "utilities/base/ReservedCharacters.h"
 #include "utilities/system/files/FileFunctions.h"
 
 #include <cstring>
@@ -82,4 +83,11 @@ bool MakeJolietFriendlyName(const char* in, char* out, bool isPath, char replace
         return IsJolietCharacter(c) && (isPath || !IsSeparator(c));
     });
     return shortened || replaced;
+}
+
+void ValidateFileName(const char* in, char* out, char replacement) {
+    if (in == nullptr || out == nullptr)
+        return;
+    std::memmove(out, in, std::strlen(in) + 1);
+    vtr::ReplaceReservedCharacters(out, replacement);
 }

@@ -1,6 +1,7 @@
 #include "utilities/text/html/HtmlText.h"
 
 #include "utilities/base/OwnedText.h"
+#include "utilities/text/strings/StringFunctions.h"
 
 #include <array>
 #include <cstdint>

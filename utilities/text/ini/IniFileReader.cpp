@@ -7,6 +7,7 @@
 #include "utilities/base/SameText.h"
 #include "utilities/base/TextFile.h"
 #include "utilities/text/ini/IniParser.h"
+#include "utilities/text/strings/StringFunctions.h"
 #include "vtrfutls/Log.h"
 
 #include <climits>
@@ -48,7 +49,7 @@ bool CIniFileReader::InitFromBuffer(const unsigned char* data, unsigned int leng
 }
 
 bool CIniFileReader::SetFileName(const char* path) noexcept {
-    CopyStringA(&fileName, path);
+    vtr::AssignText(&fileName, path);
     return fileName != nullptr || IsEmptyText(path);
 }
 

@@ -8,6 +8,7 @@
 #include "utilities/text/language/LanguageState.h"
 #include "utilities/text/language/StringFile.h"
 #include "utilities/text/language/TextEscapes.h"
+#include "utilities/text/strings/StringFunctions.h"
 #include "vtrfutls/FileNames.h"
 
 #include <cstdio>

@@ -1,3 +1,4 @@
+#include "utilities/base/Utf16Text.h"
 #include "utilities/text/strings/StringFunctions.h"
 
 #include <cstring>
@@ -5,56 +6,18 @@
 
 namespace {
 
-constexpr wchar_t byteOrderMark = 0xFEFF;
-
 std::size_t NotNegative(int length) {
     return length < 0 ? 0 : static_cast<std::size_t>(length);
-}
-
-/// Unit `index` of a buffer at any address.
-wchar_t UnitAt(const wchar_t* units, std::size_t index) {
-    wchar_t unit;
-    std::memcpy(&unit, reinterpret_cast<const char*>(units) + index * sizeof(wchar_t), sizeof unit);
-    return unit;
-}
-
-enum class Pair { zero, wide, narrow };
-
-/// `wide` when both bytes are in use, so that the low byte alone would lose something.
-Pair PairAt(const unsigned char* data) {
-    if (data[0] == 0 && data[1] == 0)
-        return Pair::zero;
-    return data[0] != 0 && data[1] != 0 ? Pair::wide : Pair::narrow;
-}
-
-/// The first zero or wide pair in [from, length), with its offset; `narrow` when there is neither.
-Pair FirstTellingPair(const unsigned char* data, std::size_t from, std::size_t length,
-                      std::size_t& offset) {
-    for (offset = from; offset + 2 <= length; offset += 2) {
-        const Pair pair = PairAt(data + offset);
-        if (pair != Pair::narrow)
-            return pair;
-    }
-    return Pair::narrow;
 }
 
 } // namespace
 
 bool StringHasUnicodeHeader(const unsigned char* data) {
-    return data != nullptr && data[0] == 0xFF && data[1] == 0xFE;
+    return data != nullptr && vtr::HasByteOrderMark(data);
 }
 
 bool StringIsUnicode(const unsigned char* data, int length, bool requireTerminator) {
-    if (data == nullptr || length < 2)
-        return false;
-    if (StringHasUnicodeHeader(data))
-        return true;
-    const std::size_t size = NotNegative(length);
-    std::size_t offset = 0;
-    const Pair telling = FirstTellingPair(data, 0, size, offset);
-    if (telling != Pair::narrow)
-        return telling == Pair::zero;
-    return !requireTerminator || PairAt(data + size - 2) == Pair::zero;
+    return vtr::LooksLikeUtf16(data, NotNegative(length), requireTerminator);
 }
 
 bool StringIsConvertibleUnicode(const unsigned char* data, int length) {
@@ -62,14 +25,14 @@ bool StringIsConvertibleUnicode(const unsigned char* data, int length) {
         return false;
     const std::size_t start = length > 2 && StringHasUnicodeHeader(data) ? 2 : 0;
     std::size_t offset = 0;
-    return FirstTellingPair(data, start, NotNegative(length), offset) != Pair::wide;
+    return vtr::FirstTellingPair(data, start, NotNegative(length), offset) != vtr::Utf16Pair::wide;
 }
 
 int NumConvertibleUnicodeChars(const unsigned char* data, int length) {
     if (data == nullptr || length < 4 || !StringHasUnicodeHeader(data))
         return 0;
     std::size_t offset = 0;
-    if (FirstTellingPair(data, 2, NotNegative(length), offset) != Pair::zero)
+    if (vtr::FirstTellingPair(data, 2, NotNegative(length), offset) != vtr::Utf16Pair::zero)
         return 0;
     return static_cast<int>((offset - 2) / 2);
 }
@@ -78,18 +41,8 @@ void ConvertUnicodeToSingleByte(const wchar_t* source, int sourceUnits, char* de
                                 unsigned destinationSize, bool reserveTerminator) {
     if (destination == nullptr || destinationSize == 0)
         return;
-    std::memset(destination, 0, destinationSize);
-    if (source == nullptr)
-        return;
-    const std::size_t count = NotNegative(sourceUnits);
-    const std::size_t room = reserveTerminator ? destinationSize - 1 : destinationSize;
-    std::size_t in = count > 0 && UnitAt(source, 0) == byteOrderMark ? 1 : 0;
-    for (std::size_t out = 0; in < count && out < room; ++in, ++out) {
-        const wchar_t unit = UnitAt(source, in);
-        if (unit == 0 && in + 1 < count && UnitAt(source, in + 1) == 0)
-            break;
-        destination[out] = static_cast<char>(unit & 0xFF);
-    }
+    const std::size_t units = source != nullptr ? NotNegative(sourceUnits) : 0;
+    vtr::KeepLowBytes(source, units, destination, destinationSize, reserveTerminator);
 }
 
 void ConvertUnicodeToSingleByte(const wchar_t* source, char* destination,

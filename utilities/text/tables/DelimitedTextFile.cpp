@@ -7,6 +7,7 @@
 #include "utilities/base/StoreCut.h"
 #include "utilities/base/TextFile.h"
 #include "utilities/system/files/FileFunctions.h"
+#include "utilities/text/strings/StringFunctions.h"
 #include "utilities/text/tables/DelimitedParser.h"
 #include "utilities/text/tables/DelimitedWriter.h"
 #include "utilities/text/tables/FieldRow.h"

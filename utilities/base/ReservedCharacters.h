@@ -1,0 +1,12 @@
+#ifndef VTRUTILS_BASE_RESERVEDCHARACTERS_H
+#define VTRUTILS_BASE_RESERVEDCHARACTERS_H
+
+namespace vtr {
+
+/// Replaces in place the characters that no file name may have: < > : " / \ | ? *. Steps by the
+/// characters of the current multibyte code page. Private to the library. One thread at a time.
+void ReplaceReservedCharacters(char* text, char replacement);
+
+} // namespace vtr
+
+#endif

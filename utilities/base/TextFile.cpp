@@ -2,7 +2,7 @@
 
 #include "common/Handles.h"
 #include "common/WidePath.h"
-#include "utilities/text/language/LanguageState.h"
+#include "utilities/base/CodePage.h"
 
 #include <climits>
 #include <cstring>

@@ -1,6 +1,6 @@
 #include "utilities/base/ReplacingFile.h"
 
-#include "utilities/text/language/LanguageState.h"
+#include "utilities/base/CodePage.h"
 
 #include <cwchar>
 

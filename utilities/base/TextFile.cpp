@@ -2,8 +2,8 @@
 
 #include "common/Handles.h"
 #include "common/WidePath.h"
+#include "utilities/base/CodePage.h"
 #include "utilities/base/Utf16Text.h"
-#include "utilities/text/language/LanguageState.h"
 
 #include <climits>
 #include <cstring>

@@ -1,11 +1,11 @@
 #include "utilities/containers/MRUList.h"
 
 #include "common/WidePath.h"
+#include "utilities/base/CodePage.h"
 #include "utilities/base/OwnedText.h"
 #include "utilities/base/SameText.h"
 #include "utilities/system/files/FileTimes.h"
 #include "utilities/system/files/RegistryStrings.h"
-#include "utilities/text/language/LanguageState.h"
 #include "vtrfutls/FileNames.h"
 #include "vtrfutls/Log.h"
 

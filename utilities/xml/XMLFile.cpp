@@ -2,8 +2,8 @@
 
 #include "common/WidePath.h"
 #include "utilities/base/ByteSearch.h"
+#include "utilities/base/CodePage.h"
 #include "utilities/base/TextFile.h"
-#include "utilities/text/language/LanguageState.h"
 #include "utilities/xml/XMLLoader.h"
 #include "vtrfutls/Log.h"
 

@@ -13,7 +13,7 @@ TEST(LanguageState, FoldersAreThoseOfTheProgram) {
     EXPECT_EQ(state.masterLanguageFolder, folder);
     EXPECT_EQ(state.languageFolder, folder);
     EXPECT_EQ(state.utilitiesStringFile, folder + "utility-strings.ini");
-    EXPECT_EQ(vtr::CurrentCodePage(), 0u);
+    EXPECT_EQ(GetCurrentCodePage(), 0u);
     EXPECT_TRUE(TryEnterCriticalSection(&vtr::Language().stringLock));
     LeaveCriticalSection(&vtr::Language().stringLock);
     char text[64];

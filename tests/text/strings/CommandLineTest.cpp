@@ -6,7 +6,7 @@
 TEST(CommandLine, OfThisProcess) {
     char program[MAX_PATH];
     GetCommandLineParameter(0, program, sizeof program);
-    EXPECT_STREQ(PathFindFileNameA(program), "text_test.exe");
+    EXPECT_STREQ(PathFindFileNameA(program), "strings_test.exe");
     GetCommandLineParameter(1000, program, sizeof program);
     EXPECT_STREQ(program, "");
 }

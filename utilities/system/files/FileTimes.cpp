@@ -2,8 +2,8 @@
 
 #include "common/Handles.h"
 #include "common/WidePath.h"
+#include "utilities/base/CodePage.h"
 #include "utilities/system/files/FileFunctions.h"
-#include "utilities/text/language/LanguageState.h"
 #include "vtrfutls/FileNames.h"
 
 namespace {

@@ -1,11 +1,11 @@
 #include "utilities/system/files/Folders.h"
 
 #include "common/WidePath.h"
+#include "utilities/base/CodePage.h"
 #include "utilities/base/StoreCut.h"
 #include "utilities/system/files/FileFunctions.h"
 #include "utilities/system/files/FolderListing.h"
 #include "utilities/system/files/PathText.h"
-#include "utilities/text/language/LanguageState.h"
 
 #include <cstdio>
 #include <cwchar>

@@ -6,8 +6,8 @@
 #include <windows.h>
 
 /// The process-wide state behind the language strings: made when the library is loaded, freed when
-/// it is unloaded. Private to the library. `stringLock` guards look-ups; paths and code page are
-/// set before look-ups start.
+/// it is unloaded. Private to the library. `stringLock` guards look-ups; paths are set
+/// before look-ups start.
 
 namespace vtr {
 
@@ -24,8 +24,6 @@ struct LanguageState {
     /// The library's own texts: "utility-strings.ini" in the host's folder; "" when that does not
     /// fit.
     char utilitiesStringFile[MAX_PATH];
-    /// 0: the system's ANSI code page.
-    unsigned currentCodePage;
     unsigned char currentCharset;
 };
 
@@ -34,11 +32,6 @@ LanguageState& Language();
 
 void CreateLanguageState();
 void FreeLanguageState();
-
-/// The code page of narrow paths and texts wherever Windows wants UTF-16.
-inline unsigned CurrentCodePage() {
-    return Language().currentCodePage;
-}
 
 } // namespace vtr
 

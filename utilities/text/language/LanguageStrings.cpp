@@ -1,5 +1,6 @@
 #include "utilities/text/language/LanguageStrings.h"
 
+#include "utilities/base/CodePage.h"
 #include "utilities/base/MultibyteText.h"
 #include "utilities/base/OwnedText.h"
 #include "utilities/base/StoreCut.h"

@@ -1,9 +1,9 @@
+#include "utilities/base/CodePage.h"
 #include "utilities/base/OwnedText.h"
 #include "utilities/base/SameText.h"
 #include "utilities/text/language/LanguageState.h"
 #include "utilities/text/language/LanguageStrings.h"
 #include "utilities/text/tables/DelimitedTextFile.h"
-#include "vtrfutls/FileNames.h"
 
 #include <cstdio>
 #include <cstring>
@@ -58,10 +58,8 @@ private:
 } // namespace
 
 void SetLanguage(char* language) {
-    vtr::LanguageState& state = vtr::Language();
-    state.currentCodePage = GetCodePageFromLanguage(language);
-    SetCodePageForFiles(state.currentCodePage);
-    state.currentCharset = GetCharsetFromLanguage(language);
+    vtr::SetCurrentCodePage(GetCodePageFromLanguage(language));
+    vtr::Language().currentCharset = GetCharsetFromLanguage(language);
 }
 
 unsigned int GetCodePageFromLanguage(char* language) {

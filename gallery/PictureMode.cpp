@@ -2,7 +2,6 @@
 
 #include "gallery/Picture.h"
 #include "gallery/app/MainWindow.h"
-#include "gallery/pages/Pages.h"
 
 #include <cstdio>
 
@@ -42,12 +41,13 @@ bool MakePictures(MainWindow& window, const std::wstring& folder) {
     }
     const PictureWriter writer;
     bool good = true;
-    for (int i = 0; i < pageCount; ++i) {
-        const std::wstring path = folder + L"\\" + pages[i].pictureName + L".png";
-        if (MakePicture(window, i, writer, path)) {
+    int index = 0;
+    for (const PageEntry& page : window.Pages()) {
+        const std::wstring path = folder + L"\\" + page.pictureName + L".png";
+        if (MakePicture(window, index++, writer, path)) {
             std::printf("%ls\n", path.c_str());
         } else {
-            std::fprintf(stderr, "gallery: no picture of the page %s\n", pages[i].titleKey);
+            std::fprintf(stderr, "gallery: no picture of the page %s\n", page.titleKey);
             good = false;
         }
     }

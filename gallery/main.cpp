@@ -1,6 +1,7 @@
 #include "gallery/Arguments.h"
 #include "gallery/PictureMode.h"
 #include "gallery/app/MainWindow.h"
+#include "gallery/pages/Pages.h"
 #include "gallery/text/Language.h"
 
 #include <commctrl.h>
@@ -56,7 +57,7 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int showCommand) {
         return Fail(("no language " + arguments.language).c_str());
     const bool forPictures = !arguments.pictureFolder.empty();
     const PassingKey passingKey;
-    gallery::MainWindow window;
+    gallery::MainWindow window(gallery::AllPages());
     if (!PrepareControls() ||
         !window.Create(forPictures ? passingKey.Name() : arguments.registryKey))
         return Fail("the window could not be made");

@@ -1,12 +1,12 @@
 #include "gallery/app/MainWindow.h"
 
 #include "gallery/app/ControlIds.h"
-#include "gallery/pages/Pages.h"
 #include "gallery/text/Language.h"
 #include "gallery/widgets/Controls.h"
 
 #include <algorithm>
 #include <commctrl.h>
+#include <shlwapi.h>
 
 namespace gallery {
 
@@ -36,16 +36,17 @@ bool TakenByField(HWND focus, int id) {
 bool MainWindow::Create(const std::string& registryKey) {
     recent.Load(registryKey);
     accelerators = LoadAcceleratorsW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(ID_ACCELERATORS));
-    made.resize(static_cast<std::size_t>(pageCount));
     if (!CreateAs(GALLERY_WINDOW_CLASS, Text("Gallery").c_str(), /*extendedStyle=*/0,
                   WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, usualSize, /*parent=*/nullptr))
         return false;
     pageLabel = captions.AddLabel(Handle(), "PagesLabel", ID_PAGE_LABEL);
-    const auto title = [](int row, int) { return Text(pages[row].titleKey); };
+    const auto title = [this](int row, int) {
+        return Text(pages[static_cast<std::size_t>(row)].titleKey);
+    };
     if (!pageList.Create(Handle(), "Pages", ID_PAGE_LIST, ListView::Titles::hidden, title))
         return false;
     pageList.AddColumn("Pages");
-    pageList.SetRows(pageCount);
+    pageList.SetRows(PageCount());
     look.SetCharset(Charset());
     look.Update(Handle());
     RECT work{};
@@ -79,10 +80,20 @@ void MainWindow::OpenFile(const std::wstring& path) {
     CurrentPage().TakeFocus();
 }
 
+int MainWindow::PageOfFile(const std::wstring& path) const {
+    const wchar_t* extension = PathFindExtensionW(path.c_str());
+    const auto page = std::find_if(pages.begin(), pages.end(), [&](const PageEntry& entry) {
+        return entry.extension != nullptr && *extension == L'.' &&
+               lstrcmpiW(extension + 1, entry.extension) == 0;
+    });
+    return page != pages.end() ? static_cast<int>(page - pages.begin()) : 0;
+}
+
 bool MainWindow::GoTo(int index) {
-    std::unique_ptr<Page>& page = made[static_cast<std::size_t>(index)];
+    const auto place = static_cast<std::size_t>(index);
+    std::unique_ptr<Page>& page = made[place];
     if (page == nullptr) {
-        std::unique_ptr<Page> fresh = pages[index].make();
+        std::unique_ptr<Page> fresh = pages[place].make();
         if (!fresh->Create(Handle(), *this))
             return false;
         page = std::move(fresh);
@@ -192,7 +203,7 @@ LRESULT MainWindow::Notify(const NMHDR& header) {
 }
 
 void MainWindow::StepPage(int step) {
-    if (pageCount > 1 && ShowPage((current + pageCount + step) % pageCount))
+    if (PageCount() > 1 && ShowPage((current + PageCount() + step) % PageCount()))
         CurrentPage().TakeFocus();
 }
 

@@ -6,6 +6,7 @@
 #include "gallery/widgets/ListView.h"
 
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -15,6 +16,9 @@ namespace gallery {
 /// is first shown. One thread at a time.
 class MainWindow : public Window, private PageHost {
 public:
+    /// `table` has a page or more and outlives the window.
+    explicit MainWindow(std::span<const PageEntry> table) : pages(table), made(table.size()) {}
+
     /// Remembers files in this key below HKEY_CURRENT_USER. False, with `GetLastError`, when a
     /// window cannot be made.
     bool Create(const std::string& registryKey);
@@ -22,7 +26,9 @@ public:
 
     /// False when the page cannot be made.
     bool ShowPage(int index);
-    /// Shows the page for the file and opens it there, unless the user keeps what is on the page.
+    std::span<const PageEntry> Pages() const { return pages; }
+    /// Shows the page for files with this extension, or else the first one, and opens the file
+    /// there, unless the user keeps what is on the page.
     bool Open(const std::wstring& path);
     Page& CurrentPage() const { return *made[static_cast<std::size_t>(current)]; }
 
@@ -42,6 +48,8 @@ private:
     void Command(int id, int notification) override;
     LRESULT Notify(const NMHDR& header) override;
     bool GoTo(int index);
+    int PageCount() const { return static_cast<int>(pages.size()); }
+    int PageOfFile(const std::wstring& path) const;
     void StepPage(int step);
     void SetDpi(unsigned dpi);
     void Restyle();
@@ -51,6 +59,7 @@ private:
     void MoveFocus(WPARAM wanted, bool isControl) const;
     bool MayClose() const;
 
+    std::span<const PageEntry> pages;
     RecentFiles recent;
     Look look;
     Captions captions;

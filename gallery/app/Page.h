@@ -5,6 +5,7 @@
 #include "gallery/widgets/ListView.h"
 #include "gallery/widgets/Window.h"
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -108,6 +109,14 @@ private:
     std::vector<ListView*> lists;
     PageHost* host = nullptr;
     const Look* look = nullptr;
+};
+
+/// What the main window is told about a page.
+struct PageEntry {
+    const char* titleKey;
+    const wchar_t* pictureName;         ///< of the PNG, without ".png"
+    const wchar_t* extension = nullptr; ///< of the files that it opens; null when it opens none
+    std::unique_ptr<Page> (*make)();
 };
 
 } // namespace gallery

@@ -1,40 +1,43 @@
 #include "gallery/pages/Pages.h"
 
-#include <algorithm>
-#include <iterator>
-#include <shlwapi.h>
-
-// The table of pages: key of the title, name of the picture, extension of the files that it opens,
-// and NAME for the function `MakeNAME` that the page's file in pages/ defines.
-#define GALLERY_PAGES(PAGE)                                                                        \
-    PAGE("IniDocument", L"ini-document", L"ini", IniDocumentPage)                                  \
-    PAGE("XmlDocument", L"xml-document", L"xml", XmlDocumentPage)                                  \
-    PAGE("Table", L"table", L"csv", TablePage)                                                     \
-    PAGE("Language", L"language", nullptr, LanguagePage)                                           \
-    PAGE("RecentFiles", L"recent-files", nullptr, RecentFilesPage)                                 \
-    PAGE("Files", L"files", nullptr, FilesPage)                                                    \
-    PAGE("TextPage", L"text", nullptr, TextPage)                                                   \
-    PAGE("Observers", L"observers", nullptr, ObserversPage)                                        \
-    PAGE("Regions", L"regions", nullptr, RegionsPage)                                              \
-    PAGE("Undo", L"undo", nullptr, UndoPage)
+#include "gallery/pages/files/FilesPage.h"
+#include "gallery/pages/ini/IniDocumentPage.h"
+#include "gallery/pages/language/LanguagePage.h"
+#include "gallery/pages/observers/ObserversPage.h"
+#include "gallery/pages/recent/RecentFilesPage.h"
+#include "gallery/pages/regions/RegionsPage.h"
+#include "gallery/pages/table/TablePage.h"
+#include "gallery/pages/text/TextPage.h"
+#include "gallery/pages/undo/UndoPage.h"
+#include "gallery/pages/xml/XmlDocumentPage.h"
 
 namespace gallery {
 
-#define GALLERY_DECLARE(titleKey, pictureName, extension, name) std::unique_ptr<Page> Make##name();
-GALLERY_PAGES(GALLERY_DECLARE)
+namespace {
 
-#define GALLERY_ENTRY(titleKey, pictureName, extension, name)                                      \
-    {titleKey, pictureName, extension, Make##name},
-const PageEntry pages[] = {GALLERY_PAGES(GALLERY_ENTRY)};
-const int pageCount = static_cast<int>(std::size(pages));
+constexpr PageEntry pages[] = {
+    {.titleKey = "IniDocument",
+     .pictureName = L"ini-document",
+     .extension = L"ini",
+     .make = MakeIniDocumentPage},
+    {.titleKey = "XmlDocument",
+     .pictureName = L"xml-document",
+     .extension = L"xml",
+     .make = MakeXmlDocumentPage},
+    {.titleKey = "Table", .pictureName = L"table", .extension = L"csv", .make = MakeTablePage},
+    {.titleKey = "Language", .pictureName = L"language", .make = MakeLanguagePage},
+    {.titleKey = "RecentFiles", .pictureName = L"recent-files", .make = MakeRecentFilesPage},
+    {.titleKey = "Files", .pictureName = L"files", .make = MakeFilesPage},
+    {.titleKey = "TextPage", .pictureName = L"text", .make = MakeTextPage},
+    {.titleKey = "Observers", .pictureName = L"observers", .make = MakeObserversPage},
+    {.titleKey = "Regions", .pictureName = L"regions", .make = MakeRegionsPage},
+    {.titleKey = "Undo", .pictureName = L"undo", .make = MakeUndoPage},
+};
 
-int PageOfFile(const std::wstring& path) {
-    const wchar_t* extension = PathFindExtensionW(path.c_str());
-    const PageEntry* page = std::find_if(pages, pages + pageCount, [&](const PageEntry& entry) {
-        return entry.extension != nullptr && *extension == L'.' &&
-               lstrcmpiW(extension + 1, entry.extension) == 0;
-    });
-    return page != pages + pageCount ? static_cast<int>(page - pages) : 0;
+} // namespace
+
+std::span<const PageEntry> AllPages() {
+    return pages;
 }
 
 } // namespace gallery

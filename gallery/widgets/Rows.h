@@ -23,9 +23,9 @@ public:
     /// the right-hand end. The label takes at least this width, so that the fields of several rows
     /// stand below each other.
     struct Field {
-        HWND label;
-        HWND field;
-        std::initializer_list<HWND> buttons;
+        HWND label = nullptr;
+        HWND field = nullptr;
+        std::initializer_list<HWND> buttons = {};
         int labelWidth = 0;
     };
     void Put(End end, const Field& row);

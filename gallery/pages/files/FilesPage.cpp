@@ -1,5 +1,6 @@
+#include "gallery/pages/files/FilesPage.h"
+
 #include "gallery/app/ControlIds.h"
-#include "gallery/app/Page.h"
 #include "gallery/pages/files/FilesModel.h"
 #include "gallery/text/Language.h"
 #include "gallery/text/Text.h"
@@ -7,13 +8,11 @@
 #include "gallery/widgets/Rows.h"
 
 #include <algorithm>
-#include <memory>
 
 namespace gallery {
 
 namespace {
 
-/// What each function makes of a name that is typed, and the special folders with the space there.
 class FilesPage final : public Page {
 public:
     void Command(int id, int notification) override;
@@ -117,8 +116,8 @@ void FilesPage::Arrange(int width, int height) {
     using End = Rows::End;
     Rows page(Sizes(), width, height, /*expected=*/9);
     const int labels = std::max(Sizes().TextWidth(nameLabel), Sizes().TextWidth(folderLabel));
-    page.Put(End::top, {nameLabel, nameText, {}, labels});
-    page.Put(End::top, {folderLabel, folderText, {}, labels});
+    page.Put(End::top, {.label = nameLabel, .field = nameText, .labelWidth = labels});
+    page.Put(End::top, {.label = folderLabel, .field = folderText, .labelWidth = labels});
     page.PutMessage(message, /*counts=*/nullptr);
     // Seven lines, where there is room for these and a few special folders.
     const int line = Sizes().Line() + Sizes().Pixels(6);
@@ -126,7 +125,7 @@ void FilesPage::Arrange(int width, int height) {
     const int labelTop = page.Top() + namesHeight + page.Gap() / 2;
     const int placesTop = labelTop + Sizes().Row() + page.Gap() / 2;
     page.Places().Put(names.Handle(), 0, page.Top(), width, namesHeight);
-    page.PutAt(labelTop, {nullptr, placesLabel, {open}});
+    page.PutAt(labelTop, {.field = placesLabel, .buttons = {open}});
     page.Places().Put(places.Handle(), 0, placesTop, width, page.Top() + page.Room() - placesTop);
     ArrangeColumns(width);
 }
@@ -230,8 +229,6 @@ bool FilesPage::ShowExample() {
 }
 
 } // namespace
-
-std::unique_ptr<Page> MakeFilesPage();
 
 std::unique_ptr<Page> MakeFilesPage() {
     return std::make_unique<FilesPage>();

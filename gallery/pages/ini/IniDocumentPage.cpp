@@ -1,3 +1,5 @@
+#include "gallery/pages/ini/IniDocumentPage.h"
+
 #include "gallery/app/ControlIds.h"
 #include "gallery/app/DocumentPage.h"
 #include "gallery/pages/ini/IniModel.h"
@@ -7,13 +9,11 @@
 #include "gallery/widgets/Rows.h"
 
 #include <algorithm>
-#include <memory>
 
 namespace gallery {
 
 namespace {
 
-/// Sections and pairs of an INI document: find a key, change a value, sort, save.
 class IniDocumentPage final : public DocumentPage {
 public:
     IniDocumentPage() : DocumentPage(model, wording) {}
@@ -42,11 +42,16 @@ private:
     std::wstring Counts() const override;
     void ShowState() override;
 
-    static constexpr Wording wording = {{"IniFiles", L"ini"}, "media-settings.ini",
-                                        "NotOpenedIni",       "FindKey",
-                                        "FindNext",           "TypeKey",
-                                        "ReplaceIni",         "SavedAsIni",
-                                        "ValueLabel",         "Set"};
+    static constexpr Wording wording = {.files = {.nameKey = "IniFiles", .extension = L"ini"},
+                                        .shipped = "media-settings.ini",
+                                        .notOpened = "NotOpenedIni",
+                                        .findLabel = "FindKey",
+                                        .find = "FindNext",
+                                        .typeText = "TypeKey",
+                                        .replace = "ReplaceIni",
+                                        .savedAs = "SavedAsIni",
+                                        .valueLabel = "ValueLabel",
+                                        .set = "Set"};
 
     IniModel model;
     IniModel::Place edited; ///< the pair whose value is in the edit field
@@ -92,10 +97,12 @@ void IniDocumentPage::Arrange(int width, int height) {
     Rows page(Sizes(), width, height, /*expected=*/15);
     const int labels = std::max(Sizes().TextWidth(findLabel), Sizes().TextWidth(valueLabel));
     page.AlignButtons({sort, find, set});
-    page.Put(End::top, {nullptr, fileLabel, {open, save, saveAs, sort}});
-    page.Put(End::top, {findLabel, findText, {find}, labels});
+    page.Put(End::top, {.field = fileLabel, .buttons = {open, save, saveAs, sort}});
+    page.Put(End::top,
+             {.label = findLabel, .field = findText, .buttons = {find}, .labelWidth = labels});
     page.PutMessage(message, counts);
-    page.Put(End::bottom, {valueLabel, valueText, {set}, labels});
+    page.Put(End::bottom,
+             {.label = valueLabel, .field = valueText, .buttons = {set}, .labelWidth = labels});
     ArrangeLists(page.Places(), page.Top(), width, page.Room());
 }
 
@@ -223,8 +230,6 @@ void IniDocumentPage::ShowState() {
 }
 
 } // namespace
-
-std::unique_ptr<Page> MakeIniDocumentPage();
 
 std::unique_ptr<Page> MakeIniDocumentPage() {
     return std::make_unique<IniDocumentPage>();

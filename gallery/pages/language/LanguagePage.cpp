@@ -1,5 +1,6 @@
+#include "gallery/pages/language/LanguagePage.h"
+
 #include "gallery/app/ControlIds.h"
-#include "gallery/app/Page.h"
 #include "gallery/text/Language.h"
 #include "gallery/text/Text.h"
 #include "gallery/widgets/Controls.h"
@@ -8,7 +9,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <memory>
 
 namespace gallery {
 
@@ -17,7 +17,6 @@ namespace {
 constexpr const char* languageTitles[] = {"LanguageName", "StringFile", "CharacterSet", "CodePage"};
 constexpr const char* textTitles[] = {"Key", "TextColumn", "Source", "Kept"};
 
-/// The language table, the language of the gallery, and look-ups by key.
 class LanguagePage final : public Page {
 public:
     void Command(int id, int notification) override;
@@ -134,12 +133,12 @@ void LanguagePage::Arrange(int width, int height) {
     using End = Rows::End;
     Rows page(Sizes(), width, height, /*expected=*/9);
     page.AlignButtons({use, lookUp});
-    page.Put(End::top, {nullptr, languagesLabel, {use}});
+    page.Put(End::top, {.field = languagesLabel, .buttons = {use}});
     const int listHeight =
         std::min(height / 3, (static_cast<int>(names.size()) + 1) * Sizes().Row() + page.Gap());
     page.Places().Put(languages.Handle(), 0, page.Top(), width, listHeight);
     page.Skip(listHeight + page.Gap());
-    page.Put(End::top, {keyLabel, keyText, {lookUp}});
+    page.Put(End::top, {.label = keyLabel, .field = keyText, .buttons = {lookUp}});
     page.PutMessage(message, /*counts=*/nullptr);
     page.PutLine(note);
     page.Places().Put(found.Handle(), 0, page.Top(), width, page.Room());
@@ -226,8 +225,6 @@ bool LanguagePage::ShowExample() {
 }
 
 } // namespace
-
-std::unique_ptr<Page> MakeLanguagePage();
 
 std::unique_ptr<Page> MakeLanguagePage() {
     return std::make_unique<LanguagePage>();

@@ -1,5 +1,6 @@
+#include "gallery/pages/observers/ObserversPage.h"
+
 #include "gallery/app/ControlIds.h"
-#include "gallery/app/Page.h"
 #include "gallery/pages/observers/ObserverModel.h"
 #include "gallery/text/Language.h"
 #include "gallery/widgets/Controls.h"
@@ -7,7 +8,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <memory>
 
 namespace gallery {
 
@@ -26,8 +26,6 @@ constexpr SendButton sendButtons[] = {{ObserverModel::play, "SendPlay"},
                                       {ObserverModel::seek, "SendSeek"},
                                       {ObserverModel::eject, "SendEject"}};
 
-/// A subject and its observers: add and remove them, notify them, and read who received what, also
-/// when observers remove themselves, come back or notify within a delivery.
 class ObserversPage final : public Page {
 public:
     void Command(int id, int notification) override;
@@ -136,12 +134,12 @@ void ObserversPage::Arrange(int width, int height) {
     using End = Rows::End;
     Rows page(Sizes(), width, height, /*expected=*/15);
     page.AlignButtons({add, remove, removeAll, clear});
-    page.Put(End::top, {nullptr, observersLabel, {add, remove, removeAll}});
+    page.Put(End::top, {.field = observersLabel, .buttons = {add, remove, removeAll}});
     const int listHeight = std::min(height / 3, (model.Observers() + 1) * Sizes().Row());
     page.Places().Put(observers.Handle(), 0, page.Top(), width, listHeight);
     page.Skip(listHeight + page.Gap());
-    page.Put(End::top, {nullptr, sendLabel, {send[0], send[1], send[2], send[3]}});
-    page.Put(End::top, {nullptr, logLabel, {clear}});
+    page.Put(End::top, {.field = sendLabel, .buttons = {send[0], send[1], send[2], send[3]}});
+    page.Put(End::top, {.field = logLabel, .buttons = {clear}});
     page.PutMessage(message, counts);
     page.Places().Put(log.Handle(), 0, page.Top(), width, page.Room());
     const int room = ListView::RoomForColumns(width);
@@ -274,8 +272,6 @@ void ObserversPage::Show(const std::wstring& text) {
 }
 
 } // namespace
-
-std::unique_ptr<Page> MakeObserversPage();
 
 std::unique_ptr<Page> MakeObserversPage() {
     return std::make_unique<ObserversPage>();

@@ -1,5 +1,6 @@
+#include "gallery/pages/recent/RecentFilesPage.h"
+
 #include "gallery/app/ControlIds.h"
-#include "gallery/app/Page.h"
 #include "gallery/app/RecentFiles.h"
 #include "gallery/text/Language.h"
 #include "gallery/text/Text.h"
@@ -8,7 +9,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <memory>
 
 namespace gallery {
 
@@ -32,7 +32,6 @@ std::wstring LocalTime(const FILETIME& time) {
     return std::wstring(date) + L" " + clock;
 }
 
-/// What was opened and saved on the pages with documents, to be opened again.
 class RecentFilesPage final : public Page {
 public:
     void Command(int id, int notification) override;
@@ -142,7 +141,7 @@ void RecentFilesPage::Shown() {
 void RecentFilesPage::Arrange(int width, int height) {
     Rows page(Sizes(), width, height, /*expected=*/9);
     const int row = Sizes().Row();
-    page.Put(Rows::End::top, {nullptr, filesLabel, {open, remove, clear}});
+    page.Put(Rows::End::top, {.field = filesLabel, .buttons = {open, remove, clear}});
     page.PutMessage(message, counts);
     const int listHeight = (page.Room() - row) * 2 / 3;
     const int foldersTop = page.Top() + listHeight;
@@ -258,8 +257,6 @@ bool RecentFilesPage::ShowExample() {
 }
 
 } // namespace
-
-std::unique_ptr<Page> MakeRecentFilesPage();
 
 std::unique_ptr<Page> MakeRecentFilesPage() {
     return std::make_unique<RecentFilesPage>();

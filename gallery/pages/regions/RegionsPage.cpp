@@ -1,18 +1,17 @@
+#include "gallery/pages/regions/RegionsPage.h"
+
 #include "gallery/app/ControlIds.h"
-#include "gallery/app/Page.h"
 #include "gallery/pages/regions/RegionCanvas.h"
 #include "gallery/text/Language.h"
 #include "gallery/widgets/Controls.h"
 #include "gallery/widgets/Rows.h"
 
 #include <algorithm>
-#include <memory>
 
 namespace gallery {
 
 namespace {
 
-/// A region of rectangles that do not overlap: add, subtract, and see the pieces.
 class RegionsPage final : public Page {
 public:
     void Command(int id, int notification) override;
@@ -70,7 +69,7 @@ void RegionsPage::Retext() {
 
 void RegionsPage::Arrange(int width, int height) {
     Rows page(Sizes(), width, height, /*expected=*/6);
-    page.Put(Rows::End::top, {nullptr, helpLine, {consolidate, clear}});
+    page.Put(Rows::End::top, {.field = helpLine, .buttons = {consolidate, clear}});
     page.PutMessage(message, counts);
     page.Places().Put(canvas.Handle(), 0, page.Top(), width, page.Room());
 }

@@ -1,3 +1,5 @@
+#include "gallery/pages/table/TablePage.h"
+
 #include "gallery/app/ControlIds.h"
 #include "gallery/app/DocumentPage.h"
 #include "gallery/pages/table/TableModel.h"
@@ -6,7 +8,6 @@
 #include "gallery/widgets/Rows.h"
 
 #include <algorithm>
-#include <memory>
 #include <vector>
 
 namespace gallery {
@@ -16,8 +17,6 @@ namespace {
 /// Lists and choices with more columns than these take their time.
 constexpr int mostColumns = 100;
 
-/// The rows of a delimited file: find a value in a column, edit, add and delete, keep sorted,
-/// replace everywhere, save.
 class TablePage final : public DocumentPage {
 public:
     TablePage() : DocumentPage(model, wording) {}
@@ -53,16 +52,16 @@ private:
     std::wstring Counts() const override;
     void ShowState() override;
 
-    static constexpr Wording wording = {{"TableFiles", L"csv"},
-                                        "media-library.csv",
-                                        "NotOpenedTable",
-                                        "FindLabel",
-                                        "Find",
-                                        "TypeValue",
-                                        "ReplaceTable",
-                                        "Saved",
-                                        "FieldLabel",
-                                        "SetField"};
+    static constexpr Wording wording = {.files = {.nameKey = "TableFiles", .extension = L"csv"},
+                                        .shipped = "media-library.csv",
+                                        .notOpened = "NotOpenedTable",
+                                        .findLabel = "FindLabel",
+                                        .find = "Find",
+                                        .typeText = "TypeValue",
+                                        .replace = "ReplaceTable",
+                                        .savedAs = "Saved",
+                                        .valueLabel = "FieldLabel",
+                                        .set = "SetField"};
 
     TableModel model;
     TableModel::Place edited;       ///< the field that is in the edit field
@@ -116,15 +115,19 @@ void TablePage::Arrange(int width, int height) {
     for (const HWND label : {columnLabel, findLabel, valueLabel, replaceLabel})
         labels = std::max(labels, Sizes().TextWidth(label));
     const int check = Sizes().TextWidth(keepSorted) + Sizes().Pixels(30);
-    page.Put(End::top, {nullptr, fileLabel, {open, save, saveAs}});
+    page.Put(End::top, {.field = fileLabel, .buttons = {open, save, saveAs}});
     page.AlignButtons({find, remove, replace});
-    page.Put(End::top, {columnLabel, column, {}, labels}, 100 - 100 * check / std::max(width, 1),
-             {nullptr, keepSorted, {}});
-    page.Put(End::top, {findLabel, findText, {find}, labels});
+    page.Put(End::top, {.label = columnLabel, .field = column, .labelWidth = labels},
+             100 - 100 * check / std::max(width, 1), {.field = keepSorted});
+    page.Put(End::top,
+             {.label = findLabel, .field = findText, .buttons = {find}, .labelWidth = labels});
     page.PutMessage(message, /*counts=*/nullptr);
-    page.Put(End::bottom, {replaceLabel, replaceText, {}, labels}, 42,
-             {byLabel, byText, {replace}});
-    page.Put(End::bottom, {valueLabel, valueText, {set, add, remove}, labels});
+    page.Put(End::bottom, {.label = replaceLabel, .field = replaceText, .labelWidth = labels}, 42,
+             {.label = byLabel, .field = byText, .buttons = {replace}});
+    page.Put(End::bottom, {.label = valueLabel,
+                           .field = valueText,
+                           .buttons = {set, add, remove},
+                           .labelWidth = labels});
     page.PutLine(counts);
     page.Places().Put(rows.Handle(), 0, page.Top(), width, page.Room());
     ArrangeColumns(width);
@@ -321,8 +324,6 @@ void TablePage::ShowState() {
 }
 
 } // namespace
-
-std::unique_ptr<Page> MakeTablePage();
 
 std::unique_ptr<Page> MakeTablePage() {
     return std::make_unique<TablePage>();

@@ -1,18 +1,17 @@
+#include "gallery/pages/text/TextPage.h"
+
 #include "gallery/app/ControlIds.h"
-#include "gallery/app/Page.h"
 #include "gallery/pages/text/TextModel.h"
 #include "gallery/text/Language.h"
 #include "gallery/widgets/Controls.h"
 #include "gallery/widgets/Rows.h"
 
 #include <algorithm>
-#include <memory>
 
 namespace gallery {
 
 namespace {
 
-/// What each function makes of a text, a length and a size while they are typed.
 class TextPage final : public Page {
 public:
     void Command(int id, int notification) override;
@@ -89,9 +88,10 @@ void TextPage::Arrange(int width, int height) {
     Rows page(Sizes(), width, height, /*expected=*/11);
     const int labels = std::max({Sizes().TextWidth(textLabel), Sizes().TextWidth(lengthLabel),
                                  Sizes().TextWidth(resultLabel)});
-    page.Put(End::top, {textLabel, text, {}, labels});
-    page.Put(End::top, {lengthLabel, length, {}, labels}, 50, {sizeLabel, size, {}});
-    page.Put(End::top, {nullptr, resultsLabel, {}});
+    page.Put(End::top, {.label = textLabel, .field = text, .labelWidth = labels});
+    page.Put(End::top, {.label = lengthLabel, .field = length, .labelWidth = labels}, 50,
+             {.label = sizeLabel, .field = size});
+    page.Put(End::top, {.field = resultsLabel});
     page.PutMessage(message, /*counts=*/nullptr);
     // All functions, where that leaves room for a few lines of the result.
     const int line = Sizes().Line() + Sizes().Pixels(6);
@@ -151,8 +151,6 @@ bool TextPage::ShowExample() {
 }
 
 } // namespace
-
-std::unique_ptr<Page> MakeTextPage();
 
 std::unique_ptr<Page> MakeTextPage() {
     return std::make_unique<TextPage>();

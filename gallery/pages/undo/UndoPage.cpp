@@ -1,12 +1,12 @@
+#include "gallery/pages/undo/UndoPage.h"
+
 #include "gallery/app/ControlIds.h"
-#include "gallery/app/Page.h"
 #include "gallery/pages/undo/ItemModel.h"
 #include "gallery/text/Language.h"
 #include "gallery/widgets/Controls.h"
 #include "gallery/widgets/Rows.h"
 
 #include <algorithm>
-#include <memory>
 #include <tuple>
 #include <utility>
 
@@ -14,8 +14,6 @@ namespace gallery {
 
 namespace {
 
-/// A list to edit: add, change and remove items, undo and redo one action or all, mark what is
-/// saved, and make one action of several.
 class UndoPage final : public Page {
 public:
     UndoPage() : model([this] { Host().DocumentChanged(); }) {}
@@ -95,11 +93,13 @@ void UndoPage::Arrange(int width, int height) {
     using End = Rows::End;
     Rows page(Sizes(), width, height, /*expected=*/15);
     const int right = Sizes().TextWidth(group) + Sizes().Pixels(30) + Sizes().ButtonWidth(save);
-    page.Put(End::top, {nullptr, listLabel, {}},
-             100 - 100 * (right + 2 * page.Gap()) / std::max(width, 1), {nullptr, group, {save}});
+    page.Put(End::top, {.field = listLabel},
+             100 - 100 * (right + 2 * page.Gap()) / std::max(width, 1),
+             {.field = group, .buttons = {save}});
     page.PutMessage(message, counts);
-    page.Put(End::bottom, {nullptr, nullptr, {undo, redo, undoAll, redoAll}});
-    page.Put(End::bottom, {itemLabel, itemText, {add, change, remove}});
+    page.Put(End::bottom, {.buttons = {undo, redo, undoAll, redoAll}});
+    page.Put(End::bottom,
+             {.label = itemLabel, .field = itemText, .buttons = {add, change, remove}});
     page.Places().Put(list.Handle(), 0, page.Top(), width, page.Room());
     list.SetColumnWidth(0, ListView::RoomForColumns(width));
 }
@@ -285,8 +285,6 @@ void UndoPage::Enable(HWND button, bool possible) const {
 }
 
 } // namespace
-
-std::unique_ptr<Page> MakeUndoPage();
 
 std::unique_ptr<Page> MakeUndoPage() {
     return std::make_unique<UndoPage>();

@@ -1,3 +1,5 @@
+#include "gallery/pages/xml/XmlDocumentPage.h"
+
 #include "gallery/app/ControlIds.h"
 #include "gallery/app/DocumentPage.h"
 #include "gallery/pages/xml/XmlModel.h"
@@ -8,14 +10,11 @@
 #include "gallery/widgets/Rows.h"
 
 #include <algorithm>
-#include <memory>
 
 namespace gallery {
 
 namespace {
 
-/// The elements of an XML document as a tree, with the attributes and texts of one: find by name,
-/// decode references.
 class XmlDocumentPage final : public DocumentPage {
 public:
     XmlDocumentPage() : DocumentPage(model, wording) {}
@@ -39,8 +38,12 @@ private:
     void ShowElement(int element);
     std::wstring Counts() const override;
 
-    static constexpr Wording wording = {{"XmlFiles", L"xml"}, "web-reply.xml", "NotOpenedXml",
-                                        "FindElement",        "FindNext",      "TypeElement"};
+    static constexpr Wording wording = {.files = {.nameKey = "XmlFiles", .extension = L"xml"},
+                                        .shipped = "web-reply.xml",
+                                        .notOpened = "NotOpenedXml",
+                                        .findLabel = "FindElement",
+                                        .find = "FindNext",
+                                        .typeText = "TypeElement"};
 
     XmlModel model;
     int selected = -1; ///< the element whose attributes and texts are shown
@@ -91,11 +94,11 @@ void XmlDocumentPage::Arrange(int width, int height) {
     const int left = width / 2;
     const int right = left + page.Gap();
     page.AlignButtons({open, find});
-    page.Put(End::top, {nullptr, fileLabel, {open}});
-    page.Put(End::top, {findLabel, findText, {find}});
+    page.Put(End::top, {.field = fileLabel, .buttons = {open}});
+    page.Put(End::top, {.label = findLabel, .field = findText, .buttons = {find}});
     page.PutMessage(message, /*counts=*/nullptr);
     page.PutLine(counts);
-    page.Put(End::bottom, {nullptr, decode, {}});
+    page.Put(End::bottom, {.field = decode});
     const int label = Sizes().Line() + page.Gap() / 2;
     page.Places().Put(treeLabel, 0, page.Top(), left, label);
     page.Places().Put(detailsLabel, right, page.Top(), width - right, label);
@@ -188,8 +191,6 @@ std::wstring XmlDocumentPage::Counts() const {
 }
 
 } // namespace
-
-std::unique_ptr<Page> MakeXmlDocumentPage();
 
 std::unique_ptr<Page> MakeXmlDocumentPage() {
     return std::make_unique<XmlDocumentPage>();

@@ -229,6 +229,9 @@ TEST(RectangleList, TakesItselfAndNull) {
     RECT touching = {10, 0, 21, 1};
     EXPECT_TRUE(list.clipTo(touching));
     EXPECT_EQ(Of(list), Rectangles{two[1]}) << "kept whole";
+    RECT empty{25, 2, 25, 8};
+    EXPECT_FALSE(list.intersectsRectangle(&empty));
+    EXPECT_FALSE(RectangleList(list).clipTo(empty)) << "has nothing in common";
     touching.right = 20;
     EXPECT_FALSE(list.clipTo(touching) || list.clipTo(copy));
     list.consolidate();
@@ -262,8 +265,9 @@ TEST(RectangleList, ConsolidatesWhenTheSumIsLargeAndWhenDue) {
         }
         return list.getNumRectangles();
     };
-    EXPECT_EQ(addUntil(19), 19) << "12 do not count";
-    list.add(&apart[0]); // nor does one that is covered
+    addUntil(19);
+    list.add(&apart[0]);
+    EXPECT_EQ(list.getNumRectangles(), 19) << "12 do not count, nor does one that is covered";
     RectangleList copy(list);
     EXPECT_EQ(addUntil(20), 19) << "the eighth consolidates";
     copy.add(&apart.back());

@@ -1,12 +1,11 @@
 #include "tests/support/AllocationFault.h"
 #include "tests/support/CapturedLog.h"
-#include "tests/support/Dice.h"
+#include "tests/support/Rounds.h"
 #include "utilities/containers/MegaArrayList.h"
 #include "utilities/containers/MyArrayList.h"
 
 #include <algorithm>
 #include <cstring>
-#include <gtest/gtest.h>
 #include <limits>
 
 namespace {
@@ -189,7 +188,39 @@ protected:
         ASSERT_EQ(other, hit ? upper - 1 : -1);
     }
 
+    void Step(Dice& dice, int round) {
+        // Grows past the thresholds of searches and blocks and shrinks to nothing, again and again.
+        const bool growing = round / 100 % 2 == 0;
+        const Value value = dice.Below(round / 200 % 2 == 0 ? 12 : 1000);
+        const int choice = dice.Below(400), place = dice.Below(model.Size() + 2) - 1;
+        int* item = &some[dice.Below(40)];
+        if (choice == 0) {
+            list = List(list);
+            model.slots = model.FirstSlots();
+        } else if (choice < 3) {
+            list.Clear(/*keep=*/choice == 1);
+            model = {.entries = {}, .slots = choice == 1 ? model.slots : 0};
+        } else if (choice < 10) {
+            ASSERT_TRUE(list.VerifyListIsSorted());
+            model.sorted = true;
+        } else if (growing) {
+            Insert(item, value, dice.Below(5), choice % 4 == 0);
+        } else if (choice % 2 == 0) {
+            Remove(model.At(std::min(place, model.Size() - 1)).item, value);
+            Remove(item, -1);
+        } else {
+            fault.FailAt(choice % 3 == 0); // then the block stays larger than it need be
+            list.RemoveByIndex(place);
+            fault.FailAt(0);
+            model.Remove(place);
+        }
+        Same();
+        for (const Value each : {value, value + 1, Value{-1}})
+            CheckSearches(each);
+    }
+
     AllocationFault fault{"vtrutils.dll"};
+    int some[40]; ///< so few that some are there twice
     List list;
     Model<List> model;
     int refused = 0; ///< insertions for which memory ran out
@@ -199,43 +230,7 @@ using Kinds = testing::Types<Integers, SteppedIntegers<7>, SteppedIntegers<0>, D
 TYPED_TEST_SUITE(ArrayLists, Kinds);
 
 TYPED_TEST(ArrayLists, DoWhatASimpleModelDoes) {
-    constexpr unsigned seed = 31;
-    Dice dice(seed);
-    std::vector<int> items(40); // so few that some are there twice
-    for (int round = 0; round < 8000; ++round) {
-        SCOPED_TRACE(testing::Message() << "seed " << seed << ", round " << round);
-        // Grows past the thresholds of searches and blocks and shrinks to nothing, again and again.
-        const bool growing = round / 100 % 2 == 0;
-        const typename TypeParam::Value value = dice.Below(round / 200 % 2 == 0 ? 12 : 1000);
-        const int choice = dice.Below(400), place = dice.Below(this->model.Size() + 2) - 1;
-        int* item = &items.begin()[dice.Below(40)];
-        if (choice == 0) {
-            this->list = TypeParam(this->list);
-            this->model.slots = this->model.FirstSlots();
-        } else if (choice < 3) {
-            this->list.Clear(/*keep=*/choice == 1);
-            this->model = {.entries = {}, .slots = choice == 1 ? this->model.slots : 0};
-        } else if (choice < 10) {
-            ASSERT_TRUE(this->list.VerifyListIsSorted());
-            this->model.sorted = true;
-        } else if (growing) {
-            this->Insert(item, value, dice.Below(5), choice % 4 == 0);
-        } else if (choice % 2 == 0) {
-            this->Remove(this->model.At(std::min(place, this->model.Size() - 1)).item, value);
-            this->Remove(item, -1);
-        } else {
-            this->fault.FailAt(choice % 3 == 0); // then the block stays larger than it need be
-            this->list.RemoveByIndex(place);
-            this->fault.FailAt(0);
-            this->model.Remove(place);
-        }
-        this->Same();
-        for (const typename TypeParam::Value each :
-             {value, value + 1, typename TypeParam::Value{-1}})
-            this->CheckSearches(each);
-        if (this->HasFatalFailure())
-            return;
-    }
+    EachRound(31, 8000, [this](Dice& dice, int round) { this->Step(dice, round); });
     EXPECT_GT(this->refused, 10);
 }
 
@@ -266,31 +261,32 @@ TYPED_TEST(ArrayLists, TakeOddArguments) {
 }
 
 TEST(MyArrayList, AdjustsScalesAndVerifiesItsValues) {
-    constexpr long long most = std::numeric_limits<long long>::max();
+    constexpr long long most = std::numeric_limits<long long>::max(), lowest = -2147483647;
     CMyArrayList list;
     for (const long long value : {-5LL, 3LL, most})
         list.AppendToTail(&list, value);
-    const auto expect = [&list](const char* name, std::vector<long long> values, bool sorted) {
-        EXPECT_EQ(list.VerifyListIsSorted(), sorted) << name;
-        for (int i = 0; i < 3; ++i) {
-            long long value = 77;
-            list.Index(i, &value);
-            EXPECT_EQ(value, values.begin()[i]) << name;
-        }
+    const auto values = [&list] {
+        std::vector<long long> all(3);
+        for (int i = 0; i < 3; ++i)
+            list.Index(i, &all[static_cast<std::size_t>(i)]);
+        return all;
     };
+    using Values = std::vector<long long>;
     list.AdjustAllSortValues(2);
-    expect("wraps around", {-3, 5, -most}, false);
+    EXPECT_EQ(values(), (Values{-3, 5, -most})) << "wraps around";
     list.ScaleAllSortValues(0.5);
-    expect("towards zero", {-1, 2, -(1LL << 62)}, false);
+    EXPECT_EQ(values(), (Values{-1, 2, -(1LL << 62)})) << "towards zero";
+    EXPECT_FALSE(list.VerifyListIsSorted());
     list.ScaleAllSortValues(-4);
-    expect("to the highest", {4, -8, most}, false);
+    EXPECT_EQ(values(), (Values{4, -8, most})) << "to the highest";
     list.ScaleAllSortValues(-1.5);
-    expect("to the lowest", {-6, 12, -most - 1}, false);
+    EXPECT_EQ(values(), (Values{-6, 12, -most - 1})) << "to the lowest";
     list.ScaleAllSortValues(std::numeric_limits<double>::quiet_NaN());
-    list.AdjustAllSortValues(-2147483647);
-    expect("no number, the lowest that is sorted", {-2147483647, -2147483647, -2147483647}, true);
+    list.AdjustAllSortValues(lowest);
+    EXPECT_EQ(values(), Values(3, lowest)) << "no number";
+    EXPECT_TRUE(list.VerifyListIsSorted());
     list.AdjustAllSortValues(-1);
-    expect("below it", {-2147483648LL, -2147483648LL, -2147483648LL}, false);
+    EXPECT_FALSE(list.VerifyListIsSorted()) << "too low";
     EXPECT_FALSE(CMyArrayList(list).IsSorted());
 }
 
@@ -336,9 +332,8 @@ TEST(MegaArrayList, SetsValuesInPlaceAndLogsThatTheyDescend) {
     const double noNumber = std::numeric_limits<double>::quiet_NaN();
     EXPECT_EQ(list.AddSorted(&list, noNumber, addSortedAfterEquals), 0) << "equals nothing";
     // Read where it stands: nothing in the library does.
-    EXPECT_TRUE(Look(list).megaSorted);
     CMegaArrayList copy(list);
-    EXPECT_FALSE(Look(copy).megaSorted);
+    EXPECT_TRUE(Look(list).megaSorted && !Look(copy).megaSorted);
     copy.ForceSorted();
     EXPECT_TRUE(Look(copy).megaSorted);
 }

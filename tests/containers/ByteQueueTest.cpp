@@ -1,32 +1,30 @@
 #include "utilities/containers/ByteQueue.h"
 #include "tests/support/AllocationFault.h"
-#include "tests/support/Dice.h"
+#include "tests/support/Rounds.h"
 
 #include <algorithm>
 #include <cstring>
-#include <gtest/gtest.h>
 #include <vector>
 
 namespace {
 
 using Bytes = std::vector<unsigned char>;
 
-struct Block {
-    unsigned char *block, *readPtr;
-    unsigned unread, size, free;
-};
-
 /// Unread, size and free of each block, as a host that shares the record sees them.
 std::string BlocksOf(const CByteQueue& queue) {
+    struct Block {
+        unsigned char *block, *readPtr;
+        unsigned unread, size, free;
+    };
     struct {
         Block** blocks;
         unsigned count;
     } record;
     std::memcpy(&record, static_cast<const void*>(&queue), sizeof record);
     std::string shown;
-    for (Block** block = record.blocks; block != record.blocks + record.count; ++block) {
-        EXPECT_EQ((*block)->readPtr == nullptr, (*block)->unread == 0);
-        for (const unsigned number : {(*block)->unread, (*block)->size, (*block)->free})
+    for (const Block* block : std::vector(record.blocks, record.blocks + record.count)) {
+        EXPECT_EQ(block->readPtr == nullptr, block->unread == 0);
+        for (const unsigned number : {block->unread, block->size, block->free})
             shown += std::to_string(number) + " ";
     }
     return shown;
@@ -62,25 +60,20 @@ struct Stream {
 };
 
 TEST(ByteQueue, GivesBytesOutAsTheyCameIn) {
-    constexpr unsigned seed = 33;
     AllocationFault fault("vtrutils.dll");
     for (const bool recycle : {true, false}) {
-        Dice dice(seed);
         Stream stream;
         stream.queue.SetRecycleBuffers(recycle);
         int refused = 0;
-        for (int round = 0; round < 2000 && !testing::Test::HasFailure(); ++round) {
-            SCOPED_TRACE(testing::Message() << "seed " << seed << ", round " << round);
+        EachRound(33, 2000, [&](Dice& dice, int round) {
             const int sizes[] = {3, 3, 100, 5000, 31999, 32000, 40000, 70000, 1000001};
             const int kinds = dice.Below(20) == 0 ? 9 : round / 500 % 2 == 0 ? 8 : 2;
             const int largest = sizes[dice.Below(kinds)];
             const auto size =
                 static_cast<unsigned>(dice.Below(3) == 0 ? 1 + dice.Below(largest) : largest);
             // Fills for a while, then drains.
-            if (dice.Below(8) >= (round / 100 % 2 == 0 ? 3 : 5)) {
-                stream.Get(size);
-                continue;
-            }
+            if (dice.Below(8) >= (round / 100 % 2 == 0 ? 3 : 5))
+                return stream.Get(size);
             fault.FailAt(dice.Below(20) == 0);
             refused += !stream.Add(size);
             fault.FailAt(round % 16 == 0 ? static_cast<unsigned>(dice.Below(9)) : 1);
@@ -88,19 +81,18 @@ TEST(ByteQueue, GivesBytesOutAsTheyCameIn) {
             fault.FailAt(0);
             if (copy.TotalBytesAvailable() != 0)
                 stream.queue = copy;
-        }
+        });
         EXPECT_GT(refused, 5);
         stream.Get(stream.in - stream.out + 1);
     }
 }
 
 TEST(ByteQueue, FillsRecyclesAndFreesBlocks) {
-    struct Step {
+    constexpr struct {
         const char* name;
         unsigned added, taken;
         const char* blocks;
-    };
-    const Step steps[] = {
+    } steps[] = {
         {"no room is no room", 10, 4, "6 10 0 "},
         {"a block of its own", 3, 0, "6 10 0 3 3 0 "},
         {"small ones are freed", 31999, 40000, ""},
@@ -116,22 +108,20 @@ TEST(ByteQueue, FillsRecyclesAndFreesBlocks) {
     stream.Add(9);
     stream.queue.RemoveEverything();
     stream.out = stream.in;
-    for (const Step& step : steps) {
+    for (const auto& step : steps) {
         EXPECT_EQ(stream.Add(step.added), step.added > 0);
         stream.Get(step.taken);
         EXPECT_EQ(BlocksOf(stream.queue), step.blocks) << step.name;
     }
-}
-
-TEST(ByteQueue, StreamsManyBlocksWithoutAllocating) {
+    // A stream through many blocks that are there does not allocate.
     AllocationFault fault("vtrutils.dll");
-    Stream stream;
+    Stream many;
     for (int round = 0; round < 200; ++round) {
         if (round == 75)
             fault.FailAt(0);
-        ASSERT_TRUE(stream.Add(32000));
+        ASSERT_TRUE(many.Add(32000));
         if (round >= 70)
-            stream.Get(32000);
+            many.Get(32000);
     }
     EXPECT_EQ(fault.Count(), 0u);
 }
@@ -142,9 +132,9 @@ TEST(ByteQueue, TakesOddArgumentsAndFixesItsSetting) {
     EXPECT_FALSE(queue.AddData(nullptr, 4) || queue.AddData(&byte, 0));
     EXPECT_TRUE(queue.AddData(&byte, 1));
     EXPECT_EQ(queue.GetData(nullptr, 1), 0u);
-    queue.SetRecycleBuffers(false);
+    for (CByteQueue* each : {&queue, &other})
+        each->SetRecycleBuffers(false);
     EXPECT_TRUE(queue.RecycleBuffers()) << "there is a block";
-    other.SetRecycleBuffers(false);
     EXPECT_FALSE(CByteQueue(other).RecycleBuffers());
     const CByteQueue& self = queue;
     queue = self;

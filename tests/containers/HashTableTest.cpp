@@ -1,48 +1,43 @@
 #include "utilities/containers/HashTable.h"
 #include "tests/support/AllocationFault.h"
 #include "tests/support/CodePage.h"
-#include "tests/support/Dice.h"
+#include "tests/support/Rounds.h"
 
 #include <algorithm>
-#include <gtest/gtest.h>
+#include <vector>
 
 namespace {
 
 TEST(HashTable, PutsKeysInTheirBuckets) {
-    struct Row {
+    const struct {
         const char* name;
         std::string key;
-        int buckets, count;
+        int buckets;
         unsigned bucket;
+    } rows[] = {
+        {"empty", "", 25, 0},
+        {"sum", "ab", 25, 20},
+        {"a signed byte wraps around", "\xFF", 25, 20},
+        {"back above zero", "\xFF\x02", 25, 1},
+        {"fewer than one count as one", "ab", -5, 0},
     };
-    Row rows[] = {
-        {"empty", "", 25, 25, 0},
-        {"sum", "ab", 25, 25, 20},
-        {"a signed byte wraps around", "\xFF", 25, 25, 20},
-        {"back above zero", "\xFF\x02", 25, 25, 1},
-        {"fewer than one count as one", "ab", -5, 1, 0},
-    };
-    for (Row& row : rows) {
-        CHashTable table(row.buckets);
-        EXPECT_TRUE(table.AddEntry(row.key.data(), 1));
-        EXPECT_EQ(table.GetTable(static_cast<unsigned>(row.count)), nullptr) << row.name;
-        ASSERT_NE(table.GetTable(row.bucket), nullptr) << row.name;
-        EXPECT_EQ(table.GetTable(row.bucket)->NumNodes(), 1) << row.name;
+    for (auto [name, key, buckets, bucket] : rows) {
+        CHashTable table(buckets);
+        EXPECT_TRUE(table.AddEntry(key.data(), 1));
+        EXPECT_EQ(table.GetTable(static_cast<unsigned>(std::max(buckets, 1))), nullptr) << name;
+        ASSERT_NE(table.GetTable(bucket), nullptr) << name;
+        EXPECT_EQ(table.GetTable(bucket)->NumNodes(), 1) << name;
     }
 }
 
 TEST(HashTable, DoesWhatAListOfEntriesDoes) {
-    constexpr unsigned seed = 5;
-    Dice dice(seed);
     AllocationFault fault("vtrutils.dll");
     std::string keys[] = {"", "a", "A", "ab", "ba", "ab\xE4", "ab\xC4", "ab", "", "A"};
     CHashTable table(7);
     std::vector<std::pair<std::string, long long>> model;
-    for (int round = 0; round < 20'000; ++round) {
-        SCOPED_TRACE(testing::Message() << "seed " << seed << ", round " << round);
+    EachRound(5, 20'000, [&](Dice& dice, int) {
         std::string& key = keys[dice.Below(10)];
         const long long value = dice.Below(3);
-        const auto entry = std::ranges::find(model, std::pair(key, value));
         const int choice = dice.Below(1000);
         if (choice == 0) {
             table.RemoveAll();
@@ -62,6 +57,7 @@ TEST(HashTable, DoesWhatAListOfEntriesDoes) {
                 table = assigned;
             assigned.RemoveAll();
         } else if (choice < 500) {
+            const auto entry = std::ranges::find(model, std::pair(key, value));
             ASSERT_EQ(table.Remove(key.data(), value), entry != model.end());
             if (entry != model.end())
                 model.erase(entry);
@@ -73,35 +69,27 @@ TEST(HashTable, DoesWhatAListOfEntriesDoes) {
         long long answer = -1;
         ASSERT_EQ(table.Find(key.c_str(), answer), first != model.end());
         ASSERT_EQ(answer, first != model.end() ? first->second : -1);
-    }
+    });
 }
 
-TEST(HashTable, ComparesCharactersOfTheCodePage) {
+TEST(HashTable, ComparesCharactersOfTheCodePageAndTakesNullForNoKey) {
     char key[] = "\x83\x41", letter[] = "\x82\x60"; // a wide A
     CHashTable table(1);                            // so that comparing decides
-    table.AddEntry(key, 1);
-    table.AddEntry(letter, 1);
-    for (const int codePage : {932, 1252}) {
-        const CodePage page(codePage);
-        long long value = 0;
-        EXPECT_TRUE(table.Find("\x83\x41", value)) << codePage;
-        EXPECT_FALSE(table.Find("\x82\x81", value)) << "with case in " << codePage;
-        EXPECT_FALSE(table.Find("\x83\x61", value)) << "with case in " << codePage;
-    }
-}
-
-TEST(HashTable, TakesNullForNoKey) {
-    CHashTable table(1);
-    long long value = 3;
-    EXPECT_TRUE(table.AddEntry(nullptr, 1));
-    EXPECT_EQ(table.GetTable(0)->NumNodes(), 0);
-    table.GetTable(0)->AppendToTail(nullptr, 1);
+    for (char* each : {static_cast<char*>(nullptr), key, letter})
+        EXPECT_TRUE(table.AddEntry(each, 1));
+    EXPECT_EQ(table.GetTable(0)->NumNodes(), 2);
+    table.GetTable(0)->InsertNewHead(nullptr, 1);
     const CHashTable& self = table;
     table = self;
-    for (const char* key : {static_cast<const char*>(nullptr), ""})
-        EXPECT_FALSE(table.Find(key, value));
+    long long value = 0;
+    for (const int codePage : {932, 1252}) {
+        const CodePage page(codePage);
+        EXPECT_TRUE(table.Find(key, value)) << codePage;
+        for (const char* other : {"\x82\x81", "\x83\x61", "", static_cast<const char*>(nullptr)})
+            EXPECT_FALSE(table.Find(other, value)) << "with case in " << codePage;
+    }
     EXPECT_FALSE(table.Remove(nullptr, 1));
-    EXPECT_EQ(table.GetTable(0)->NumNodes(), 1);
+    EXPECT_EQ(table.GetTable(0)->NumNodes(), 3);
 }
 
 } // namespace

@@ -1,11 +1,10 @@
 #include "tests/support/AllocationFault.h"
-#include "tests/support/Dice.h"
+#include "tests/support/Rounds.h"
 #include "utilities/containers/MegaList.h"
 #include "utilities/containers/MyList.h"
 
 #include <algorithm>
 #include <climits>
-#include <gtest/gtest.h>
 #include <stdexcept>
 
 namespace {
@@ -184,7 +183,34 @@ protected:
         }
     }
 
+    void Step(Dice& dice, int round) {
+        Value value = dice.Below(15);
+        if (value < 2)
+            value -= 2147483647; // about where the first value counts as unsorted
+        const int place = dice.Below(model.Size() + 3) - 1;
+        void* item = &items[dice.Below(60)];
+        const int choice = dice.Below(10), growing = round / 60 % 2 == 0 ? 5 : 2;
+        if (dice.Below(500) == 0) {
+            list.RemoveAll();
+            model.entries.clear();
+            model.cursor = 0;
+        } else if (dice.Below(200) == 0) {
+            // Assigned to one that holds something else, from a copy.
+            List other(list);
+            list.AppendToTail(&other, 9);
+            list = other;
+        } else if (choice < growing)
+            Insert(dice.Below(5), item, value, place, dice.Below(9) == 0);
+        else if (choice < 7)
+            Remove(dice.Below(3), item, place);
+        else
+            Search(dice.Below(5), item, value, place);
+        if (!this->HasFatalFailure())
+            Same();
+    }
+
     AllocationFault fault{"vtrutils.dll"};
+    int items[60]; ///< so few that some are there twice
     List list;
     Model<Value> model;
 };
@@ -193,37 +219,7 @@ using Kinds = testing::Types<Integers, Doubles>;
 TYPED_TEST_SUITE(LinkedLists, Kinds);
 
 TYPED_TEST(LinkedLists, DoWhatASimpleModelDoes) {
-    constexpr unsigned seed = 47;
-    Dice dice(seed);
-    std::vector<int> items(60); // so few that some are there twice
-    for (int round = 0; round < 20'000; ++round) {
-        SCOPED_TRACE(testing::Message() << "seed " << seed << ", round " << round);
-        typename TypeParam::Value value = dice.Below(15);
-        if (value < 2)
-            value -= 2147483647; // about where the first value counts as unsorted
-        const int place = dice.Below(this->model.Size() + 3) - 1;
-        void* item = &items.begin()[dice.Below(60)];
-        const int choice = dice.Below(10), growing = round / 60 % 2 == 0 ? 5 : 2;
-        if (dice.Below(500) == 0) {
-            this->list.RemoveAll();
-            this->model.entries.clear();
-            this->model.cursor = 0;
-        } else if (dice.Below(200) == 0) {
-            // Assigned to one that holds something else, from a copy.
-            TypeParam other(this->list);
-            this->list.AppendToTail(&other, 9);
-            this->list = other;
-        } else if (choice < growing)
-            this->Insert(dice.Below(5), item, value, place, dice.Below(9) == 0);
-        else if (choice < 7)
-            this->Remove(dice.Below(3), item, place);
-        else
-            this->Search(dice.Below(5), item, value, place);
-        if (!this->HasFatalFailure())
-            this->Same();
-        if (this->HasFatalFailure())
-            return;
-    }
+    EachRound(47, 20'000, [this](Dice& dice, int round) { this->Step(dice, round); });
 }
 
 TYPED_TEST(LinkedLists, ThrowOnlyWhenTheyAreTooLong) {

@@ -1,11 +1,10 @@
 #include "utilities/containers/RectangleList.h"
 #include "tests/support/AllocationFault.h"
-#include "tests/support/Dice.h"
+#include "tests/support/Rounds.h"
 
 #include <algorithm>
 #include <array>
 #include <climits>
-#include <gtest/gtest.h>
 #include <vector>
 
 bool operator==(const RECT& a, const RECT& b) {
@@ -97,14 +96,27 @@ bool ChangeOnce(Rectangles& list, bool (*change)(Rectangles&, std::size_t, std::
     return false;
 }
 
+/// Without memory a copy is empty, and lists are not swapped.
+void CheckCopyAndSwap(const RectangleList& list, AllocationFault& fault, unsigned failing) {
+    const Rectangles one = {{7, 7, 8, 8}};
+    RectangleList copy(list), other;
+    const Rectangles all = Of(copy);
+    Fill(other, one);
+    fault.FailAt(failing);
+    RectangleList second(copy);
+    copy.swapWith(other);
+    const bool failed = failing > 0 && fault.Count() >= failing;
+    fault.FailAt(0);
+    EXPECT_TRUE(Of(second) == all || (failed && second.isEmpty()));
+    EXPECT_TRUE((Of(other) == all && Of(copy) == one) ||
+                (failed && Of(copy) == all && Of(other) == one));
+}
+
 TEST(RectangleList, CoversWhatWasAddedAndNotSubtracted) {
-    constexpr unsigned seed = 1;
-    Dice dice(seed);
     AllocationFault fault("vtrutils.dll");
     RectangleList list;
     list.set_consolidate_on_add(false, 0, 1);
-    for (int round = 0; round < 2500; ++round) {
-        SCOPED_TRACE(testing::Message() << "seed " << seed << ", round " << round);
+    EachRound(1, 2500, [&](Dice& dice, int) {
         const int choice = dice.Below(64);
         const bool adds = choice<36, subtracts = choice> 38, many = choice % 18 == 0;
         RECT r = RandomRectangle(dice, adds || subtracts ? 20 : side);
@@ -114,6 +126,7 @@ TEST(RectangleList, CoversWhatWasAddedAndNotSubtracted) {
             other.add(&r);
         }
         const Rectangles before = Of(list);
+        CheckCopyAndSwap(list, fault, static_cast<unsigned>(dice.Below(20)));
         Cells expected = CellsOf(before);
         const Cells with = CellsOf(Of(other));
         ASSERT_EQ(list.getBounds(), BoundsOf(before));
@@ -134,17 +147,16 @@ TEST(RectangleList, CoversWhatWasAddedAndNotSubtracted) {
         else
             many ? static_cast<void>(list.clipTo(other)) : list.SetNewObjectRect(r);
         fault.FailAt(0);
-        ASSERT_TRUE((fails && Of(list) == before) || CellsOf(Of(list)) == expected)
+        const Rectangles after = Of(list);
+        ASSERT_TRUE((fails && after == before) || CellsOf(after) == expected)
             << "other cells, or some twice";
-    }
+        ASSERT_TRUE(std::ranges::none_of(after, [](const RECT& e) { return IsRectEmpty(&e); }));
+    });
 }
 
 TEST(RectangleList, ConsolidatesInDocumentedOrder) {
-    constexpr unsigned seed = 11;
-    Dice dice(seed);
     AllocationFault fault("vtrutils.dll");
-    for (int round = 0; round < 1500; ++round) {
-        SCOPED_TRACE(testing::Message() << "seed " << seed << ", round " << round);
+    EachRound(11, 1500, [&](Dice& dice, int) {
         RectangleList list;
         list.set_consolidate_on_add(false, 0, 1);
         // Thin ones near the top, and bounds with room below: the sum stays small.
@@ -169,47 +181,31 @@ TEST(RectangleList, ConsolidatesInDocumentedOrder) {
         if (Of(list) == before)
             list.consolidate();
         ASSERT_EQ(Of(list), before.size() > 50 ? Rectangles{BoundsOf(before)} : expected);
-    }
+    });
 }
 
 TEST(RectangleList, AddsAndSubtractsAtTheEdges) {
-    struct Row {
-        const char* name;
-        Rectangles before;
-        bool adds;
-        RECT r;
-        Rectangles after;
-    };
-    const RECT ten{0, 0, 10, 10};
-    const Row rows[] = {
-        {"overlap on the right", {ten}, true, {5, 0, 15, 10}, {ten, {10, 0, 15, 10}}},
-        {"trims each side",
-         {{0, 0, 4, 9}, {5, 0, 9, 4}, {16, 0, 20, 9}, {5, 9, 9, 20}},
-         true,
-         {2, -1, 18, 12},
-         {{0, 0, 2, 9}, {18, 0, 20, 9}, {5, 12, 9, 20}, {2, -1, 18, 12}}},
-        {"cross",
-         {{3, 0, 6, 10}},
-         true,
-         {0, 3, 10, 6},
-         {{3, 0, 6, 10}, {0, 3, 3, 6}, {6, 3, 10, 6}}},
-        {"empty, outside", {ten}, true, {20, 20, 20, 30}, {ten, {20, 20, 20, 30}}},
-        {"empty list", {}, true, {5, 5, 5, 5}, {{5, 5, 5, 5}}},
-        {"hole",
-         {ten},
-         false,
-         {3, 3, 6, 6},
-         {{6, 0, 10, 10}, {3, 6, 6, 10}, {3, 0, 6, 3}, {0, 0, 3, 10}}},
-        {"all of one", {ten, {10, 0, 20, 10}}, false, {-5, 0, 10, 10}, {{10, 0, 20, 10}}},
-        {"empty hole", {ten}, false, {5, 2, 5, 8}, {{5, 0, 10, 10}, {0, 0, 5, 10}}},
-    };
-    for (const Row& row : rows) {
+    const RECT ten{0, 0, 10, 10}, outside{20, 20, 20, 30};
+    const auto with = [](const Rectangles& before, RECT added) {
         RectangleList list;
-        Fill(list, row.before);
-        RECT r = row.r;
-        row.adds ? list.add(&r) : list.subtract(&r);
-        EXPECT_EQ(Of(list), row.after) << row.name;
-    }
+        Fill(list, before);
+        list.add(&added);
+        return Of(list);
+    };
+    const Rectangles around = {{0, 0, 4, 9}, {5, 0, 9, 4}, {16, 0, 20, 9}, {5, 9, 9, 20}};
+    EXPECT_EQ(with(around, {2, -1, 18, 12}),
+              (Rectangles{{0, 0, 2, 9}, {18, 0, 20, 9}, {5, 12, 9, 20}, {2, -1, 18, 12}}));
+    EXPECT_EQ(with({ten}, outside), (Rectangles{ten, outside})) << "empty";
+    EXPECT_EQ(with({}, outside), Rectangles{outside}) << "empty";
+    RECT inside{3, 3, 6, 6}, empty{5, 2, 5, 8}, all = ten;
+    RectangleList list(all);
+    list.subtract(&inside);
+    EXPECT_EQ(Of(list), (Rectangles{{6, 0, 10, 10}, {3, 6, 6, 10}, {3, 0, 6, 3}, {0, 0, 3, 10}}));
+    Fill(list, {ten});
+    list.subtract(&empty);
+    EXPECT_EQ(Of(list), (Rectangles{{5, 0, 10, 10}, {0, 0, 5, 10}}));
+    list.offsetAll(INT_MAX, -8);
+    EXPECT_EQ(*list.getRectangle(0), (RECT{INT_MIN + 4, -8, INT_MIN + 9, 2})) << "wraps around";
 }
 
 TEST(RectangleList, TakesItselfAndNull) {
@@ -233,6 +229,9 @@ TEST(RectangleList, TakesItselfAndNull) {
     RECT touching = {10, 0, 21, 1};
     EXPECT_TRUE(list.clipTo(touching));
     EXPECT_EQ(Of(list), Rectangles{two[1]}) << "kept whole";
+    RECT empty{25, 2, 25, 8};
+    EXPECT_FALSE(list.intersectsRectangle(&empty));
+    EXPECT_FALSE(RectangleList(list).clipTo(empty)) << "has nothing in common";
     touching.right = 20;
     EXPECT_FALSE(list.clipTo(touching) || list.clipTo(copy));
     list.consolidate();
@@ -240,37 +239,38 @@ TEST(RectangleList, TakesItselfAndNull) {
 }
 
 TEST(RectangleList, ConsolidatesWhenTheSumIsLargeAndWhenDue) {
+    const auto consolidated = [](const Rectangles& rectangles) {
+        RectangleList list;
+        Fill(list, rectangles);
+        list.consolidate();
+        return list.getNumRectangles();
+    };
     // Width times bottom edge less top edge: 2 * 11 - 10 and 3 * 11 - 10, so 35, against two thirds
     // of the bounds.
-    for (const auto& [right, number] : {std::pair(53L, 2), std::pair(52L, 1)}) {
-        RectangleList list;
-        Fill(list, {{0, 10, 2, 11}, {right - 3, 10, right, 11}});
-        list.consolidate();
-        EXPECT_EQ(list.getNumRectangles(), number) << right;
-    }
-    for (const auto& [count, number] : {std::pair(50, 50), std::pair(51, 1)}) {
-        Rectangles apart;
-        for (LONG i = 0; i < count; ++i)
-            apart.push_back({1000 * i, 0, 1000 * i + 1, 1});
-        RectangleList list;
-        Fill(list, apart);
-        list.consolidate();
-        EXPECT_EQ(list.getNumRectangles(), number) << count;
-    }
+    for (const auto& [width, number] : {std::pair(53L, 2), std::pair(52L, 1)})
+        EXPECT_EQ(consolidated({{7, 10, 9, 11}, {width + 4, 10, width + 7, 11}}), number) << width;
+    Rectangles apart;
+    for (LONG i = 0; i < 50; ++i)
+        apart.push_back({1000 * i, 0, 1000 * i + 1, 1});
+    EXPECT_EQ(consolidated(apart), 50);
+    apart.push_back({-1000, 0, -999, 1});
+    EXPECT_EQ(consolidated(apart), 1);
+
     // Two halves show that a consolidation ran; the others do not touch.
     RectangleList list;
-    const auto addUntil = [&list](int last) {
+    const auto addUntil = [&](int last) {
         for (int i = list.getNumRectangles(); i < last; ++i) {
-            RECT r = i < 2 ? RECT{i, 0, i + 1, 1} : RECT{1000L * i, 0, 1000L * i + 1, 1};
+            RECT r = i == 1 ? RECT{1, 0, 2, 1} : apart.begin()[i];
             list.add(&r);
         }
         return list.getNumRectangles();
     };
-    EXPECT_EQ(addUntil(19), 19) << "12 do not count";
+    addUntil(19);
+    list.add(&apart[0]);
+    EXPECT_EQ(list.getNumRectangles(), 19) << "12 do not count, nor does one that is covered";
     RectangleList copy(list);
     EXPECT_EQ(addUntil(20), 19) << "the eighth consolidates";
-    RECT distant{-1000, 0, -999, 1};
-    copy.add(&distant);
+    copy.add(&apart.back());
     EXPECT_EQ(copy.getNumRectangles(), 19) << "a copy has the counters too";
     RECT beside{2, 0, 3, 1};
     RectangleList next(list);
@@ -278,7 +278,7 @@ TEST(RectangleList, ConsolidatesWhenTheSumIsLargeAndWhenDue) {
     EXPECT_EQ(next.getNumRectangles(), 20) << "and the turn of the next";
     list.set_consolidate_on_add(true, 0, 0);
     Fill(list, {{0, 0, 1, 1}, {1, 0, 2, 1}});
-    list.add(&distant);
+    list.add(&apart.back());
     EXPECT_EQ(list.getNumRectangles(), 2) << "an interval of 0 is 1";
 }
 
@@ -297,28 +297,6 @@ TEST(RectangleList, TellsAboutTwoRectangles) {
         EXPECT_FALSE(RectangleList::reduceIfPartlyContainedIn(&inside, &a));
     EXPECT_TRUE(RectangleList::reduceIfPartlyContainedIn(&a, &above));
     EXPECT_EQ(a, (RECT{0, 4, 10, 10}));
-}
-
-TEST(RectangleList, CopiesSwapsAndOffsets) {
-    AllocationFault fault("vtrutils.dll");
-    const Rectangles three = {{0, 0, 1, 1}, {2, 2, 3, 3}, {4, 4, 5, 5}};
-    RECT one{7, 7, 8, 8};
-    fault.ForEachAllocation([&](unsigned n) {
-        fault.FailAt(0);
-        RectangleList list, other(one);
-        Fill(list, three);
-        fault.FailAt(n);
-        RectangleList copy(list);
-        list.swapWith(other);
-        fault.FailAt(0);
-        EXPECT_EQ(Of(copy), n > 4 ? three : Rectangles());
-        const bool swapped = Of(other) == three && Of(list) == Rectangles{one};
-        EXPECT_TRUE(swapped || (Of(list) == three && Of(other) == Rectangles{one})) << n;
-        EXPECT_TRUE(swapped || n > 4) << n;
-    });
-    RectangleList list(one);
-    list.offsetAll(INT_MAX, -8);
-    EXPECT_EQ(Of(list), (Rectangles{{INT_MIN + 6, -1, INT_MIN + 7, 0}})) << "wraps around";
 }
 
 } // namespace

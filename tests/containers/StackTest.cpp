@@ -14,34 +14,26 @@ struct CountingStack : CStack {
     int pops = 0;
 };
 
-TEST(Stack, GivesOutFirstWhatWasPushedFirst) {
+TEST(Stack, GivesOutFirstWhatWasPushedFirstAndIsClearedUpToANullItem) {
     AllocationFault fault("vtrutils.dll");
     int items[3];
-    CStack stack;
-    for (int round = 0; round < 2; ++round) {
-        EXPECT_EQ(stack.Pop(), nullptr);
-        stack.Push(&items[0]);
-        stack.Push(&items[1]);
-        EXPECT_EQ(stack.Pop(), &items[0]);
-        fault.FailAt(1);
-        stack.Push(&items[0]);
-        stack.Push(&items[2]);
-        EXPECT_EQ(stack.NumNodes(), 2) << "nothing for one without memory";
-        EXPECT_EQ(stack.Pop(), &items[1]);
-        EXPECT_EQ(stack.Pop(), &items[2]);
-    }
-}
-
-TEST(Stack, IsClearedUpToANullItem) {
-    int item = 0;
     CountingStack stack;
-    for (int* each : {&item, static_cast<int*>(nullptr), &item})
+    stack.Push(&items[0]);
+    stack.Push(&items[1]);
+    EXPECT_EQ(stack.Pop(), &items[0]);
+    fault.FailAt(1);
+    for (int* each : {&items[0], &items[2], static_cast<int*>(nullptr), &items[0]})
         stack.Push(each);
+    EXPECT_EQ(stack.NumNodes(), 4) << "nothing for one without memory";
+    EXPECT_EQ(stack.Pop(), &items[1]);
     stack.ClearStack();
-    EXPECT_EQ(stack.pops, 2) << "through the derived class";
+    EXPECT_EQ(stack.pops, 4) << "through the derived class";
     EXPECT_EQ(stack.NumNodes(), 0);
-    EXPECT_EQ(stack.Pop(), &item) << "behind the null item";
+    EXPECT_EQ(stack.Pop(), &items[0]) << "after the null item";
+    EXPECT_EQ(stack.Pop(), nullptr);
     EXPECT_EQ(stack.NumNodes(), 0) << "never below 0";
+    stack.Push(&items[1]);
+    EXPECT_EQ(stack.Pop(), &items[1]);
 }
 
 } // namespace

@@ -1,11 +1,9 @@
 #include "utilities/containers/StringDynArray.h"
 #include "tests/support/AllocationFault.h"
 #include "tests/support/CodePage.h"
-#include "tests/support/Dice.h"
-#include "utilities/text/strings/StringFunctions.h"
+#include "tests/support/Rounds.h"
 
 #include <algorithm>
-#include <gtest/gtest.h>
 #include <vector>
 
 namespace {
@@ -50,17 +48,12 @@ INSTANTIATE_TEST_SUITE_P(Kinds, StringDynArray, testing::Bool(),
                          [](const auto& kind) { return kind.param ? "Wide" : "Narrow"; });
 
 TEST_P(StringDynArray, DoesWhatASimpleModelDoes) {
-    constexpr unsigned seed = 3333;
-    Dice dice(seed);
     AllocationFault fault("vtrutils.dll");
     Texts model;
     bool maintained = false;
-    for (int round = 0; round < 4000; ++round) {
-        SCOPED_TRACE(testing::Message() << "seed " << seed << ", round " << round);
-        std::string text(static_cast<std::size_t>(dice.Below(3)),
-                         static_cast<char>('a' + dice.Below(8)));
-        if (dice.Below(2) == 0)
-            MakeUpperCase(text.data());
+    EachRound(3333, 4000, [&](Dice& dice, int round) {
+        const std::string text(static_cast<std::size_t>(dice.Below(3)),
+                               static_cast<char>((dice.Below(2) == 0 ? 'A' : 'a') + dice.Below(8)));
         const int choice = dice.Below(66);
         const bool asWide = dice.Below(2) == 0;
         fault.FailAt(static_cast<unsigned>(std::max(0, dice.Below(12) - 8)));
@@ -82,12 +75,11 @@ TEST_P(StringDynArray, DoesWhatASimpleModelDoes) {
             }
         } else if (choice < 36) {
             if (Add(text, asWide))
-                model.insert(maintained ? std::upper_bound(model.begin(), model.end(), text, Less)
-                                        : model.end(),
+                model.insert(maintained ? std::ranges::upper_bound(model, text, Less) : model.end(),
                              text);
         } else {
             const int index = dice.Below(static_cast<int>(model.size()) + 2);
-            const bool inRange = index < static_cast<int>(model.size());
+            const bool inRange = index < std::ssize(model);
             ASSERT_EQ(array.RemoveString(static_cast<unsigned>(index)), inRange);
             if (inRange)
                 model.erase(model.begin() + index);
@@ -98,15 +90,13 @@ TEST_P(StringDynArray, DoesWhatASimpleModelDoes) {
         const auto same = std::ranges::find_if(
             model, [&](const auto& t) { return !Less(t, text) && !Less(text, t); });
         ASSERT_EQ(Find(text, asWide), same == model.end() ? -1 : same - model.begin()) << text;
-        ASSERT_EQ(array.NumStrings(), model.size());
         ASSERT_EQ(All(), model);
-    }
+    });
 }
 
 TEST_P(StringDynArray, KeepsEmptyTextsAsNullBelowAllOthers) {
-    for (const char* text : {"b", "", "a"})
-        array.AddString(text, true);
-    EXPECT_TRUE(array.AddString(static_cast<const char*>(nullptr), true));
+    for (const char* text : {"b", "", "a", static_cast<const char*>(nullptr)})
+        EXPECT_TRUE(array.AddString(text, true));
     EXPECT_TRUE(array.AddString(nullptr));
     EXPECT_EQ(array.FindString(static_cast<const char*>(nullptr)), 1);
     array.SetMaintainSorted(true);
@@ -133,24 +123,20 @@ TEST_P(StringDynArray, FindsAPartOfAText) {
     }
 }
 
-TEST_P(StringDynArray, ConvertsWithTheSystemsCodePage) {
-    ASSERT_TRUE(array.AddString("\xDC-", false));
-    ASSERT_TRUE(array.AddString(L"-\u00DF"));
+TEST_P(StringDynArray, ReadsBytesInTheirCodePage) {
+    ASSERT_TRUE(array.AddString("\xDC-", false) && array.AddString(L"-\u00DF"));
     EXPECT_EQ(array.FindString("-\xDF"), 1);
     EXPECT_EQ(array.FindString(L"\u00DC-"), 0);
     EXPECT_TRUE(GetParam() ? array.GetWCString(0) == std::wstring(L"\u00DC-")
                            : array.GetString(1) == std::string("-\xDF"));
-}
-
-TEST(StringDynArrayOfBytes, FindsNoPartThatStartsWithinACharacter) {
-    CStringDynArray array;
+    // No part starts within a character.
+    CStringDynArray bytes;
     for (const char* text : {"\x83\x41", "xA", "\x83\x41\x41\x41"})
-        array.AddString(text, false);
-    EXPECT_EQ(array.FindSubString("a"), 0) << "two characters";
+        bytes.AddString(text, false);
+    EXPECT_EQ(bytes.FindSubString("a"), 0) << "two characters";
     const CodePage japanese(932);
-    EXPECT_EQ(array.FindSubString("a"), 1) << "the second byte of one";
-    EXPECT_EQ(array.FindSubString("\x83\x41"), 0);
-    EXPECT_EQ(array.FindSubString("aa"), 2) << "overlaps what is none";
+    for (const auto& [part, index] : {std::pair("a", 1), {"\x83\x41", 0}, {"aa", 2}})
+        EXPECT_EQ(bytes.FindSubString(part), index) << "one character, " << part;
 }
 
 } // namespace

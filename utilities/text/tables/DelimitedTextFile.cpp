@@ -1,11 +1,13 @@
 #include "utilities/text/tables/DelimitedTextFile.h"
 
+#include "utilities/base/ByteSearch.h"
 #include "utilities/base/MergeSort.h"
 #include "utilities/base/OwnedText.h"
 #include "utilities/base/ReplacingFile.h"
 #include "utilities/base/SameText.h"
 #include "utilities/base/StoreCut.h"
 #include "utilities/base/TextFile.h"
+#include "utilities/base/TextFinder.h"
 #include "utilities/system/files/FileFunctions.h"
 #include "utilities/text/strings/StringFunctions.h"
 #include "utilities/text/tables/DelimitedParser.h"
@@ -46,11 +48,9 @@ bool IsSameExactly(const char* a, const char* b) {
 
 /// How many occurrences can stand side by side.
 std::size_t CountOccurrences(const char* text, const char* find) {
-    const std::size_t length = std::strlen(find);
-    std::size_t count = 0;
-    for (text = std::strstr(text, find); text != nullptr; text = std::strstr(text + length, find))
-        ++count;
-    return count;
+    const vtr::TextFinder finder(find, /*exactCase=*/true, vtr::Characters::singleBytes);
+    const std::size_t length = vtr::TextLength(text);
+    return finder.Count(text, text + length, length);
 }
 
 } // namespace

@@ -11,7 +11,7 @@ packages=(
     # testing: English words that no list of offensive words may take offence at
     wamerican
     # checking
-    clang clang-format clang-tidy
+    clang clang-format clang-tidy python3
     # measuring: a peer of the INI reader, and what unpacks Debian source packages
     libsimpleini-dev dpkg-dev xz-utils ca-certificates
 )

@@ -11,6 +11,14 @@
 #define VTRUTILS_API __declspec(dllimport)
 #endif
 
+/// Marks each inline member of an exported class. The library's compiler exports such members only
+/// where they are marked themselves; others export them with the class, or refuse the mark.
+#if defined(VTRUTILS_BUILD) && !defined(__clang__)
+#define VTRUTILS_INLINE __declspec(dllexport)
+#else
+#define VTRUTILS_INLINE
+#endif
+
 namespace vtr {
 /// Specialised beside the source of a class whose field order hosts rely on: sees its private
 /// fields and asserts where they stand.

@@ -1,13 +1,14 @@
 #include "utilities/undo/UndoMgr.h"
 #include "tests/support/AllocationFault.h"
+#include "tests/support/Dice.h"
 
 #include <algorithm>
 #include <cstdio>
-#include <functional>
 #include <gtest/gtest.h>
 #include <map>
 #include <memory>
 #include <random>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -20,8 +21,6 @@ struct Host {
     std::string document;
     bool torn = false; ///< changes are missing from the history: the others no longer fit
     int living = 0;
-    std::function<void()> onPerform;
-    std::function<void()> onDelete;
 };
 
 /// One text put in the place of another: adds, changes or removes.
@@ -41,8 +40,6 @@ public:
     ~Edit() override {
         told += " deleted " + std::to_string(nodeID);
         --host.living;
-        if (host.onDelete)
-            host.onDelete();
     }
 
     CUndoAtom* Clone() override { return new Edit(*this); }
@@ -51,8 +48,6 @@ public:
         told += (redo ? " redo " : " undo ") + std::to_string(nodeID);
         if (!host.torn)
             host.document.replace(place, (redo ? before : after).size(), redo ? after : before);
-        if (host.onPerform)
-            host.onPerform();
     }
 
     void GetDescription(char* buffer, unsigned size) override {
@@ -85,17 +80,12 @@ TEST(UndoMgr, NamesSets) {
     EXPECT_EQ(manager.AddUndoNode(static_cast<CUndoAtom*>(nullptr)), -1);
     EXPECT_FALSE(manager.NextUndoSet("Cut"));
     h.AddSets({1, 1, 1});
-    EXPECT_STREQ(manager.GetUndoSetName(1), "Cut");
     manager.SetUndoSetName(1, manager.GetUndoSetName(1) + 1);
     EXPECT_STREQ(manager.GetUndoSetName(1), "ut") << "a part of the old name";
-    manager.SetUndoSetName(1, "");
-    EXPECT_EQ(manager.GetUndoSetName(1), nullptr);
     manager.SetUndoSetName(7, "x");
-    EXPECT_EQ(manager.GetUndoSetName(7), nullptr);
     EXPECT_STREQ(manager.GetUndoSetName(3), "x") << "the current set";
     manager.DeleteAllNodesAfterNode(manager.GetUndoNodeByID(1));
     EXPECT_TRUE(manager.NextUndoSet("two"));
-    EXPECT_STREQ(manager.GetUndoSetName(2), "two");
     EXPECT_STREQ(manager.GetUndoSetName(3), "x") << "set numbers went back";
 }
 
@@ -132,72 +122,137 @@ TEST(UndoSetFreezer, KeepsOneSetAndTakesAnEmptyOneBack) {
     EXPECT_EQ(told, " undo 3 undo 2") << "both in one set";
 }
 
-TEST(UndoMgr, IsSafeAgainstAtomsThatCallIt) {
-    struct Row {
-        const char* name;
-        std::function<void(CUndoMgr&)> act;
-        const char* told; ///< of the second of three sets, of atoms 1; 2, 3 and 4; 5
-    };
-    const Row rows[] = {
-        {"undo", [](CUndoMgr& m) { m.Undo(); }, " undo 4 undo 3 undo 2"},
-        {"redo", [](CUndoMgr& m) { m.Redo(); }, " undo 4 undo 3 undo 2"},
-        {"add",
-         [](CUndoMgr& m) {
-             Host other;
-             Edit own(other, 0, 0, "");
-             EXPECT_EQ(m.AddUndoNode(own), -1);
-             EXPECT_TRUE(m.IsUndoInProgress() && !m.IsRedoInProgress());
-             m.EnableNewUndos();
-             EXPECT_EQ(m.AddUndoNode(&own), -1);
-         },
-         " undo 4 deleted 0 undo 3 deleted 0 deleted 0 undo 2 deleted 0 deleted 0"},
-        {"clear", [](CUndoMgr& m) { m.ClearUndoHistory(); },
-         " undo 4 deleted 5 deleted 3 deleted 2 deleted 1 deleted 4"},
-        {"delete its set", [](CUndoMgr& m) { m.DeleteUndoEventsByID(2); },
-         " undo 4 deleted 3 deleted 2 deleted 4"},
-        {"cut below it", [](CUndoMgr& m) { m.DeleteAllNodesAfterNode(m.GetUndoNodeByID(1)); },
-         " undo 4 deleted 5 deleted 3 deleted 2 deleted 4"},
-        {"only move the index", [](CUndoMgr& m) { m.DeleteAllNodesAfterNode(m.GetLastNode()); },
-         " undo 4"},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        History h;
-        h.AddSets({1, 3, 1});
-        h.manager.Undo();
-        h.onPerform = [&] { row.act(h.manager); };
-        told.clear();
-        h.manager.Undo();
-        EXPECT_EQ(told, row.told);
-        h.onPerform = nullptr;
-        h.AddSets({1});
-        EXPECT_NE(h.manager.CanUndo(), 0);
-    }
-}
+/// A history whose atoms and callbacks call it at random, from everywhere.
+class Zoo {
+public:
+    enum { addSet = 7, undo = 10, cut = 12, clear = 14 }; ///< of the table in `Act`
 
-TEST(UndoMgr, IsSafeAgainstDestructorsThatCallIt) {
-    const std::function<void(History&)> removals[] = {
-        [](History& h) { h.manager.ClearUndoHistory(); },
-        [](History& h) { h.manager.DeleteUndoEventsByID(2); },
-        [](History& h) { h.manager.DeleteAllNodesAfterNode(h.manager.GetUndoNodeByID(1)); },
-        [](History& h) { h.manager.SetMaxUndos(2), h.AddSets({1}); },
-    };
-    for (const auto& outer : removals) {
-        for (const auto& inner : removals) {
-            History h;
-            h.AddSets({1, 3, 3, 1});
-            int depth = 0;
-            h.onDelete = [&] {
-                if (++depth < 3)
-                    inner(h);
-            };
-            outer(h);
-            h.onDelete = nullptr;
-            for (long long id = h.manager.LastUndoNodeID(); id > 0; --id)
-                h.living -= h.manager.GetUndoNodeByID(id) != nullptr ? 1 : 0;
-            EXPECT_EQ(h.living, 0) << "not in the history";
+    explicit Zoo(unsigned seed) : dice(seed), onlyAdds(seed % 3 == 0) {
+        manager->SetDirtyStatusCallback([](int, void* zoo) { static_cast<Zoo*>(zoo)->Call(); },
+                                        this);
+        called = this;
+        manager->SetSetDirtyCallback([] { called->Call(); });
+    }
+    ~Zoo() {
+        budget = 20;
+        delete manager;
+        EXPECT_TRUE(living.empty()) << "not deleted";
+    }
+
+    /// Every destructor does the same, without end if the manager has none. Returns how often.
+    int DeleteManyThatAll(int act) {
+        manager->SetDirtyStatusCallback(nullptr, nullptr);
+        manager->SetSetDirtyCallback(nullptr);
+        manager->SetMaxUndos(20'000);
+        for (int i = 0; i < 20'000; ++i)
+            manager->NextUndoSet(), Add();
+        always = act;
+        manager->SetMaxUndos(1);
+        budget = 1'000'000;
+        manager->NextUndoSet(), Add();
+        return 1'000'000 - std::exchange(budget, 0);
+    }
+
+    void Step() {
+        budget = 20;
+        Act();
+        budget = 0;
+        for (CUndoAtom* atom : living)
+            ASSERT_TRUE(manager->AtomInList(atom)) << "neither kept nor deleted";
+        ASSERT_TRUE(living.empty() || living.contains(manager->GetLastNode()));
+        ASSERT_TRUE(manager->CanUndo() == 0 || manager->CanAddUndoNodes() != 0);
+        for (long long id = manager->LastUndoNodeID(); onlyAdds && !living.empty(); --id) {
+            ASSERT_EQ(manager->GetUndoNodeByID(id) != nullptr,
+                      manager->LastUndoNodeID() - id < static_cast<long long>(living.size()))
+                << "lost from the middle";
+            if (manager->GetUndoNodeByID(id) == nullptr)
+                break;
         }
     }
+
+private:
+    struct Wild : CUndoAtom {
+        explicit Wild(Zoo& owner) : zoo(owner) { zoo.living.insert(this); }
+        ~Wild() override {
+            EXPECT_EQ(zoo.living.erase(this), 1u);
+            zoo.Call();
+        }
+        CUndoAtom* Clone() override { return zoo.dice.Below(4) == 0 ? nullptr : new Wild(zoo); }
+        void Perform(bool) override {
+            EXPECT_LT(zoo.always, 0) << "history was walked while atoms were deleted";
+            zoo.Call();
+            EXPECT_TRUE(zoo.living.contains(this)) << "deleted while it runs";
+        }
+        void GetDescription(char*, unsigned) override {}
+        Zoo& zoo;
+    };
+
+    CUndoAtom* Any() {
+        const auto id = manager->LastUndoNodeID() - dice.Below(8);
+        return manager->GetUndoNodeByID(id);
+    }
+
+    void Call() {
+        if (budget > 0 && (always >= 0 || dice.Below(2) == 0))
+            Act();
+    }
+
+    void Add() {
+        auto atom = std::make_unique<Wild>(*this);
+        if (manager->AddUndoNode(atom.get()) >= 0)
+            static_cast<void>(atom.release());
+    }
+
+    void Act() {
+        using Kind = void (*)(Zoo&, CUndoMgr&);
+        static constexpr Kind acts[] = {
+            [](Zoo& zoo, CUndoMgr& m) { m.SetMaxUndos(zoo.dice.Below(12)); },
+            [](Zoo&, CUndoMgr& m) { m.UpdateDirtyStatus(); },
+            [](Zoo&, CUndoMgr& m) { m.OnSave(); },
+            [](Zoo&, CUndoMgr& m) { m.ForceSetDirty(0); },
+            [](Zoo&, CUndoMgr& m) { m.EnableNewUndos(); },
+            [](Zoo&, CUndoMgr& m) { m.SetCurrentUndoSetName("name"); },
+            [](Zoo& zoo, CUndoMgr& m) { CUndoSetFreezer(&m, "set"), zoo.Add(); },
+            [](Zoo& zoo, CUndoMgr& m) { m.NextUndoSet(), zoo.Add(); },
+            [](Zoo& zoo, CUndoMgr&) { zoo.Add(); },
+            [](Zoo& zoo, CUndoMgr& m) {
+                Wild own(zoo);
+                m.AddUndoNode(own);
+            },
+            // What follows takes atoms out elsewhere than at the start.
+            [](Zoo&, CUndoMgr& m) { m.Undo(); },
+            [](Zoo&, CUndoMgr& m) { m.Redo(); },
+            [](Zoo& zoo, CUndoMgr& m) { m.DeleteAllNodesAfterNode(zoo.Any()); },
+            [](Zoo& zoo, CUndoMgr& m) {
+                const CUndoAtom* any = zoo.Any();
+                m.DeleteUndoEventsByID(any != nullptr ? any->undoSetID : 1);
+            },
+            [](Zoo&, CUndoMgr& m) { m.ClearUndoHistory(); },
+        };
+        --budget;
+        const int act = dice.Below(onlyAdds ? undo : static_cast<int>(std::size(acts)));
+        acts[always >= 0 ? always : act](*this, *manager);
+    }
+
+    Dice dice;
+    bool onlyAdds;
+    int budget = 0;
+    int always = -1;
+    std::set<CUndoAtom*> living;
+    CUndoMgr* manager = new CUndoMgr(5);
+    static inline Zoo* called;
+};
+
+TEST(UndoMgr, IsSafeAgainstAtomsAndCallbacksThatCallIt) {
+    for (unsigned seed = 1; seed <= 60; ++seed) {
+        Zoo zoo(seed);
+        for (int step = 0; step < 100; ++step) {
+            SCOPED_TRACE(testing::Message() << "seed " << seed << ", step " << step);
+            ASSERT_NO_FATAL_FAILURE(zoo.Step());
+        }
+    }
+    for (const int act : {Zoo::addSet, Zoo::undo, Zoo::cut, Zoo::clear})
+        EXPECT_LE(Zoo(1).DeleteManyThatAll(act), 20'001) << "each of them once";
 }
 
 TEST(UndoMgr, LeavesTheAtomWithItsCallerWhenMemoryRunsOut) {
@@ -255,13 +310,25 @@ struct Model {
             Drop(Last());
     }
 
+    /// The current set's name stays, and names within the range of what is left.
+    void ForgetNames() {
+        std::erase_if(names, [&](const auto& named) {
+            return named.first != set &&
+                   (entries.empty() || named.first < At(0).set || named.first > entries.back().set);
+        });
+    }
+
     void Add(const std::string& after) {
-        DropAbove(index);
+        if (Last() > index) {
+            DropAbove(index);
+            ForgetNames();
+        }
         entries.push_back({nextID++, set, after});
         hasAtoms = true;
         while (static_cast<int>(entries.size()) > maximum && At(0).set != set) {
             for (const long long oldest = At(0).set; At(0).set == oldest; Drop(0))
                 base = At(0).after;
+            ForgetNames();
         }
         index = Last();
         SetDirty(1, entries.size() == 1);
@@ -291,6 +358,11 @@ struct Model {
         hasAtoms = false;
         names[set] = name;
         return advanced;
+    }
+
+    void Name(long long wanted, const std::string& name) {
+        if (frozen == 0)
+            names[names.contains(wanted) ? wanted : set] = name;
     }
 
     bool TakeBackEmptySet() {
@@ -370,6 +442,12 @@ protected:
             model.log += " deleted 0"; // never stamped
     }
 
+    void NameAny() {
+        const long long set = model.set - Random(4);
+        manager.SetUndoSetName(set, "any");
+        model.Name(set, "any");
+    }
+
     /// What is above the current index has been undone: only a cut right there keeps the document.
     void CutAboveCurrent() {
         if (!model.Has(model.index))
@@ -418,7 +496,7 @@ protected:
             model.base = host.document;
             host.torn = false;
         } else if (choice < 97) {
-            CutAboveCurrent();
+            value == 0 ? CutAboveCurrent() : NameAny();
         } else if (choice < 98) {
             const long long unwanted = model.set - value;
             manager.DeleteUndoEventsByID(unwanted);
@@ -445,6 +523,11 @@ protected:
         const auto orEmpty = [](const char* name) { return std::string(name ? name : ""); };
         ASSERT_EQ(orEmpty(manager.GetUndoSetName()), model.NameAt(model.index));
         ASSERT_EQ(orEmpty(manager.GetRedoSetName()), model.NameAt(model.index + 1));
+        for (long long set = std::max(model.set - 40, 0LL); set <= model.set + 1; ++set) {
+            const auto named = model.names.find(set);
+            ASSERT_EQ(orEmpty(manager.GetUndoSetName(static_cast<int>(set))),
+                      named != model.names.end() ? named->second : "");
+        }
         if (!host.torn) {
             ASSERT_EQ(host.document, model.index < 0 ? model.base : model.At(model.index).after);
         }

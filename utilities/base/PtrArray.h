@@ -76,6 +76,19 @@ public:
         return item;
     }
 
+    /// Takes out the items from `first` to before `last` and hands each to `dispose`, which must
+    /// leave the array alone. Requires: first <= last <= Count().
+    template <class Dispose>
+    void RemoveRange(unsigned first, unsigned last, Dispose dispose) {
+        if (first == last)
+            return;
+        for (unsigned i = first; i < last; ++i)
+            dispose(slots[i]);
+        std::memmove(slots + first, slots + last, (count - last) * sizeof(T*));
+        count -= last - first;
+        Shrink();
+    }
+
     /// Takes out, in one pass and in order, every item that `isUnwanted` accepts and hands it to
     /// `dispose`. Returns how many went.
     template <class Predicate, class Dispose>

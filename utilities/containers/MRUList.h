@@ -74,7 +74,7 @@ public:
     _MRUData GetMRUItem(unsigned int index) noexcept;
 
     /// True once `Init` was called.
-    bool Initialized() const noexcept { return initialized; }
+    VTRUTILS_INLINE bool Initialized() const noexcept { return initialized; }
 
 private:
     friend struct vtr::Layout<CMRUList>;

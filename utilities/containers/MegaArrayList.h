@@ -28,7 +28,7 @@ public:
     int AddSorted(void* item, double sortValue, _AddSortedLoc where) noexcept;
 
     /// The new element's index, which is `NumNodes()` - 1 also when memory runs out.
-    int AppendToTail(void* item, double sortValue) noexcept {
+    VTRUTILS_INLINE int AppendToTail(void* item, double sortValue) noexcept {
         if (!elements.HasRoom())
             return GrowAndAppend(item, sortValue);
         elements.Append(item, sortValue);
@@ -46,7 +46,7 @@ public:
     /// Null when out of range, with a log line when there is no block.
     void* Index(int index, double* sortValueOut) noexcept;
 
-    int NumNodes() const noexcept { return elements.Count(); }
+    VTRUTILS_INLINE int NumNodes() const noexcept { return elements.Count(); }
 
     /// An element with exactly this value.
     void* ElemBySortValue(double value, int* indexOut) noexcept;
@@ -98,7 +98,7 @@ public:
     bool VerifyListIsSorted() noexcept;
 
     /// Sets the sorted flag, which nothing in the library reads.
-    void ForceSorted() noexcept { sorted = true; }
+    VTRUTILS_INLINE void ForceSorted() noexcept { sorted = true; }
 
     /// Takes over the elements; empty when memory runs out.
     void Copy(const CMegaArrayList& other) noexcept;

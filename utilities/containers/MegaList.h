@@ -42,10 +42,12 @@ public:
     int InsertAfter(void* item, double sortValue, int index);
 
     /// Null when out of range.
-    void* Index(int index, double* sortValueOut) noexcept {
+    VTRUTILS_INLINE void* Index(int index, double* sortValueOut) noexcept {
         return chain.Index(index, sortValueOut);
     }
-    _tMegaNode_t* NodeByIndex(int index) noexcept { return chain.NodeByIndex(index); }
+    VTRUTILS_INLINE _tMegaNode_t* NodeByIndex(int index) noexcept {
+        return chain.NodeByIndex(index);
+    }
 
     /// The last item with exactly this value; the first, when the list starts with it.
     void* ElemBySortValue(double value, int* indexOut) noexcept;
@@ -65,7 +67,7 @@ public:
     /// Nothing when out of range.
     void RemoveByIndex(int index) noexcept;
     void RemoveAll() noexcept;
-    int NumNodes() noexcept { return chain.Count(); }
+    VTRUTILS_INLINE int NumNodes() noexcept { return chain.Count(); }
 
     /// False for values that do not ascend strictly, and for a first one of -2147483647 or below.
     bool VerifyIsSorted() noexcept;

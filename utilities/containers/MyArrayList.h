@@ -32,7 +32,7 @@ public:
 
     /// The new element's index, which is `NumNodes()` - 1 also when memory runs out. The list
     /// counts as sorted afterwards only if it was empty.
-    int AppendToTail(void* item, long long sortValue) noexcept {
+    VTRUTILS_INLINE int AppendToTail(void* item, long long sortValue) noexcept {
         if (!elements.HasRoom())
             return GrowAndAppend(item, sortValue);
         sorted = elements.IsEmpty();
@@ -49,15 +49,15 @@ public:
     int InsertToIndex(int index, void* item, long long sortValue) noexcept;
 
     /// Null when out of range.
-    void* Index(int index, long long* sortValueOut) noexcept {
+    VTRUTILS_INLINE void* Index(int index, long long* sortValueOut) noexcept {
         return elements.At(index, sortValueOut);
     }
 
     /// Requires: 0 <= index < NumNodes().
-    void* FastIndex(int index) noexcept { return elements[index].item; }
+    VTRUTILS_INLINE void* FastIndex(int index) noexcept { return elements[index].item; }
 
-    int NumNodes() const noexcept { return elements.Count(); }
-    bool IsSorted() const noexcept { return sorted; }
+    VTRUTILS_INLINE int NumNodes() const noexcept { return elements.Count(); }
+    VTRUTILS_INLINE bool IsSorted() const noexcept { return sorted; }
 
     /// Starts from what `PrevElemBySortValue` finds; without that, null. If its value is equal,
     /// `scanExact` yields it; `scanAtOrBefore` yields it in any case; `scanAtOrAfter` yields the

@@ -30,41 +30,48 @@ CUndoMgr::CUndoMgr(int maximum) noexcept
     : currentSet(1), nextNodeID(1), currentIndex(-1), one(1), maxUndos(maximum), dirty(0),
       dirtyStatusCallback(nullptr), dirtyStatusUserData(nullptr), setDirtyCallback(nullptr),
       savedIndex(-1), disableCount(0), currentSetHasAtoms(false), freezeCount(0),
-      undoInProgress(false), redoInProgress(false), performingRemoved(false), performing(nullptr) {}
+      undoInProgress(false), redoInProgress(false), deleting(false), closing(false), removed(0),
+      performing(nullptr) {}
 
 CUndoMgr::~CUndoMgr() {
-    // Destructors of atoms may call the manager: what they added now would never be deleted.
+    closing = true;
     DisableNewUndos();
     ClearUndoHistory();
+    // Callbacks and atoms may have given the current set a name.
+    ClearUndoSetNames();
 }
 
+/// Null when out of range.
 CUndoAtom* CUndoMgr::AtomAt(int index) const noexcept {
-    return index >= 0 ? atoms.At(static_cast<unsigned>(index)) : nullptr;
+    return index >= 0 && index <= LastIndex() ? atoms[static_cast<unsigned>(index)] : nullptr;
 }
 
-/// 0, which is no set, for a null slot.
-long long CUndoMgr::SetAt(unsigned index) const noexcept {
-    const CUndoAtom* atom = atoms.At(index);
-    return atom != nullptr ? atom->undoSetID : 0;
-}
-
+/// Of those in the history; what is removed stands after it until it is deleted.
 int CUndoMgr::LastIndex() const noexcept {
-    return static_cast<int>(atoms.Count()) - 1;
+    return static_cast<int>(atoms.Count() - removed) - 1;
+}
+
+int CUndoMgr::IndexOf(const CUndoAtom* atom) const noexcept {
+    const auto end = atoms.begin() + LastIndex() + 1;
+    const auto place = std::find(atoms.begin(), end, atom);
+    return place != end ? static_cast<int>(place - atoms.begin()) : -1;
 }
 
 long long CUndoMgr::AddUndoNode(CUndoAtom* atom) {
-    if (atom == nullptr || disableCount > 0 || Walking())
+    if (atom == nullptr || disableCount > 0 || closing || Walking())
         return -1;
-    DeleteRedoChain();
-    if (!atoms.Append(atom))
+    DiscardRedoChain();
+    if (!Append(atom))
         return -1;
     const long long node = nextNodeID++;
     atom->undoSetID = currentSet;
     atom->nodeID = node;
     currentSetHasAtoms = true;
     currentIndex = LastIndex();
-    Trim();
-    if (atoms.Count() == 1) {
+    // Atoms whose destructors add others would never come to an end.
+    if (!deleting)
+        Trim();
+    if (LastIndex() == 0) {
         dirty = 1;
         NotifyStatus();
     } else {
@@ -75,55 +82,76 @@ long long CUndoMgr::AddUndoNode(CUndoAtom* atom) {
 }
 
 long long CUndoMgr::AddUndoNode(CUndoAtom& atom) {
-    if (disableCount > 0)
+    if (disableCount > 0 || closing || Walking())
         return -1;
     std::unique_ptr<CUndoAtom> clone(atom.Clone());
     const long long node = AddUndoNode(clone.get());
-    if (node < 0)
-        return -1;
-    static_cast<void>(clone.release());
+    if (node >= 0)
+        static_cast<void>(clone.release());
+    // The document has changed, also when that could not be recorded.
     SetDirty(1);
     return node;
 }
 
-/// The destructors of atoms may call back into the manager. Each atom is therefore taken out of the
-/// array before it is deleted, and what is left to do is looked up anew after each.
-void CUndoMgr::DeleteRedoChain() {
-    while (LastIndex() > currentIndex)
-        Delete(atoms.Remove(atoms.Count() - 1));
+/// Before what is removed, whose order is of no matter then.
+bool CUndoMgr::Append(CUndoAtom* atom) noexcept {
+    if (removed == 0)
+        return atoms.Append(atom);
+    const unsigned place = atoms.Count() - removed;
+    if (!atoms.Append(atoms[place]))
+        return false;
+    atoms.Replace(place, atom);
+    return true;
 }
 
-void CUndoMgr::DeleteSlot(unsigned index) {
-    if (index < atoms.Count())
-        Delete(atoms.Replace(index, nullptr));
+/// The atoms from `index` on are not in the history any more.
+void CUndoMgr::RemoveFrom(int index) noexcept {
+    if (index <= LastIndex())
+        removed += static_cast<unsigned>(LastIndex() + 1 - index);
 }
 
-void CUndoMgr::Delete(CUndoAtom* atom) {
-    if (atom != nullptr && atom == performing)
-        performingRemoved = true;
-    else
-        delete atom;
+/// Deletes what was removed, the last first. Destructors of atoms may call back into the manager:
+/// what they remove is deleted here too, by the outermost call, however many of them do so.
+void CUndoMgr::DeleteRemoved() {
+    if (deleting)
+        return;
+    deleting = true;
+    while (removed > 0) {
+        --removed;
+        CUndoAtom* atom = atoms.Remove(atoms.Count() - 1);
+        if (atom == performing)
+            performing = nullptr;
+        else
+            delete atom;
+    }
+    deleting = false;
 }
 
-void CUndoMgr::CloseGaps() noexcept {
-    atoms.RemoveIf([](const CUndoAtom* atom) { return atom == nullptr; }, [](CUndoAtom*) {});
+void CUndoMgr::DiscardRedoChain() {
+    if (LastIndex() <= currentIndex)
+        return;
+    RemoveFrom(currentIndex + 1);
+    ForgetNames();
+    DeleteRemoved();
 }
 
 void CUndoMgr::Trim() {
-    const unsigned count = atoms.Count();
-    const long long newest = SetAt(count - 1);
-    unsigned unwanted = 0;
-    while (static_cast<int>(count - unwanted) > maxUndos && SetAt(unwanted) != newest) {
-        const long long oldest = SetAt(unwanted);
-        while (SetAt(unwanted) == oldest)
-            ++unwanted;
+    CUndoAtom** const first = atoms.begin();
+    CUndoAtom** const end = first + LastIndex() + 1;
+    CUndoAtom** oldest = first;
+    while (end - oldest > maxUndos && (*oldest)->undoSetID != end[-1]->undoSetID) {
+        const long long set = (*oldest)->undoSetID;
+        while ((*oldest)->undoSetID == set)
+            ++oldest;
     }
-    if (unwanted == 0)
+    if (oldest == first)
         return;
-    for (unsigned i = 0; i < unwanted; ++i)
-        DeleteSlot(i);
-    CloseGaps();
+    // After those that stay, and turned around, as the last is deleted first.
+    removed += static_cast<unsigned>(oldest - first);
+    std::reverse(std::rotate(first, oldest, end), end);
+    ForgetNames();
     currentIndex = LastIndex();
+    DeleteRemoved();
 }
 
 void CUndoMgr::SetMaxUndos(int count) noexcept {
@@ -132,41 +160,45 @@ void CUndoMgr::SetMaxUndos(int count) noexcept {
 
 void CUndoMgr::ClearUndoHistory() {
     currentIndex = savedIndex = -1;
-    DeleteRedoChain();
+    ClearUndoSetNames();
+    RemoveFrom(0);
+    DeleteRemoved();
     if (atoms.Count() == 0)
         atoms.Clear([](CUndoAtom*) {});
-    ClearUndoSetNames();
-    ChangeDirty(0);
-    NotifyChange();
+    UpdateDirtyStatus();
 }
 
 void CUndoMgr::DeleteAllNodesAfterNode(CUndoAtom* atom) {
-    const auto place = std::find(atoms.begin(), atoms.end(), atom);
-    if (atom == nullptr || place == atoms.end())
+    const int index = IndexOf(atom);
+    if (index < 0)
         return;
-    currentIndex = static_cast<int>(place - atoms.begin());
+    currentIndex = index;
     currentSet = atom->undoSetID;
     currentSetHasAtoms = true;
-    DeleteRedoChain();
+    RemoveFrom(index + 1);
+    DeleteRemoved();
     NotifyChange();
 }
 
 void CUndoMgr::DeleteUndoEventsByID(long long set) {
-    bool found = false;
-    for (unsigned i = atoms.Count(); i-- > 0;) {
-        if (AtomAt(static_cast<int>(i)) == nullptr || SetAt(i) != set)
-            continue;
-        found = true;
-        DeleteSlot(i);
+    CUndoAtom** const end = atoms.begin() + LastIndex() + 1;
+    CUndoAtom** kept = atoms.begin();
+    for (CUndoAtom** atom = kept; atom != end; ++atom) {
+        if ((*atom)->undoSetID != set)
+            std::swap(*kept++, *atom);
     }
-    if (!found)
+    if (kept == end)
         return;
-    CloseGaps();
+    // Those to be deleted were swapped out of their order.
+    std::sort(kept, end,
+              [](const CUndoAtom* a, const CUndoAtom* b) { return a->nodeID < b->nodeID; });
+    removed += static_cast<unsigned>(end - kept);
+    DeleteRemoved();
     NotifyChange();
 }
 
 bool CUndoMgr::AtomInList(CUndoAtom* atom) noexcept {
-    return atom != nullptr && std::find(atoms.begin(), atoms.end(), atom) != atoms.end();
+    return IndexOf(atom) >= 0;
 }
 
 CUndoAtom* CUndoMgr::GetLastNode() noexcept {
@@ -184,9 +216,8 @@ long long CUndoMgr::LastUndoNodeID() noexcept {
 
 CUndoAtom* CUndoMgr::GetUndoNodeByID(long long nodeID) noexcept {
     for (int i = LastIndex(); i >= 0; --i) {
-        CUndoAtom* atom = AtomAt(i);
-        if (atom != nullptr && atom->nodeID == nodeID)
-            return atom;
+        if (AtomAt(i)->nodeID == nodeID)
+            return AtomAt(i);
     }
     return nullptr;
 }

@@ -18,7 +18,7 @@ public:
     /// Takes the change back, or with `redo` makes it again.
     virtual void Perform(bool redo) = 0;
 
-    /// Writes a terminated text of at most `size` bytes, the terminator included.
+    /// Writes a text of at most `size` bytes, its terminator included.
     virtual void GetDescription(char* buffer, unsigned int size) = 0;
 
     // Written by the manager when it takes the atom.
@@ -34,7 +34,6 @@ protected:
 /// The undo history of a document: owned atoms in the order in which they were added, grouped into
 /// numbered undo sets, one for each action of the user. The current index is that of the newest
 /// atom in effect, -1 for none; the atoms above it can be redone.
-///
 /// For each action a host calls `NextUndoSet` (or makes a `CUndoSetFreezer`), then `AddUndoNode`
 /// for each elementary change; `Undo` and `Redo` from its menu; `OnSave` after saving.
 ///
@@ -43,14 +42,16 @@ protected:
 ///  - all sets undone: clean, even if it was saved with five of them in effect;
 ///  - saved at index 2, undone to 0, two other atoms added: dirty, but clean after `Undo` and
 ///    `Redo`, which come back to index 2;
-///  - the same where the history was trimmed: of at most 2 atoms, each a set, both are saved (index
-///    1) and a third is added; the oldest goes, and index 1 is now that of the unsaved atom.
+///  - of at most 2 atoms, each a set, both are saved (index 1) and a third is added: the oldest is
+///    trimmed, and after `Undo` and `Redo` the unsaved atom at index 1 counts as saved.
 ///
-/// From within `CUndoAtom::Perform`, adding atoms, `Undo` and `Redo` do nothing. Removing atoms
-/// works at once and ends the `Undo` or `Redo`, with the current index as the removal left it; only
-/// the atom that is running is deleted later, when it returns. The manager itself must outlive
-/// every call to it.
-/// Thread-safety: one thread at a time. Callbacks and atoms are called on the caller's thread.
+/// Atoms and callbacks may call the manager, which must outlive every call. Within `Perform`
+/// nothing is added, undone or redone; within an atom's destructor nothing is undone, redone or
+/// trimmed, and nothing added once the manager is being destroyed. What is removed is out of the
+/// history at once, and deleted when the outermost call that removes any ends; an atom that is
+/// running, when it returns. Removing it or an earlier one ends the `Undo` or `Redo`, with the
+/// current index as the removal left it. Thread-safety: one thread at a time. Callbacks and atoms
+/// are called on the caller's thread.
 class VTRUTILS_API CUndoMgr {
 public:
     /// See `SetMaxUndos`.
@@ -63,13 +64,14 @@ public:
     /// Adds the atom to the current set, as the newest in effect, and marks the document dirty; the
     /// status callback is called in any case for the first atom of an empty history. What could be
     /// redone is deleted, the newest first. Then the oldest sets, each as a whole, are deleted
-    /// while there are more atoms than the maximum; the set of the new atom never is. Returns the
-    /// node ID. -1 for null, while new undos are disabled, and when memory runs out: the atom then
-    /// stays its caller's. Requires: the atom was made with `new` and is in no manager.
+    /// while there are more atoms than the maximum; the set of the new atom never is. The names of
+    /// both are forgotten. Returns the node ID. -1 for null, while new undos are disabled, and when
+    /// memory runs out: the atom then stays its caller's. Requires: the atom was made with `new`
+    /// and is in no manager.
     long long AddUndoNode(CUndoAtom* atom);
 
-    /// Adds a clone and repeats the notification; the atom stays its caller's. -1 as above and when
-    /// there is no clone.
+    /// Adds a clone, and marks the document dirty also when there is none or no memory for it. The
+    /// atom stays its caller's. -1 as above and when there is no clone.
     long long AddUndoNode(CUndoAtom& atom);
 
     /// Takes back the atoms of the set at the current index, the newest first; `Redo` makes the set
@@ -102,9 +104,8 @@ protected:
     void SetUndoSetName(long long set, const char* name, bool sort) noexcept;
 
 public:
-    /// Null when the set has no name or there is no such atom or set. Valid until the set is
-    /// renamed or its name goes. Undo: the set of the atom at the current index; redo: that of the
-    /// next one.
+    /// Null when the set has no name or there is no such atom or set. Valid until the name changes
+    /// or is forgotten. Undo: the set of the atom at the current index; redo: that of the next one.
     const char* GetUndoSetName() const noexcept;
     const char* GetUndoSetName(int set) const noexcept;
     const char* GetRedoSetName() const noexcept;
@@ -128,7 +129,6 @@ public:
 
     bool IsUndoInProgress() const noexcept;
     bool IsRedoInProgress() const noexcept;
-
     int Dirty() const noexcept;
 
     /// The first calls the status callback when the value differs, the second always.
@@ -141,8 +141,7 @@ public:
     /// The current index counts as saved from now on.
     void OnSave();
 
-    /// Called with 1 or 0, or what `SetDirty` got, when the document becomes dirty or clean. Null
-    /// for none.
+    /// Called when `Dirty()` changes, with 1, 0 or what `SetDirty` got. Null for none.
     void SetDirtyStatusCallback(void (*callback)(int dirty, void* userData),
                                 void* userData) noexcept;
 
@@ -161,17 +160,17 @@ public:
     void DeleteAllNodesAfterNode(CUndoAtom* atom);
 
     /// Deletes the atoms of the set, the newest first. Current and saved index stay as they are: of
-    /// atoms A, B and C with C undone, after the deletion of A the index is that of C, which then
-    /// counts as in effect; without C, there would be nothing to undo until an atom is added.
+    /// A, B and C with C undone, after the deletion of A the index is that of C, which then counts
+    /// as in effect; without C, there would be nothing to undo until an atom is added.
     void DeleteUndoEventsByID(long long set);
 
-    /// Goes back to the set before, and forgets the name of the current one. False while frozen,
-    /// when the current set has atoms, and for the first set.
+    /// Goes back to the set before and forgets the name of this one. False while frozen, when the
+    /// current set has atoms, and for the first.
     bool DeleteCurrentUndoSetIfEmpty() noexcept;
 
     bool AtomInList(CUndoAtom* atom) noexcept;
 
-    /// The last atom of the history, in effect or not: null, or an ID of 0, when it is empty.
+    /// The last atom of the history, in effect or not. Null, or an ID of 0, when there is none.
     CUndoAtom* GetLastNode() noexcept;
     const void* LastUndoNode() const noexcept;
     long long LastUndoNodeID() noexcept;
@@ -187,26 +186,28 @@ private:
     friend struct vtr::Layout<CUndoMgr>;
     struct SetName;
 
-    CUndoAtom* AtomAt(int index) const noexcept;
-    long long SetAt(unsigned index) const noexcept;
     int LastIndex() const noexcept;
+    CUndoAtom* AtomAt(int index) const noexcept;
+    int IndexOf(const CUndoAtom* atom) const noexcept;
     bool Walking() const noexcept;
+    bool Append(CUndoAtom* atom) noexcept;
     bool PerformCurrent(bool redo);
-    void DeleteRedoChain();
-    void DeleteSlot(unsigned index);
-    void Delete(CUndoAtom* atom);
-    void CloseGaps() noexcept;
+    void RemoveFrom(int index) noexcept;
+    void DeleteRemoved();
+    void DiscardRedoChain();
     void Trim();
     void ChangeDirty(int value);
     void NotifyStatus();
     void NotifyChange();
-    unsigned NameIndex(unsigned set) const noexcept;
+    unsigned NameIndex(long long set) const noexcept;
+    void ForgetNames() noexcept;
+    void ForgetNames(unsigned first, unsigned last) noexcept;
     SetName* NameOf(long long set) const noexcept;
     SetName* MakeNameOfCurrentSet() noexcept;
 
     long long currentSet;
     long long nextNodeID;
-    vtr::PtrArray<CUndoAtom> atoms; ///< null slots only while their atoms are being deleted
+    vtr::PtrArray<CUndoAtom> atoms; ///< those in the history, then `removed` that are not
     int currentIndex;
     [[maybe_unused]] int one; ///< always 1
     int maxUndos;
@@ -221,8 +222,10 @@ private:
     vtr::PtrArray<SetName> setNames; ///< in ascending order of set numbers, each once
     bool undoInProgress;
     bool redoInProgress;
-    bool performingRemoved;
-    CUndoAtom* performing; ///< the atom whose `Perform` runs, or null
+    bool deleting; ///< removed atoms
+    bool closing;  ///< the destructor runs
+    unsigned removed;
+    CUndoAtom* performing; ///< the atom whose `Perform` runs; null for none or when it is removed
 };
 
 /// While it lives, what is recorded goes into one undo set.

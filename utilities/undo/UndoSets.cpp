@@ -34,21 +34,21 @@ bool CUndoMgr::DeleteCurrentUndoSetIfEmpty() noexcept {
         return false;
     DeleteUndoSetNameInfo(currentSet);
     --currentSet;
-    for (unsigned i = atoms.Count(); i-- > 0 && !currentSetHasAtoms;)
-        currentSetHasAtoms = SetAt(i) == currentSet;
+    for (int i = LastIndex(); i >= 0 && !currentSetHasAtoms; --i)
+        currentSetHasAtoms = AtomAt(i)->undoSetID == currentSet;
     return true;
 }
 
 /// Where the record of the set is, or would be.
-unsigned CUndoMgr::NameIndex(unsigned set) const noexcept {
+unsigned CUndoMgr::NameIndex(long long set) const noexcept {
     const auto place = std::lower_bound(
-        setNames.begin(), setNames.end(), set,
+        setNames.begin(), setNames.end(), static_cast<unsigned>(set),
         [](const SetName* record, unsigned wanted) { return record->set < wanted; });
     return static_cast<unsigned>(place - setNames.begin());
 }
 
 CUndoMgr::SetName* CUndoMgr::NameOf(long long set) const noexcept {
-    SetName* record = setNames.At(NameIndex(static_cast<unsigned>(set)));
+    SetName* record = setNames.At(NameIndex(set));
     return record != nullptr && record->set == static_cast<unsigned>(set) ? record : nullptr;
 }
 
@@ -57,9 +57,9 @@ CUndoMgr::SetName* CUndoMgr::MakeNameOfCurrentSet() noexcept {
     SetName* existing = NameOf(currentSet);
     if (existing != nullptr)
         return existing;
-    const unsigned set = static_cast<unsigned>(currentSet);
-    std::unique_ptr<SetName> record(new (std::nothrow) SetName{set, nullptr});
-    if (record == nullptr || !setNames.Insert(NameIndex(set), record.get()))
+    std::unique_ptr<SetName> record(new (std::nothrow)
+                                        SetName{static_cast<unsigned>(currentSet), nullptr});
+    if (record == nullptr || !setNames.Insert(NameIndex(currentSet), record.get()))
         return nullptr;
     return record.release();
 }
@@ -103,7 +103,30 @@ void CUndoMgr::ClearUndoSetNames() noexcept {
 
 void CUndoMgr::DeleteUndoSetNameInfo(long long set) noexcept {
     if (NameOf(set) != nullptr)
-        delete setNames.Remove(NameIndex(static_cast<unsigned>(set)));
+        delete setNames.Remove(NameIndex(set));
+}
+
+/// Deletes the records of all sets before the oldest and after the newest atom.
+void CUndoMgr::ForgetNames() noexcept {
+    const CUndoAtom* newest = AtomAt(LastIndex());
+    unsigned kept = 0;
+    if (newest != nullptr)
+        kept = NameIndex(newest->undoSetID) + (NameOf(newest->undoSetID) != nullptr ? 1 : 0);
+    ForgetNames(kept, setNames.Count());
+    if (newest != nullptr)
+        ForgetNames(0, NameIndex(AtomAt(0)->undoSetID));
+}
+
+/// From `first` to before `last`. That of the current set stays: it may have been made before the
+/// set's first atom.
+void CUndoMgr::ForgetNames(unsigned first, unsigned last) noexcept {
+    const auto destroy = [](const SetName* record) { delete record; };
+    const unsigned own = NameIndex(currentSet);
+    if (NameOf(currentSet) != nullptr && own >= first && own < last) {
+        setNames.RemoveRange(own + 1, last, destroy);
+        last = own;
+    }
+    setNames.RemoveRange(first, last, destroy);
 }
 
 void CUndoMgr::FreezeUndoSet() noexcept {

@@ -32,31 +32,29 @@ bool CUndoMgr::IsRedoInProgress() const noexcept {
     return redoInProgress;
 }
 
-/// False when atoms were removed meanwhile: the walk over the set has then lost its place.
+/// False when the atom, or the index, is not where it was: the walk over the set has lost its
+/// place.
 bool CUndoMgr::PerformCurrent(bool redo) {
-    CUndoAtom* atom = AtomAt(currentIndex);
-    if (atom == nullptr)
-        return true;
-    const unsigned count = atoms.Count();
     const int index = currentIndex;
+    CUndoAtom* atom = AtomAt(index);
     performing = atom;
-    performingRemoved = false;
     atom->Perform(redo);
+    const bool isRemoved = performing == nullptr;
     performing = nullptr;
-    if (performingRemoved)
+    if (isRemoved)
         delete atom;
-    return atoms.Count() == count && currentIndex == index;
+    return !isRemoved && currentIndex == index && AtomAt(index) == atom;
 }
 
 void CUndoMgr::Undo() {
-    if (CanUndo() == 0 || Walking())
+    if (CanUndo() == 0 || Walking() || deleting)
         return;
     DisableNewUndos();
     undoInProgress = true;
     const long long set = AtomAt(currentIndex)->undoSetID;
     const auto goesOn = [&] {
         const CUndoAtom* atom = AtomAt(currentIndex);
-        return currentIndex >= 0 && (atom == nullptr || SameSet(atom->undoSetID, set));
+        return atom != nullptr && SameSet(atom->undoSetID, set);
     };
     while (goesOn() && PerformCurrent(/*redo=*/false))
         --currentIndex;
@@ -69,7 +67,7 @@ void CUndoMgr::Undo() {
 }
 
 void CUndoMgr::Redo() {
-    if (CanRedo() == 0 || Walking())
+    if (CanRedo() == 0 || Walking() || deleting)
         return;
     ++currentIndex;
     DisableNewUndos();
@@ -77,7 +75,7 @@ void CUndoMgr::Redo() {
     const long long set = AtomAt(currentIndex)->undoSetID;
     const auto goesOn = [&] {
         const CUndoAtom* next = AtomAt(currentIndex + 1);
-        return currentIndex < LastIndex() && (next == nullptr || SameSet(next->undoSetID, set));
+        return next != nullptr && SameSet(next->undoSetID, set);
     };
     while (PerformCurrent(/*redo=*/true) && goesOn())
         ++currentIndex;
@@ -104,11 +102,9 @@ void CUndoMgr::GetCurrentRedoText(char* buffer, unsigned int size) {
     if (last == nullptr)
         return;
     for (int i = currentIndex + 2; i <= LastIndex(); ++i) {
-        CUndoAtom* atom = AtomAt(i);
-        if (atom != nullptr && !SameSet(atom->undoSetID, last->undoSetID))
+        if (!SameSet(AtomAt(i)->undoSetID, last->undoSetID))
             break;
-        if (atom != nullptr)
-            last = atom;
+        last = AtomAt(i);
     }
     last->GetDescription(buffer, size);
 }

@@ -44,18 +44,22 @@ public:
     void SetProgressCallback(ProgressCallback callback, void* user) noexcept;
 
     /// Loads that follow decode each element as `DeHTMLify` does, but the root.
-    void SetShouldDeHTMLify(bool should) noexcept { shouldDeHTMLifyLoads = should; }
-    bool ShouldDeHTMLify() const noexcept { return shouldDeHTMLifyLoads; }
+    VTRUTILS_INLINE void SetShouldDeHTMLify(bool should) noexcept { shouldDeHTMLifyLoads = should; }
+    VTRUTILS_INLINE bool ShouldDeHTMLify() const noexcept { return shouldDeHTMLifyLoads; }
 
-    void DeHTMLAll() noexcept { DeHTMLify(/*recursive=*/true); }
+    VTRUTILS_INLINE void DeHTMLAll() noexcept { DeHTMLify(/*recursive=*/true); }
 
     /// Text number `index` of the root; null when out of range.
-    CXMLValue* GetValue(unsigned int index) const noexcept { return GetContent(index); }
-    const char* GetValue(const char* wanted, bool recurse) const noexcept {
+    VTRUTILS_INLINE CXMLValue* GetValue(unsigned int index) const noexcept {
+        return GetContent(index);
+    }
+    VTRUTILS_INLINE const char* GetValue(const char* wanted, bool recurse) const noexcept {
         return GetValue(wanted, recurse, /*contentIndex=*/0);
     }
 
-    unsigned int NumRootHeaderProperties() const noexcept { return NumHeaderProperties(); }
+    VTRUTILS_INLINE unsigned int NumRootHeaderProperties() const noexcept {
+        return NumHeaderProperties();
+    }
 
 private:
     ProgressCallback loadCallback;

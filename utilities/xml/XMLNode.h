@@ -33,34 +33,42 @@ public:
     CXMLNode& operator=(const CXMLNode& other) noexcept;
     ~CXMLNode();
 
-    const char* Name() const noexcept { return name; }
+    VTRUTILS_INLINE const char* Name() const noexcept { return name; }
 
     /// Not set by loading: 0.
-    unsigned int NodeLength() const noexcept { return nodeLength; }
+    VTRUTILS_INLINE unsigned int NodeLength() const noexcept { return nodeLength; }
 
     /// The place among the parent's texts and children in the document, from 0.
-    int SequenceNumber() const noexcept { return sequenceNumber; }
-    void SetSequenceNumber(int number) noexcept { sequenceNumber = number; }
+    VTRUTILS_INLINE int SequenceNumber() const noexcept { return sequenceNumber; }
+    VTRUTILS_INLINE void SetSequenceNumber(int number) noexcept { sequenceNumber = number; }
 
     /// What the progress callback is told as length of the text.
-    void SetFileSize(unsigned int size) noexcept { fileSize = size; }
+    VTRUTILS_INLINE void SetFileSize(unsigned int size) noexcept { fileSize = size; }
 
-    bool ShouldDeHTMLify() const noexcept { return shouldDeHTMLify; }
-    void SetShouldDeHTMLify(bool should) noexcept { shouldDeHTMLify = should; }
+    VTRUTILS_INLINE bool ShouldDeHTMLify() const noexcept { return shouldDeHTMLify; }
+    VTRUTILS_INLINE void SetShouldDeHTMLify(bool should) noexcept { shouldDeHTMLify = should; }
 
     // By position: null when out of range.
 
-    unsigned int NumChildren() const noexcept { return children.Count(); }
-    CXMLNode* GetChild(unsigned int index) noexcept { return children.At(index); }
-    const CXMLNode* GetChild(unsigned int index) const noexcept { return children.At(index); }
+    VTRUTILS_INLINE unsigned int NumChildren() const noexcept { return children.Count(); }
+    VTRUTILS_INLINE CXMLNode* GetChild(unsigned int index) noexcept { return children.At(index); }
+    VTRUTILS_INLINE const CXMLNode* GetChild(unsigned int index) const noexcept {
+        return children.At(index);
+    }
 
-    unsigned int NumHeaderProperties() const noexcept { return headerProperties.Count(); }
-    CXMLValue* GetHeaderProperty(unsigned int index) const noexcept {
+    VTRUTILS_INLINE unsigned int NumHeaderProperties() const noexcept {
+        return headerProperties.Count();
+    }
+    VTRUTILS_INLINE CXMLValue* GetHeaderProperty(unsigned int index) const noexcept {
         return headerProperties.At(index);
     }
 
-    unsigned int NumContentStrings() const noexcept { return contentStrings.Count(); }
-    CXMLValue* GetContent(unsigned int index) const noexcept { return contentStrings.At(index); }
+    VTRUTILS_INLINE unsigned int NumContentStrings() const noexcept {
+        return contentStrings.Count();
+    }
+    VTRUTILS_INLINE CXMLValue* GetContent(unsigned int index) const noexcept {
+        return contentStrings.At(index);
+    }
     const char* GetContentString(unsigned int index) const noexcept;
 
     // By name or text: the first, in the order of the document; null when there is none and for
@@ -91,7 +99,7 @@ public:
     CXMLNode* GetChildBySequenceNumber(int number) noexcept;
     const CXMLNode* GetChildBySequenceNumber(int number) const noexcept;
     const char* GetValueBySequenceNumber(int number) const noexcept;
-    const char* GetContentStringBySequenceNumber(int number) const noexcept {
+    VTRUTILS_INLINE const char* GetContentStringBySequenceNumber(int number) const noexcept {
         return GetValueBySequenceNumber(number);
     }
 
@@ -110,10 +118,10 @@ public:
     /// memory runs out.
     static void* operator new(std::size_t size) noexcept;
     static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;
-    static void* operator new(std::size_t, void* place) noexcept { return place; }
+    VTRUTILS_INLINE static void* operator new(std::size_t, void* place) noexcept { return place; }
     static void operator delete(void* object) noexcept;
     static void operator delete(void* object, const std::nothrow_t&) noexcept;
-    static void operator delete(void*, void*) noexcept {}
+    VTRUTILS_INLINE static void operator delete(void*, void*) noexcept {}
 
 private:
     friend class CXMLFile;

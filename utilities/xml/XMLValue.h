@@ -22,12 +22,12 @@ public:
     ~CXMLValue();
 
     /// Null until set; valid until set again or the value goes.
-    const char* FieldName() const noexcept { return fieldName; }
-    const char* Value() const noexcept { return value; }
+    VTRUTILS_INLINE const char* FieldName() const noexcept { return fieldName; }
+    VTRUTILS_INLINE const char* Value() const noexcept { return value; }
 
     /// The place among the texts and children of the element in the document, from 0.
-    int SequenceNumber() const noexcept { return sequenceNumber; }
-    void SetSequenceNumber(int number) noexcept { sequenceNumber = number; }
+    VTRUTILS_INLINE int SequenceNumber() const noexcept { return sequenceNumber; }
+    VTRUTILS_INLINE void SetSequenceNumber(int number) noexcept { sequenceNumber = number; }
 
     /// Copies; null, or a lack of memory, leaves null. The text may be the present one.
     void SetFieldName(const char* text) noexcept;
@@ -43,10 +43,10 @@ public:
     /// memory runs out.
     static void* operator new(std::size_t size) noexcept;
     static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;
-    static void* operator new(std::size_t, void* place) noexcept { return place; }
+    VTRUTILS_INLINE static void* operator new(std::size_t, void* place) noexcept { return place; }
     static void operator delete(void* object) noexcept;
     static void operator delete(void* object, const std::nothrow_t&) noexcept;
-    static void operator delete(void*, void*) noexcept {}
+    VTRUTILS_INLINE static void operator delete(void*, void*) noexcept {}
 
 private:
     friend class vtr::XMLBuilder;

@@ -17,10 +17,10 @@ public:
     /// Requires: nobody holds the lock or waits for it.
     ~CLock();
 
-    void Lock() noexcept { EnterCriticalSection(&section); }
+    VTRUTILS_INLINE void Lock() noexcept { EnterCriticalSection(&section); }
 
     /// Requires: the calling thread holds the lock.
-    void Unlock() noexcept { LeaveCriticalSection(&section); }
+    VTRUTILS_INLINE void Unlock() noexcept { LeaveCriticalSection(&section); }
 
     /// Not 0 when the calling thread holds the lock afterwards. Where Windows has no
     /// `TryEnterCriticalSection` it waits for the lock and returns 1.
@@ -36,13 +36,13 @@ private:
 /// Thread-safety: one thread at a time.
 class VTRUTILS_API CSmartLock {
 public:
-    explicit CSmartLock(CRITICAL_SECTION* toEnter) noexcept : section(toEnter) {
+    VTRUTILS_INLINE explicit CSmartLock(CRITICAL_SECTION* toEnter) noexcept : section(toEnter) {
         if (section != nullptr)
             EnterCriticalSection(section);
     }
     CSmartLock(const CSmartLock&) = delete;
     CSmartLock& operator=(const CSmartLock&) = delete;
-    ~CSmartLock() {
+    VTRUTILS_INLINE ~CSmartLock() {
         if (section != nullptr)
             LeaveCriticalSection(section);
     }

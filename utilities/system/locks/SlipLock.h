@@ -24,7 +24,7 @@ public:
     bool LockWithTimeout(unsigned long milliseconds) noexcept;
 
     /// Does not wait.
-    bool RequestLock() noexcept { return LockWithTimeout(0); }
+    VTRUTILS_INLINE bool RequestLock() noexcept { return LockWithTimeout(0); }
 
     /// Nothing when the calling thread does not hold the lock.
     void Unlock() noexcept;

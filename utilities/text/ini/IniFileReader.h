@@ -36,19 +36,19 @@ public:
     bool InitFromBuffer(const unsigned char* data, unsigned int length, bool sort) noexcept;
 
     /// True only after `Init` succeeded.
-    bool Initialized() const noexcept { return initialized; }
+    VTRUTILS_INLINE bool Initialized() const noexcept { return initialized; }
 
     /// Null until set.
-    const char* FileName() const noexcept { return fileName; }
+    VTRUTILS_INLINE const char* FileName() const noexcept { return fileName; }
 
     /// Null or "" clears the name and is true. False when memory runs out.
     bool SetFileName(const char* path) noexcept;
 
-    unsigned int NumSections() const noexcept { return sections.Count(); }
+    VTRUTILS_INLINE unsigned int NumSections() const noexcept { return sections.Count(); }
 
     /// True: sections are looked up by binary search. Set it only while their names are in order.
-    bool KeepSorted() const noexcept { return keepSorted; }
-    void SetKeepSorted(bool sorted) noexcept { keepSorted = sorted; }
+    VTRUTILS_INLINE bool KeepSorted() const noexcept { return keepSorted; }
+    VTRUTILS_INLINE void SetKeepSorted(bool sorted) noexcept { keepSorted = sorted; }
 
     /// Writes the value as `CIniSection::GetString` does. True when the section was found, also
     /// where the key was not. Otherwise the buffer is zeroed, the default written, and the result

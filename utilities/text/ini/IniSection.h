@@ -20,7 +20,7 @@ public:
     ~CIniSection();
 
     /// At most 63 bytes; "" names the section of the pairs that precede the first header.
-    const char* Name() const noexcept { return name; }
+    VTRUTILS_INLINE const char* Name() const noexcept { return name; }
 
     /// Cut to 63 bytes; null gives "". Sort a sorted document again after renaming a section.
     void SetName(const char* newName) noexcept;
@@ -28,11 +28,13 @@ public:
     /// Nothing when the name has 63 bytes already.
     void AppendToName(char c) noexcept;
 
-    unsigned int NumValues() const noexcept { return values.Count(); }
+    VTRUTILS_INLINE unsigned int NumValues() const noexcept { return values.Count(); }
 
     /// Null when out of range. The section keeps the pair.
-    CIniValue* GetValue(unsigned int index) noexcept { return values.At(index); }
-    const CIniValue* GetValue(unsigned int index) const noexcept { return values.At(index); }
+    VTRUTILS_INLINE CIniValue* GetValue(unsigned int index) noexcept { return values.At(index); }
+    VTRUTILS_INLINE const CIniValue* GetValue(unsigned int index) const noexcept {
+        return values.At(index);
+    }
 
     /// Appends a pair; neither looks for the key nor sorts. False, with nothing appended, for a
     /// null or empty key or when memory runs out.
@@ -73,7 +75,7 @@ public:
     /// The sections named in the header as parents, until the document has resolved them. Null and
     /// "" are not added.
     void AddParent(const char* parent) noexcept;
-    int NumParents() const noexcept { return static_cast<int>(parents.Count()); }
+    VTRUTILS_INLINE int NumParents() const noexcept { return static_cast<int>(parents.Count()); }
     /// Null when out of range.
     const char* GetParent(int index) const noexcept;
     void RemoveParents() noexcept;
@@ -83,10 +85,10 @@ public:
     void Sort() noexcept;
 
     /// True: keys are looked up by binary search, and a pair that `SetValue` adds is sorted in.
-    bool KeepSorted() const noexcept { return keepSorted; }
+    VTRUTILS_INLINE bool KeepSorted() const noexcept { return keepSorted; }
 
     /// Set it only while the keys are in order: the search relies on that.
-    void SetKeepSorted(bool sorted) noexcept { keepSorted = sorted; }
+    VTRUTILS_INLINE void SetKeepSorted(bool sorted) noexcept { keepSorted = sorted; }
 
     /// Writes the header and a line a pair, with CR LF; a value that begins or ends with a space is
     /// put in double quotes. Pairs without a key are left out. False, with nothing written, for a

@@ -22,8 +22,8 @@ public:
     ~CIniValue();
 
     /// Null when unset or empty; valid until the text is set again or the pair goes.
-    const char* Key() const noexcept { return key; }
-    const char* Value() const noexcept { return value; }
+    VTRUTILS_INLINE const char* Key() const noexcept { return key; }
+    VTRUTILS_INLINE const char* Value() const noexcept { return value; }
 
     /// Null or "" leaves null, and so does a lack of memory. The new text may be the present one or
     /// a part of it.
@@ -34,10 +34,10 @@ public:
     /// Null when memory runs out.
     static void* operator new(std::size_t size) noexcept;
     static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;
-    static void* operator new(std::size_t, void* place) noexcept { return place; }
+    VTRUTILS_INLINE static void* operator new(std::size_t, void* place) noexcept { return place; }
     static void operator delete(void* block) noexcept;
     static void operator delete(void* block, const std::nothrow_t&) noexcept;
-    static void operator delete(void*, void*) noexcept {}
+    VTRUTILS_INLINE static void operator delete(void*, void*) noexcept {}
 
 private:
     friend class vtr::IniParser;

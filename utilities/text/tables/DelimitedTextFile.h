@@ -87,13 +87,13 @@ public:
     /// Null when out of range or unnamed.
     const char* FieldName(unsigned int column) const noexcept;
 
-    unsigned int NumFields() const noexcept { return columns.Count(); }
-    unsigned int NumRecords() const noexcept { return rows.Count(); }
+    VTRUTILS_INLINE unsigned int NumFields() const noexcept { return columns.Count(); }
+    VTRUTILS_INLINE unsigned int NumRecords() const noexcept { return rows.Count(); }
 
     /// Of the last successful `Open`, before the first of them that of the first `Save`; else "".
-    const char* FilePath() const noexcept { return filePath; }
+    VTRUTILS_INLINE const char* FilePath() const noexcept { return filePath; }
 
-    bool KeepSorted() const noexcept { return maintainSorted; }
+    VTRUTILS_INLINE bool KeepSorted() const noexcept { return maintainSorted; }
 
     /// The first row with this value, by a scan; a row with it, by bisection, when the table is
     /// kept sorted on this column. Bisection takes the rows for sorted, which only column 0 makes

@@ -1,10 +1,8 @@
 #include "tests/gallery/GalleryProcess.h"
 
-#include "gallery/app/ControlIds.h"
 #include "gallery/text/Text.h"
 
 #include <commctrl.h>
-#include <gtest/gtest.h>
 #include <iterator>
 
 namespace {
@@ -71,7 +69,8 @@ GalleryProcess::GalleryProcess(int control) : GalleryProcess("") {
 
 GalleryProcess::~GalleryProcess() {
     if (WaitForSingleObject(process.Get(), 0) == WAIT_TIMEOUT) {
-        ADD_FAILURE() << "the gallery still runs";
+        Close();
+        EXPECT_EQ(0, ExitCode());
         TerminateProcess(process.Get(), /*uExitCode=*/99);
         WaitForSingleObject(process.Get(), longestWait);
     }
@@ -81,7 +80,8 @@ GalleryProcess::~GalleryProcess() {
 
 int GalleryProcess::ExitCode() {
     DWORD code = 0;
-    if (WaitForSingleObject(process.Get(), longestWait) != WAIT_OBJECT_0 ||
+    const DWORD wait = testing::Test::HasFatalFailure() ? 0 : longestWait;
+    if (WaitForSingleObject(process.Get(), wait) != WAIT_OBJECT_0 ||
         !GetExitCodeProcess(process.Get(), &code))
         return -1;
     return static_cast<int>(code);
@@ -143,11 +143,6 @@ void GalleryProcess::Close() {
     PostMessageW(window, WM_SYSCOMMAND, SC_CLOSE, 0);
 }
 
-void GalleryProcess::End() {
-    Close();
-    EXPECT_EQ(0, ExitCode());
-}
-
 void GalleryProcess::Press(Key key) {
     GiveKeyboard();
     if (key.modifier != 0)
@@ -166,6 +161,15 @@ void GalleryProcess::Press(Key key, int control, const std::wstring& part) {
 void GalleryProcess::PressForFocus(Key key, int control) {
     Press(key);
     WaitForFocus(control);
+}
+
+void GalleryProcess::Walk(Key first, Key next, int control,
+                          std::initializer_list<const wchar_t*> texts) {
+    Key key = first;
+    for (const wchar_t* text : texts) {
+        Press(key, control, text);
+        key = next;
+    }
 }
 
 void GalleryProcess::Fill(Key key, int control, const std::wstring& text) {

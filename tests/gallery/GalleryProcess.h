@@ -2,8 +2,11 @@
 #define VTRUTILS_TESTS_GALLERY_GALLERYPROCESS_H
 
 #include "common/Handles.h"
+#include "gallery/app/ControlIds.h"
 
 #include <functional>
+#include <gtest/gtest.h>
+#include <initializer_list>
 #include <string>
 
 /// A key to press, alone or with one that is held.
@@ -23,13 +26,14 @@ inline Key Ctrl(int key) {
 /// the test after 30 s, and at once when the program ends; after a failure nothing is waited for.
 class GalleryProcess {
 public:
-    /// The gallery remembers files in a key of its own, which goes with the object, unless
+    /// The gallery remembers files in a key of its own, which is removed with the object, unless
     /// `newRegistryKey` names one below HKEY_CURRENT_USER.
     explicit GalleryProcess(const std::string& arguments, const std::string& newRegistryKey = "");
     /// Without arguments, on the page that has a control with this id.
     explicit GalleryProcess(int control);
     GalleryProcess(const GalleryProcess&) = delete;
     GalleryProcess& operator=(const GalleryProcess&) = delete;
+    /// Closes the window, unless the program has ended, and expects it to end well.
     ~GalleryProcess();
 
     /// Waits for the end of the program. -1 when it does not come.
@@ -52,8 +56,6 @@ public:
 
     /// What the close button of the title bar does.
     void Close();
-    /// Closes the window, and expects the program to end well.
-    void End();
 
     /// Waits until the keys that are pressed go to the window. When another window has closed, an X
     /// server without a window manager may take the keyboard away at any later moment.
@@ -61,6 +63,9 @@ public:
     /// The same, and waits for the text of a control, or for the focus.
     void Press(Key key, int id, const std::wstring& part);
     void PressForFocus(Key key, int id);
+    /// Presses `first`, then `next` again and again, and waits for the control to show each of the
+    /// texts in turn.
+    void Walk(Key first, Key next, int id, std::initializer_list<const wchar_t*> texts);
     void Type(const std::wstring& text);
     /// Goes to the field with that key, and types in place of what it holds.
     void Fill(Key key, int id, const std::wstring& text);

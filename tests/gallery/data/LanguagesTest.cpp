@@ -73,7 +73,7 @@ void ExpectOwnMnemonics(const StringFile& file) {
     }
 }
 
-TEST(StringFiles, SayTheSameInEveryLanguage) {
+TEST(Languages, SayTheSameInEveryLanguage) {
     const StringFile english = Load("English", 1252);
     ASSERT_EQ(11u, english.sections.size()) << "the window and a section a page";
     ExpectOwnMnemonics(english);

@@ -1,8 +1,5 @@
-#include "gallery/app/ControlIds.h"
 #include "tests/gallery/GalleryProcess.h"
 #include "tests/support/TestFolder.h"
-
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -15,18 +12,14 @@ TEST(FilesPage, ShowsWhatBecomesOfANameByKeyboard) {
     gallery.WaitForText(ID_FILES_MESSAGE, L"no such folder");
     gallery.Fill(Alt('F'), ID_FILES_FOLDER, {folder.Path().begin(), folder.Path().end()});
     gallery.PressForFocus(VK_TAB, ID_FILES_NAMES);
-    int key = VK_END;
-    for (const wchar_t* name : {L"take [1].wav", L"take [3]_1.wav", L"take.wav", L"take [3].wav",
-                                L"TAKE__3_.WAV", L"take [3].wav"}) {
-        gallery.Press(key, ID_FILES_MESSAGE, name);
-        key = VK_UP;
-    }
+    gallery.Walk(VK_END, VK_UP, ID_FILES_MESSAGE,
+                 {L"take [1].wav", L"take [3]_1.wav", L"take.wav", L"take [3].wav", L"TAKE__3_.WAV",
+                  L"take [3].wav"});
     // The program's own folder stands above it.
     gallery.PressForFocus(Alt('S'), ID_FILES_PLACES);
     gallery.Press(VK_DOWN);
     gallery.PressForFocus(VK_RETURN, ID_FILES_NAME);
     gallery.WaitForText(ID_FILES_FOLDER, L"\\Desktop");
-    gallery.End();
     EXPECT_EQ("take [3].wav", folder.Listing());
 }
 

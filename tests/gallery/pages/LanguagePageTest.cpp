@@ -1,7 +1,4 @@
-#include "gallery/app/ControlIds.h"
 #include "tests/gallery/GalleryProcess.h"
-
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -32,7 +29,6 @@ TEST(LanguagePage, ChangesEveryTextOnTheScreen) {
 
     gallery.ShowPage(ID_LANGUAGE_LIST);
     Use(gallery, VK_HOME, L"The language is English");
-    gallery.End();
 }
 
 } // namespace

@@ -1,7 +1,4 @@
-#include "gallery/app/ControlIds.h"
 #include "tests/gallery/GalleryProcess.h"
-
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -12,15 +9,11 @@ TEST(ObserversPage, ShowsWhoReceivesWhatByKeyboard) {
     gallery.Press(Alt('2'), ID_OBSERVERS_COUNTS, L"Attached: 4 of 5, deliveries: 2");
     gallery.PressForFocus(Alt('L'), ID_OBSERVERS_LOG);
     // The hint is out of the nested delivery already; the playlist is not out of anything.
-    int key = VK_HOME;
-    for (const wchar_t* line :
-         {L"1. SendNotification(2", L"2. Meter: stop", L"3. Hint: stop - removes",
-          L"4. Repeat: stop - sends play", L"5. SendNotification(1", L"6. Meter: play",
-          L"7. Playlist: play - removes itself and comes back", L"8. Clock: play",
-          L"9. Clock: stop"}) {
-        gallery.Press(key, ID_OBSERVERS_MESSAGE, line);
-        key = VK_DOWN;
-    }
+    gallery.Walk(VK_HOME, VK_DOWN, ID_OBSERVERS_MESSAGE,
+                 {L"1. SendNotification(2", L"2. Meter: stop", L"3. Hint: stop - removes",
+                  L"4. Repeat: stop - sends play", L"5. SendNotification(1", L"6. Meter: play",
+                  L"7. Playlist: play - removes itself and comes back", L"8. Clock: play",
+                  L"9. Clock: stop"});
     gallery.Press(Alt('1'), ID_OBSERVERS_MESSAGE, L"\"play\" was received, observers: 3.");
     gallery.Press(Alt('M'));
     gallery.PressForFocus(Alt('O'), ID_OBSERVERS_LIST);
@@ -28,7 +21,6 @@ TEST(ObserversPage, ShowsWhoReceivesWhatByKeyboard) {
     gallery.Press(Alt('1'), ID_OBSERVERS_MESSAGE, L"\"play\" was received, observers: 1.");
     gallery.Press(Alt('R'));
     gallery.Press(Alt('1'), ID_OBSERVERS_MESSAGE, L"Nobody is registered for \"play\".");
-    gallery.End();
 }
 
 } // namespace

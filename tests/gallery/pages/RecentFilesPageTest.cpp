@@ -1,10 +1,7 @@
-#include "gallery/app/ControlIds.h"
 #include "tests/gallery/GalleryProcess.h"
 #include "tests/support/TestFolder.h"
 #include "tests/support/TestKey.h"
 #include "utilities/containers/MRUList.h"
-
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -38,7 +35,6 @@ TEST(RecentFilesPage, RemembersFilesAndOpensThemOnTheirPages) {
     EXPECT_EQ("", key.Texts()["Recent.2"]);
     gallery.Press(Alt('C'), ID_RECENT_COUNTS, L"Files: 0, folders: 0");
     EXPECT_EQ("", key.Texts()["Recent.1"]);
-    gallery.End();
 }
 
 } // namespace

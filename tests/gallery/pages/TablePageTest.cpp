@@ -1,8 +1,5 @@
-#include "gallery/app/ControlIds.h"
 #include "tests/gallery/GalleryProcess.h"
 #include "tests/support/TestFolder.h"
-
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -44,7 +41,6 @@ TEST(TablePage, FindsEditsSortsAndSavesByKeyboard) {
     gallery.Answer(IDYES);
     gallery.WaitForText(ID_DOCUMENT_MESSAGE, L"Saved.");
     gallery.WaitForDocument(L"songs.csv");
-    gallery.End();
     EXPECT_EQ("\"Name\",\"Mood\"\r\n"
               ",\"new\"\r\n"
               "\"Aardvark\",\"quiet\"\r\n"

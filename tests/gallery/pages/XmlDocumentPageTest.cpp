@@ -1,8 +1,5 @@
-#include "gallery/app/ControlIds.h"
 #include "tests/gallery/GalleryProcess.h"
 #include "tests/support/TestFolder.h"
-
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -46,7 +43,6 @@ TEST(XmlDocumentPage, FindsShowsAndDecodesByKeyboard) {
     Find(gallery, L"bottom", L"depth 301, deeper than the tree shows.");
     ExpectLastDetail(gallery, L"at the bottom");
     Find(gallery, L"nothing", L"No element is named \"nothing\".");
-    gallery.End();
 }
 
 } // namespace

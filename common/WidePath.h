@@ -1,48 +1,65 @@
 #ifndef VTR_COMMON_WIDEPATH_H
 #define VTR_COMMON_WIDEPATH_H
 
-#include <windows.h>
-
 #include <cstdlib>
+#include <cwchar>
 
 /// The one place where a narrow path becomes UTF-16. Private to the two libraries.
 
 namespace vtr {
 
-/// `path` converted with `codePage` (0: the system's ANSI code page), of any length. Get() is ""
-/// for a null path, for bytes that the code page cannot convert, and when memory runs out: no file
-/// has that name, so the call that follows fails as for a missing file. One thread at a time.
-class WidePath {
+/// UTF-16 of any length. One thread at a time.
+class WideText {
 public:
-    WidePath(const char* path, unsigned codePage) {
-        if (path == nullptr)
-            return;
-        int units = MultiByteToWideChar(codePage, 0, path, -1, small, smallUnits);
-        if (units > 0 || GetLastError() != ERROR_INSUFFICIENT_BUFFER) {
-            if (units == 0)
-                small[0] = L'\0';
-            return;
-        }
-        small[0] = L'\0';
-        units = MultiByteToWideChar(codePage, 0, path, -1, nullptr, 0);
-        if (units <= 0)
-            return;
-        large =
-            static_cast<wchar_t*>(std::malloc(static_cast<std::size_t>(units) * sizeof(wchar_t)));
-        if (large != nullptr)
-            MultiByteToWideChar(codePage, 0, path, -1, large, units);
-    }
-    WidePath(const WidePath&) = delete;
-    WidePath& operator=(const WidePath&) = delete;
-    ~WidePath() { std::free(large); }
+    WideText() = default;
+    WideText(const WideText&) = delete;
+    WideText& operator=(const WideText&) = delete;
+    ~WideText() { std::free(large); }
 
+    /// False, with "" to get, for bytes that the code page does not have, for a code page that the
+    /// system does not have, and when memory runs out. Without `strict` such bytes become whatever
+    /// the system puts in their place.
+    bool Convert(const char* text, unsigned codePage, bool strict);
+
+    wchar_t* Get() { return large != nullptr ? large : small; }
     const wchar_t* Get() const { return large != nullptr ? large : small; }
 
 private:
-    static constexpr int smallUnits = MAX_PATH;
+    int Fill(const char* text, unsigned codePage, unsigned long flags);
+
+    static constexpr int smallUnits = 260;
     wchar_t small[smallUnits] = L"";
     wchar_t* large = nullptr;
 };
+
+/// A path of any length as UTF-16. Its text is in `codePage`, that of the language (0: the system's
+/// ANSI code page), or in the ANSI page, since that is what the system gave to hosts before they
+/// chose a language. It is the latter where the path names a file or folder in the ANSI page and
+/// nothing in the other; where it names nothing in either, the page that more of its folders are
+/// found in is meant, and the language's if they are found in both or in neither. Bytes that only
+/// one of the pages has are in that page. A path of ASCII is the same in all and looks up nothing.
+/// One thread at a time.
+class WidePath {
+public:
+    WidePath(const char* path, unsigned codePage);
+
+    /// "" for a null path and when memory runs out: no file has that name, so the call that follows
+    /// fails as for a missing file.
+    const wchar_t* Get() const { return ansiMeant ? ansi.Get() : text.Get(); }
+
+    /// The code page of the narrow text: 0 for the ANSI page.
+    unsigned Page() const { return page; }
+
+private:
+    WideText text;
+    WideText ansi;
+    bool ansiMeant = false;
+    unsigned page;
+};
+
+/// `WidePath(path, codePage).Page()`, or any other page in which the steps over the path are the
+/// same ones.
+unsigned PageForSteps(const char* path, unsigned codePage);
 
 } // namespace vtr
 

@@ -9,9 +9,15 @@ project_root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 export WINEDEBUG=${WINEDEBUG:--all}
 export WINEDLLOVERRIDES="winedbg.exe=d;mscoree=;mshtml=;winemenubuilder.exe=d"
 export WINEARCH=win64
-# The locale decides the ANSI code page, here 1252, and which names files can have: without UTF-8
-# only those of ASCII letters.
-export LC_ALL=C.UTF-8
+# The locale decides the ANSI code page, here 1252 or that of VTRUTILS_LOCALE, such as ja_JP, and
+# which names files can have: without UTF-8 only those of ASCII letters. A locale that is not
+# installed has no UTF-8, so the one that is there gets its name.
+if [ -n "${VTRUTILS_LOCALE:-}" ]; then
+    export LOCPATH="$project_root/build/wine/locales"
+    mkdir -p "$LOCPATH"
+    ln -sfn /usr/lib/locale/C.utf8 "$LOCPATH/$VTRUTILS_LOCALE.utf8"
+fi
+export LC_ALL=${VTRUTILS_LOCALE:-C}.UTF-8
 
 # Debian's `wine` wrapper prints a hint about 32-bit programs before each run; the loader does not.
 wine_loader=/usr/lib/wine/wine64

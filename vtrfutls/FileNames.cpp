@@ -1,5 +1,6 @@
 #include "vtrfutls/FileNames.h"
 
+#include "common/PageSteps.h"
 #include "common/WidePath.h"
 
 #include <atomic>
@@ -17,18 +18,16 @@ struct PathParts {
 };
 
 PathParts Split(const char* path) {
-    const unsigned codePage = codePageForFiles;
+    const vtr::PageSteps steps(vtr::PageForSteps(path, codePageForFiles));
     PathParts parts{path, nullptr, nullptr};
     const char* p = path;
-    while (*p != '\0') {
-        const bool pair = IsDBCSLeadByteEx(codePage, static_cast<BYTE>(*p)) && p[1] != '\0';
+    for (; *p != '\0'; p += steps.Length(p)) {
         if (*p == '\\' || *p == '/' || (*p == ':' && p == path + 1)) {
             parts.name = p + 1;
             parts.extension = nullptr;
         } else if (*p == '.') {
             parts.extension = p;
         }
-        p += pair ? 2 : 1;
     }
     parts.end = p;
     if (parts.extension == nullptr)

@@ -3,8 +3,8 @@
 
 namespace vtr {
 
-/// Replaces in place the characters that no file name may have: < > : " / \ | ? *. Steps by the
-/// characters of the current multibyte code page. Private to the library. One thread at a time.
+/// Replaces in place the characters that no file name may have: < > : " / \ | ? *. Steps as over
+/// a path. Private to the library. One thread at a time.
 void ReplaceReservedCharacters(char* text, char replacement);
 
 } // namespace vtr

@@ -11,8 +11,11 @@
 namespace vtr {
 
 FileReading FileBytes::TryRead(const char* path) {
-    const WidePath wide(path, CurrentCodePage());
-    const FileHandle file(CreateFileW(wide.Get(), GENERIC_READ,
+    return TryRead(WidePath(path, CurrentCodePage()).Get());
+}
+
+FileReading FileBytes::TryRead(const wchar_t* path) {
+    const FileHandle file(CreateFileW(path, GENERIC_READ,
                                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                       /*lpSecurityAttributes=*/nullptr, OPEN_EXISTING,
                                       FILE_FLAG_SEQUENTIAL_SCAN, /*hTemplateFile=*/nullptr));
@@ -52,7 +55,7 @@ SingleByteText::SingleByteText(const unsigned char* data, unsigned length)
     }
 }
 
-bool TextBlock::Read(const char* path) {
+bool TextBlock::Read(const wchar_t* path) {
     FileBytes file;
     if (!file.Read(path))
         return false;

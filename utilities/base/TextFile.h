@@ -14,9 +14,12 @@ enum class FileReading { good, cannotOpen, noMemory, cannotRead };
 /// The bytes of one file, with two zero bytes behind them.
 class FileBytes {
 public:
-    /// The path is in the current language code page.
     FileReading TryRead(const char* path);
-    bool Read(const char* path) { return TryRead(path) == FileReading::good; }
+    FileReading TryRead(const wchar_t* path);
+    template <class Char>
+    bool Read(const Char* path) {
+        return TryRead(path) == FileReading::good;
+    }
 
     const unsigned char* Data() const { return bytes.get(); }
     /// That of the file also when there was no memory.
@@ -53,7 +56,7 @@ private:
 class TextBlock {
 public:
     /// As `FileBytes::Read`.
-    bool Read(const char* path);
+    bool Read(const wchar_t* path);
 
     /// A zero byte, which may be written to as well, stands behind the text.
     char* Text() const { return block.get() + start; }

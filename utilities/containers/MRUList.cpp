@@ -3,6 +3,7 @@
 #include "common/WidePath.h"
 #include "utilities/base/CodePage.h"
 #include "utilities/base/OwnedText.h"
+#include "utilities/base/PathText.h"
 #include "utilities/base/SameText.h"
 #include "utilities/system/files/FileTimes.h"
 #include "utilities/system/files/RegistryStrings.h"
@@ -197,7 +198,7 @@ const char* CMRUList::GetFileWithPath(unsigned int index) const noexcept {
 
 const char* CMRUList::GetFileNameOnly(unsigned int index) const noexcept {
     const char* path = GetFileWithPath(index);
-    return path != nullptr ? PathFindFileNameA(path) : nullptr;
+    return path != nullptr ? vtr::FileNameIn(path) : nullptr;
 }
 
 _MRUData CMRUList::GetMRUItem(unsigned int index) noexcept {

@@ -18,6 +18,6 @@ TEST(LanguagePaths, BecomeWideWithTheCodePageOfTheLanguage) {
 }
 
 TEST(DriveSpace, InClustersIsTheSame) {
-    EXPECT_NEAR(vtr::FreeKilobytesInClusters("C:\\"), GetKBFree("C:\\"), 500'000);
-    EXPECT_LT(vtr::FreeKilobytesInClusters("?:\\"), 0);
+    EXPECT_NEAR(vtr::FreeKilobytesInClusters(L"C:\\"), GetKBFree("C:\\"), 500'000);
+    EXPECT_LT(vtr::FreeKilobytesInClusters(L"?:\\"), 0);
 }

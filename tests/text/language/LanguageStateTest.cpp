@@ -4,15 +4,11 @@
 #include <gtest/gtest.h>
 
 TEST(LanguageState, FoldersAreThoseOfTheProgram) {
-    char program[MAX_PATH];
-    ASSERT_GT(GetModuleFileNameA(nullptr, program, sizeof program), 0u);
-    const std::string folder = std::filesystem::path(program).parent_path().string() + "\\";
-
     vtr::CreateLanguageState();
     const vtr::LanguageState& state = vtr::Language();
-    EXPECT_EQ(state.masterLanguageFolder, folder);
-    EXPECT_EQ(state.languageFolder, folder);
-    EXPECT_EQ(state.utilitiesStringFile, folder + "utility-strings.ini");
+    EXPECT_EQ(state.hostFolder, std::filesystem::path(_wpgmptr).parent_path().wstring() + L"\\");
+    EXPECT_STREQ(state.masterLanguageFolder, "");
+    EXPECT_STREQ(state.languageFolder, "");
     EXPECT_EQ(GetCurrentCodePage(), 0u);
     EXPECT_TRUE(TryEnterCriticalSection(&vtr::Language().stringLock));
     LeaveCriticalSection(&vtr::Language().stringLock);

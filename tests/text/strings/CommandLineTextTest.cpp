@@ -10,7 +10,8 @@ namespace {
 
 std::string Parameter(const std::string& commandLine, int index, int size = 1024) {
     GuardedBytes buffer(static_cast<std::size_t>(size));
-    vtr::ParameterOfCommandLine(commandLine.c_str(), index, buffer.Data(), size);
+    const std::wstring wide(commandLine.begin(), commandLine.end());
+    vtr::ParameterOfCommandLine(wide.c_str(), index, buffer.Data(), size);
     EXPECT_EQ(buffer.View().back(), '\0') << "the whole buffer is zeroed first";
     return buffer.Data();
 }
@@ -38,8 +39,8 @@ TEST(ParameterOfCommandLine, QuotesAndSpaces) {
     EXPECT_EQ(Parameter("program parameter", 1, 6), "param");
     EXPECT_EQ(Parameter("program parameter", 1, 1), "");
     char untouched[] = "x";
-    vtr::ParameterOfCommandLine("program", 0, untouched, 0);
-    vtr::ParameterOfCommandLine("program", 0, nullptr, 5);
+    vtr::ParameterOfCommandLine(L"program", 0, untouched, 0);
+    vtr::ParameterOfCommandLine(L"program", 0, nullptr, 5);
     EXPECT_STREQ(untouched, "x");
 }
 

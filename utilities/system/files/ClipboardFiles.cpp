@@ -1,3 +1,4 @@
+#include "utilities/base/NarrowPath.h"
 #include "utilities/base/StoreCut.h"
 #include "utilities/system/files/FileFunctions.h"
 
@@ -20,7 +21,7 @@ public:
     }
 
     unsigned Count() const {
-        return files != nullptr ? DragQueryFileA(files, 0xFFFFFFFF, /*lpszFile=*/nullptr, 0) : 0;
+        return files != nullptr ? DragQueryFileW(files, 0xFFFFFFFF, /*lpszFile=*/nullptr, 0) : 0;
     }
 
     /// Null when there are no more than `index` files.
@@ -31,22 +32,24 @@ private:
     HDROP files = nullptr;
 };
 
-/// Long enough for every path, in which each character may have two bytes.
 constexpr unsigned longestName = 2 * MAX_PATH;
 
-/// The name is taken whole and then cut: not every Windows terminates one that it cuts.
-template <class Char, class Query>
-void StoreName(unsigned index, Char* out, unsigned size, Query query) {
-    if (out == nullptr || size == 0)
-        return;
-    out[0] = 0;
-    const ClipboardFiles clipboard;
-    const HDROP list = clipboard.ListWith(index);
-    Char name[longestName] = {};
-    if (list == nullptr || query(list, index, name, longestName - 1) == 0)
-        return;
-    vtr::StoreCut(name, out, size);
-}
+/// The name is taken whole and then cut: not every Windows terminates one that it cuts. "" when
+/// there is none.
+class FileName {
+public:
+    explicit FileName(unsigned index) {
+        const ClipboardFiles clipboard;
+        const HDROP list = clipboard.ListWith(index);
+        if (list != nullptr)
+            DragQueryFileW(list, index, name, longestName - 1);
+    }
+
+    const wchar_t* Get() const { return name; }
+
+private:
+    wchar_t name[longestName] = L"";
+};
 
 } // namespace
 
@@ -55,9 +58,13 @@ unsigned NumFileNamesOnClipboard() {
 }
 
 void GetFileNameFromClipboardA(unsigned index, char* out, unsigned size) {
-    StoreName(index, out, size, &DragQueryFileA);
+    if (out == nullptr || size == 0)
+        return;
+    const vtr::OwnedText name = vtr::NarrowPath(FileName(index).Get());
+    vtr::StoreCut(name != nullptr ? name.get() : "", out, size);
 }
 
 void GetFileNameFromClipboardW(unsigned index, wchar_t* out, unsigned size) {
-    StoreName(index, out, size, &DragQueryFileW);
+    if (out != nullptr && size > 0)
+        vtr::StoreCut(FileName(index).Get(), out, size);
 }

@@ -1,4 +1,4 @@
-#include "utilities/base/MultibyteText.h"
+#include "utilities/base/PathText.h"
 #include "utilities/base/ReservedCharacters.h"
 #include "utilities/system/files/FileFunctions.h"
 
@@ -29,8 +29,7 @@ bool CopyShortened(const char* in, char* out, std::size_t longest, bool isPath) 
 /// Replaces what `isAllowed` does not accept, which no lead byte is. Both bytes of a character go:
 /// the second alone would be another one, and might be a backslash.
 template <class Predicate>
-bool ReplaceOthers(char* text, char replacement, Predicate isAllowed) {
-    const vtr::CharacterSteps steps;
+bool ReplaceOthers(const vtr::NameSteps& steps, char* text, char replacement, Predicate isAllowed) {
     bool changed = false;
     while (*text != '\0') {
         const std::size_t length = steps.Length(text);
@@ -65,11 +64,11 @@ bool IsJolietCharacter(char c) {
 bool MakeISO9660FriendlyName(const char* in, char* out, bool isPath, char replacement) {
     if (in == nullptr || out == nullptr)
         return false;
+    const vtr::NameSteps steps(in);
     const bool shortened = CopyShortened(in, out, longestIsoName, isPath);
-    const vtr::CharacterSteps steps;
     for (char* p = out; *p != '\0'; p += steps.Length(p))
         *p = UpperCase(*p);
-    const bool replaced = ReplaceOthers(out, replacement, [isPath](char c) {
+    const bool replaced = ReplaceOthers(steps, out, replacement, [isPath](char c) {
         return IsIsoCharacter(c) || (isPath && IsSeparator(c));
     });
     return shortened || replaced;
@@ -78,8 +77,9 @@ bool MakeISO9660FriendlyName(const char* in, char* out, bool isPath, char replac
 bool MakeJolietFriendlyName(const char* in, char* out, bool isPath, char replacement) {
     if (in == nullptr || out == nullptr)
         return false;
+    const vtr::NameSteps steps(in);
     const bool shortened = CopyShortened(in, out, longestJolietName, isPath);
-    const bool replaced = ReplaceOthers(out, replacement, [isPath](char c) {
+    const bool replaced = ReplaceOthers(steps, out, replacement, [isPath](char c) {
         return IsJolietCharacter(c) && (isPath || !IsSeparator(c));
     });
     return shortened || replaced;

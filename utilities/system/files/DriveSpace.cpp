@@ -1,8 +1,10 @@
 #include "utilities/system/files/DriveSpace.h"
 
 #include "common/DynamicFunction.h"
+#include "common/WidePath.h"
+#include "utilities/base/CodePage.h"
+#include "utilities/base/PathBuilder.h"
 #include "utilities/system/files/FileFunctions.h"
-#include "utilities/system/files/PathText.h"
 #include "vtrfutls/Log.h"
 
 #include <cstring>
@@ -13,21 +15,16 @@ constexpr double bytesPerKilobyte = 1024;
 constexpr double unknownShare = 2'048'000;
 constexpr DWORD longestWalk = 20'000;
 
-vtr::DynamicFunction<decltype(GetDiskFreeSpaceExA)> getDiskFreeSpaceEx("KERNEL32.DLL",
-                                                                       "GetDiskFreeSpaceExA");
+vtr::DynamicFunction<decltype(GetDiskFreeSpaceExW)> getDiskFreeSpaceEx("KERNEL32.DLL",
+                                                                       "GetDiskFreeSpaceExW");
 
 /// The start of `path` that ends at `end`, with it. False when it does not fit.
-bool CopyThrough(const char* path, const char* end, char (&copy)[MAX_PATH]) {
-    const std::size_t length = static_cast<std::size_t>(end - path) + 1;
-    if (length >= sizeof copy)
-        return false;
-    std::memcpy(copy, path, length);
-    copy[length] = '\0';
-    return true;
+bool CopyThrough(const wchar_t* path, const wchar_t* end, vtr::PathBuilder<>& copy) {
+    return copy.Append(path, static_cast<std::size_t>(end - path) + 1);
 }
 
 /// Below 0 when the drive cannot be asked.
-double FreeKilobytes(const char* root) {
+double FreeKilobytes(const wchar_t* root) {
     ULARGE_INTEGER available;
     if (getDiskFreeSpaceEx.Get() == nullptr ||
         !getDiskFreeSpaceEx.Get()(root, &available, /*lpTotalNumberOfBytes=*/nullptr,
@@ -37,9 +34,9 @@ double FreeKilobytes(const char* root) {
 }
 
 /// "\\server\...", without a drive.
-bool NamesShare(const char* path) {
-    return path[0] == '\\' && path[1] == '\\' && std::strchr(path, ':') == nullptr &&
-           vtr::FindBackslash(path + 2) != nullptr;
+bool NamesShare(const wchar_t* path) {
+    return path[0] == L'\\' && path[1] == L'\\' && std::wcschr(path, L':') == nullptr &&
+           std::wcschr(path + 2, L'\\') != nullptr;
 }
 
 const char* DriveTypeName(UINT type) {
@@ -59,8 +56,9 @@ const char* DriveTypeName(UINT type) {
     }
 }
 
+/// Of letters that all code pages have.
 void LogDrive(const char* root) {
-    const UINT type = GetDriveTypeA(root);
+    const UINT type = GetDriveTypeW(vtr::WidePath(root, CP_ACP).Get());
     if (type == DRIVE_FIXED)
         LogFmtA("%s has %0.2f MB free.", root, GetKBFree(root) / 1024);
     else
@@ -69,12 +67,12 @@ void LogDrive(const char* root) {
 
 } // namespace
 
-double vtr::FreeKilobytesInClusters(const char* root) {
+double vtr::FreeKilobytesInClusters(const wchar_t* root) {
     DWORD sectorsPerCluster = 0;
     DWORD bytesPerSector = 0;
     DWORD freeClusters = 0;
     DWORD clusters = 0;
-    if (!GetDiskFreeSpaceA(root, &sectorsPerCluster, &bytesPerSector, &freeClusters, &clusters))
+    if (!GetDiskFreeSpaceW(root, &sectorsPerCluster, &bytesPerSector, &freeClusters, &clusters))
         return -1;
     return static_cast<double>(freeClusters) * sectorsPerCluster * bytesPerSector /
            bytesPerKilobyte;
@@ -83,27 +81,26 @@ double vtr::FreeKilobytesInClusters(const char* root) {
 bool IsOnLocalHardDrive(const char* path) {
     if (path == nullptr)
         return false;
-    const vtr::CharacterSteps steps;
-    const char* end = path;
-    while (*end != '\0' && *end != '\\' && *end != '/')
-        end += steps.Length(end);
-    char root[MAX_PATH];
-    return *end != '\0' && CopyThrough(path, end, root) && GetDriveTypeA(root) == DRIVE_FIXED;
+    const vtr::WidePath wide(path, vtr::CurrentCodePage());
+    const wchar_t* end = std::wcspbrk(wide.Get(), L"\\/");
+    vtr::PathBuilder<> root;
+    return end != nullptr && CopyThrough(wide.Get(), end, root) &&
+           GetDriveTypeW(root.Get()) == DRIVE_FIXED;
 }
 
 double GetKBFree(const char* path) {
     if (path == nullptr)
         return 0;
-    // A colon is never the second byte of a character.
-    const char* colon = std::strchr(path, ':');
-    const char* end = colon != nullptr ? vtr::FindBackslash(colon) : nullptr;
-    char root[MAX_PATH];
-    if (end != nullptr && !CopyThrough(path, end, root))
+    const vtr::WidePath wide(path, vtr::CurrentCodePage());
+    const wchar_t* colon = std::wcschr(wide.Get(), L':');
+    const wchar_t* end = colon != nullptr ? std::wcschr(colon, L'\\') : nullptr;
+    vtr::PathBuilder<> root;
+    if (end != nullptr && !CopyThrough(wide.Get(), end, root))
         return 0;
-    const double free = FreeKilobytes(end != nullptr ? root : path);
+    const double free = FreeKilobytes(end != nullptr ? root.Get() : wide.Get());
     if (free >= 0)
         return free;
-    return NamesShare(path) ? unknownShare : 0;
+    return NamesShare(wide.Get()) ? unknownShare : 0;
 }
 
 void LogCurrentHardDriveSpace() {

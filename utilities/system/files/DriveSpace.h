@@ -5,7 +5,7 @@ namespace vtr {
 
 /// The free kilobytes of a drive counted in clusters, as old systems do; below 0 when they cannot
 /// be told. Private to the library. Immutable and safe.
-double FreeKilobytesInClusters(const char* root);
+double FreeKilobytesInClusters(const wchar_t* root);
 
 } // namespace vtr
 

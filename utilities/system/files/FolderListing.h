@@ -3,26 +3,26 @@
 
 #include "common/Handles.h"
 
-#include <cstring>
-
 namespace vtr {
 
 /// The entries that match a pattern, one at a time: true while there is one. Private to the
 /// library. One thread at a time.
 class FolderListing {
 public:
-    explicit FolderListing(const char* pattern)
-        : handle(FindFirstFileA(pattern, &entry)), more(handle) {}
+    explicit FolderListing(const wchar_t* pattern)
+        : handle(FindFirstFileW(pattern, &entry)), more(handle) {}
 
     explicit operator bool() const { return more; }
-    void Next() { more = FindNextFileA(handle.Get(), &entry) != FALSE; }
+    void Next() { more = FindNextFileW(handle.Get(), &entry) != FALSE; }
 
-    const char* Name() const { return entry.cFileName; }
+    const wchar_t* Name() const { return entry.cFileName; }
+    /// "" when the entry has no other name.
+    const wchar_t* ShortName() const { return entry.cAlternateFileName; }
     bool Has(DWORD attribute) const { return (entry.dwFileAttributes & attribute) != 0; }
     bool IsFolder() const { return Has(FILE_ATTRIBUTE_DIRECTORY); }
 
 private:
-    WIN32_FIND_DATAA entry;
+    WIN32_FIND_DATAW entry;
     FindHandle handle;
     bool more;
 };

@@ -1,13 +1,14 @@
 #include "utilities/system/files/Folders.h"
 
 #include "common/WidePath.h"
-#include "utilities/base/CodePage.h"
+#include "utilities/base/NarrowPath.h"
+#include "utilities/base/PathBuilder.h"
+#include "utilities/base/PathText.h"
 #include "utilities/base/StoreCut.h"
 #include "utilities/system/files/FileFunctions.h"
 #include "utilities/system/files/FolderListing.h"
-#include "utilities/system/files/PathText.h"
 
-#include <cstdio>
+#include <cstring>
 #include <cwchar>
 #include <shlwapi.h>
 
@@ -28,6 +29,51 @@ bool EnsureFolder(const wchar_t* path) {
     return PathIsDirectoryW(path) || CreateDirectoryW(path, /*lpSecurityAttributes=*/nullptr) ||
            GetLastError() == ERROR_ALREADY_EXISTS;
 }
+
+/// The length of what stands before the name in the last place, its separator included.
+template <class Char, class StepLength>
+std::size_t LengthOfFolder(const Char* path, StepLength stepLength) {
+    std::size_t length = 0;
+    for (std::size_t i = 0; path[i] != 0; i += stepLength(path + i)) {
+        if (path[i] == '\\' || path[i] == '/' || path[i] == ':')
+            length = i + 1;
+    }
+    return length;
+}
+
+/// Finds the name that a host can put after a path to have that of an entry in its folder.
+class EntryName {
+public:
+    explicit EntryName(const char* folderPath)
+        : path(folderPath), wide(path, vtr::CurrentCodePage()) {
+        const vtr::PathSteps steps(path);
+        folder = LengthOfFolder(path, [&](const char* at) { return steps.Length(at); });
+        entry.Append(wide.Get());
+        wideFolder = LengthOfFolder(entry.Get(), [](const wchar_t*) { return std::size_t{1}; });
+    }
+
+    const wchar_t* Path() const { return wide.Get(); }
+
+    /// False for a name that is not the entry's after this path, or is too long.
+    bool Store(const wchar_t* name, char* out) {
+        entry.CutTo(wideFolder);
+        if (*name == L'\0' || !entry.Append(name))
+            return false;
+        const vtr::OwnedText found = vtr::NarrowPath(entry.Get(), wide.Page());
+        if (found == nullptr || std::strncmp(found.get(), path, folder) != 0 ||
+            std::strlen(found.get() + folder) >= MAX_PATH)
+            return false;
+        std::strcpy(out, found.get() + folder);
+        return true;
+    }
+
+private:
+    const char* path;
+    vtr::WidePath wide;
+    vtr::PathBuilder<> entry;
+    std::size_t folder;
+    std::size_t wideFolder;
+};
 
 bool IsLetter(char c) {
     return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
@@ -66,12 +112,14 @@ int CreateMultiLevelDir(const char* path) {
 bool FolderEmpty(const char* path) {
     if (path == nullptr)
         return true;
-    const int length = static_cast<int>(std::strlen(path)) - (vtr::EndsWithBackslash(path) ? 1 : 0);
-    char pattern[MAX_PATH];
-    const int needed = std::snprintf(pattern, sizeof pattern, "%.*s\\*", length, path);
-    if (needed < 0 || needed >= MAX_PATH)
+    vtr::PathBuilder<> pattern;
+    if (!pattern.Append(vtr::WidePath(path, vtr::CurrentCodePage()).Get()))
         return true;
-    vtr::FolderListing listing(pattern);
+    if (pattern.EndsWithBackslash())
+        pattern.CutTo(pattern.Length() - 1);
+    if (!pattern.Append(L"\\*"))
+        return true;
+    vtr::FolderListing listing(pattern.Get());
     if (!listing)
         return true;
     if (!listing.IsFolder())
@@ -87,14 +135,16 @@ int HasSubDir(const char* path, char* out) {
     if (out == nullptr)
         return 0;
     out[0] = '\0';
-    char pattern[MAX_PATH];
-    if (path == nullptr || std::snprintf(pattern, sizeof pattern, "%s*", path) >= MAX_PATH)
+    if (path == nullptr)
         return 0;
-    for (vtr::FolderListing listing(pattern); listing; listing.Next()) {
-        if (listing.IsFolder() && listing.Name()[0] != '.') {
-            vtr::StoreCut(listing.Name(), out, MAX_PATH);
+    EntryName name(path);
+    vtr::PathBuilder<> pattern;
+    if (!pattern.Append(name.Path()) || !pattern.Append(L"*"))
+        return 0;
+    for (vtr::FolderListing listing(pattern.Get()); listing; listing.Next()) {
+        if (listing.IsFolder() && listing.Name()[0] != L'.' &&
+            (name.Store(listing.Name(), out) || name.Store(listing.ShortName(), out)))
             return 1;
-        }
     }
     return 0;
 }
@@ -108,5 +158,5 @@ bool IsRootFolder(const char* path) {
 }
 
 bool IsValidDirectory(const char* path) {
-    return path != nullptr && PathIsDirectoryA(path);
+    return path != nullptr && PathIsDirectoryW(vtr::WidePath(path, vtr::CurrentCodePage()).Get());
 }

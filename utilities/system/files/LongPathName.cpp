@@ -1,58 +1,52 @@
+#include "common/WidePath.h"
+#include "utilities/base/NarrowPath.h"
+#include "utilities/base/PathBuilder.h"
 #include "utilities/base/StoreCut.h"
 #include "utilities/system/files/FileFunctions.h"
 #include "utilities/system/files/FolderListing.h"
-#include "utilities/system/files/PathText.h"
 
+#include <cstring>
 #include <shlwapi.h>
 
 namespace {
 
-bool BeginsWithDrive(const char* path) {
-    return ((path[0] >= 'A' && path[0] <= 'Z') || (path[0] >= 'a' && path[0] <= 'z')) &&
-           path[1] == ':' && path[2] == '\\';
+using LongPath = vtr::PathBuilder<1024>;
+
+bool BeginsWithDrive(const wchar_t* path) {
+    return ((path[0] >= L'A' && path[0] <= L'Z') || (path[0] >= L'a' && path[0] <= L'z')) &&
+           path[1] == L':' && path[2] == L'\\';
 }
 
-/// Appends to a zeroed buffer what fits.
-class BoundedText {
-public:
-    BoundedText(char* buffer, std::size_t capacity) : next(buffer), room(capacity - 1) {}
-
-    bool Append(const char* text, std::size_t length) {
-        if (length > room)
-            return false;
-        std::memcpy(next, text, length);
-        next += length;
-        room -= length;
-        return true;
-    }
-
-private:
-    char* next;
-    std::size_t room;
-};
-
 /// Appends the long names behind `prefix`, the start of the path that is taken as it is.
-bool AppendLongNames(const char* path, std::size_t prefix, BoundedText& out) {
-    char soFar[MAX_PATH];
-    std::strcpy(soFar, path);
-    for (char* at = soFar + prefix; *at != '\0';) {
-        const char* found = vtr::FindBackslash(at);
-        char* end = found != nullptr ? at + (found - at) : at + std::strlen(at);
-        const bool component = end != at;
-        const bool last = *end == '\0';
-        *end = '\0';
-        if (component) {
-            const vtr::FolderListing entry(soFar);
-            if (!entry || !out.Append(entry.Name(), std::strlen(entry.Name())) ||
-                (entry.IsFolder() && !out.Append("\\", 1)))
+bool AppendLongNames(const wchar_t* path, std::size_t prefix, LongPath& out) {
+    vtr::PathBuilder<> soFar;
+    for (const wchar_t* at = path + prefix; *at != L'\0'; at += *at != L'\0' ? 1 : 0) {
+        const wchar_t* end = at + std::wcscspn(at, L"\\");
+        if (end != at) {
+            soFar.CutTo(0);
+            if (!soFar.Append(path, static_cast<std::size_t>(end - path)))
+                return false;
+            const vtr::FolderListing entry(soFar.Get());
+            if (!entry || !out.Append(entry.Name()) || (entry.IsFolder() && !out.Append(L"\\")))
                 return false;
         }
-        if (last)
-            break;
-        *end = '\\';
-        at = end + 1;
+        at = end;
     }
     return true;
+}
+
+/// False for a path that has no long names and for one that begins with a backslash.
+bool FindLongNames(const wchar_t* path, LongPath& out) {
+    const std::size_t prefix = BeginsWithDrive(path) ? 3 : 0;
+    return path[0] != L'\\' && out.Append(path, prefix) && AppendLongNames(path, prefix, out);
+}
+
+/// False when it does not fit.
+bool StoreFitting(const vtr::OwnedText& path, char* out, std::size_t capacity) {
+    const bool fits = path != nullptr && std::strlen(path.get()) < capacity;
+    if (fits)
+        std::strcpy(out, path.get());
+    return fits;
 }
 
 } // namespace
@@ -61,31 +55,33 @@ void GetLongPathNameSafe(const char* shortPath, char* out, int size) {
     if (out == nullptr || size < 1)
         return;
     const std::size_t capacity = static_cast<std::size_t>(size);
-    const std::size_t length = shortPath != nullptr ? strnlen(shortPath, MAX_PATH) : 0;
+    const bool tooLong = shortPath != nullptr && strnlen(shortPath, MAX_PATH) == MAX_PATH;
     // `out` may be the path.
-    char path[MAX_PATH] = "";
-    if (length > 0 && length < MAX_PATH && *shortPath != '\\')
-        std::memcpy(path, shortPath, length);
+    const vtr::WidePath wide(tooLong ? nullptr : shortPath, vtr::CurrentCodePage());
     std::memset(out, 0, capacity);
-
-    BoundedText text(out, capacity);
-    const std::size_t prefix = BeginsWithDrive(path) ? 3 : 0;
-    if (!text.Append(path, prefix) || !AppendLongNames(path, prefix, text))
-        std::memset(out, 0, capacity);
+    LongPath names;
+    if (FindLongNames(wide.Get(), names))
+        StoreFitting(vtr::NarrowPath(names.Get(), wide.Page()), out, capacity);
 }
 
 bool GetExeDirectory(char* out, int size, HMODULE module) {
     if (out == nullptr || size < 1)
         return false;
+    const std::size_t capacity = static_cast<std::size_t>(size);
     out[0] = '\0';
-    char file[MAX_PATH];
-    char canonical[MAX_PATH];
-    const DWORD length = GetModuleFileNameA(module, file, sizeof file);
-    if (length == 0 || length >= sizeof file || !PathCanonicalizeA(canonical, file))
+    wchar_t file[MAX_PATH];
+    wchar_t canonical[MAX_PATH];
+    const DWORD length = GetModuleFileNameW(module, file, MAX_PATH);
+    if (length == 0 || length >= MAX_PATH || !PathCanonicalizeW(canonical, file))
         return false;
-    *PathFindFileNameA(canonical) = '\0';
-    GetLongPathNameSafe(canonical, out, size);
-    if (out[0] == '\0')
-        vtr::StoreCut(canonical, out, static_cast<unsigned>(size));
-    return true;
+    *PathFindFileNameW(canonical) = L'\0';
+    std::memset(out, 0, capacity);
+    LongPath names;
+    if (FindLongNames(canonical, names) &&
+        StoreFitting(vtr::NarrowPath(names.Get()), out, capacity))
+        return true;
+    const vtr::OwnedText folder = vtr::NarrowPath(canonical);
+    if (folder != nullptr)
+        vtr::StoreCut(folder.get(), out, capacity);
+    return folder != nullptr;
 }

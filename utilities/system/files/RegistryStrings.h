@@ -14,6 +14,11 @@ public:
     bool OpenForReading(HKEY root, const char* subKey);
     bool OpenForWriting(HKEY root, const char* subKey);
 
+    // The registry holds UTF-16. A text becomes that in the ANSI page, as with the narrow functions
+    // of Windows, whatever its code page is: it comes back byte for byte. One that the ANSI page
+    // does not keep, because its bytes are not characters there, is text of the language's code
+    // page and becomes UTF-16 with that; a second terminator tells so.
+
     /// Zeroes all of `out`; false when it stays so for want of a string that fits. Requires:
     /// size > 0.
     bool Read(const char* valueName, char* out, unsigned size) const;

@@ -1,22 +1,25 @@
 #include "common/DynamicFunction.h"
+#include "common/WidePath.h"
+#include "utilities/base/CodePage.h"
+#include "utilities/base/PathBuilder.h"
 #include "utilities/system/files/FileFunctions.h"
 #include "vtrfutls/FileNames.h"
 #include "vtrfutls/Log.h"
 
-#include <cstdio>
 #include <cstring>
+#include <iterator>
 #include <shellapi.h>
 #include <shlwapi.h>
 
 namespace {
 
-constexpr char folderSelection[] = "/select, %s";
+constexpr wchar_t folderSelection[] = L"/select, ";
 
-vtr::DynamicFunction<decltype(AssocQueryStringA)> assocQueryString("shlwapi.dll",
-                                                                   "AssocQueryStringA");
+vtr::DynamicFunction<decltype(AssocQueryStringW)> assocQueryString("shlwapi.dll",
+                                                                   "AssocQueryStringW");
 
-HINSTANCE Open(HWND window, const char* file, const char* parameters, int showCommand) {
-    return ShellExecuteA(window, "open", file, parameters, /*lpDirectory=*/nullptr, showCommand);
+HINSTANCE Open(HWND window, const wchar_t* file, const wchar_t* parameters, int showCommand) {
+    return ShellExecuteW(window, L"open", file, parameters, /*lpDirectory=*/nullptr, showCommand);
 }
 
 bool Started(HINSTANCE result) {
@@ -24,12 +27,12 @@ bool Started(HINSTANCE result) {
 }
 
 /// The program that opens pages; false when there is none.
-bool FindBrowser(char (&program)[MAX_PATH]) {
-    DWORD length = sizeof program;
+bool FindBrowser(wchar_t (&program)[MAX_PATH]) {
+    DWORD length = MAX_PATH;
     return assocQueryString.Get() != nullptr &&
-           SUCCEEDED(assocQueryString.Get()(/*flags=*/0, ASSOCSTR_EXECUTABLE, ".html", "open",
+           SUCCEEDED(assocQueryString.Get()(/*flags=*/0, ASSOCSTR_EXECUTABLE, L".html", L"open",
                                             program, &length)) &&
-           program[0] != '\0';
+           program[0] != L'\0';
 }
 
 } // namespace
@@ -37,13 +40,14 @@ bool FindBrowser(char (&program)[MAX_PATH]) {
 bool LaunchBrowser(const char* url, HWND window, int showCommand) {
     if (url == nullptr)
         return false;
-    if (Started(Open(window, url, /*parameters=*/nullptr, showCommand)))
+    const vtr::WidePath wide(url, vtr::CurrentCodePage());
+    if (Started(Open(window, wide.Get(), /*parameters=*/nullptr, showCommand)))
         return true;
-    char browser[MAX_PATH];
-    if (FindBrowser(browser) && Started(Open(window, browser, url, showCommand)))
+    wchar_t browser[MAX_PATH];
+    if (FindBrowser(browser) && Started(Open(window, browser, wide.Get(), showCommand)))
         return true;
-    return Started(
-        Open(window, "c:\\program files\\internet explorer\\iexplore.exe", url, showCommand));
+    return Started(Open(window, L"c:\\program files\\internet explorer\\iexplore.exe", wide.Get(),
+                        showCommand));
 }
 
 HINSTANCE OpenContainingFolder(const char* path, HWND window) {
@@ -54,11 +58,12 @@ HINSTANCE OpenContainingFolder(const char* path, HWND window) {
         char folder[MAX_PATH];
         if (!ExtractDirectory(path, folder, sizeof folder))
             return nullptr;
-        return Open(window, folder, /*parameters=*/nullptr, SW_SHOWNORMAL);
+        return Open(window, vtr::WidePath(folder, vtr::CurrentCodePage()).Get(),
+                    /*parameters=*/nullptr, SW_SHOWNORMAL);
     }
-    char parameters[MAX_PATH + sizeof folderSelection];
-    const int length = std::snprintf(parameters, sizeof parameters, folderSelection, path);
-    if (length < 0 || length >= static_cast<int>(sizeof parameters))
+    vtr::PathBuilder<MAX_PATH + std::size(folderSelection)> parameters;
+    if (!parameters.Append(folderSelection) ||
+        !parameters.Append(vtr::WidePath(path, vtr::CurrentCodePage()).Get()))
         return nullptr;
-    return Open(window, "explorer.exe", parameters, SW_SHOWNORMAL);
+    return Open(window, L"explorer.exe", parameters.Get(), SW_SHOWNORMAL);
 }

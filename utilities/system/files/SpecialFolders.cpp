@@ -1,10 +1,10 @@
 #include "common/Owner.h"
-#include "common/WidePath.h"
+#include "utilities/base/NarrowPath.h"
+#include "utilities/base/PathBuilder.h"
 #include "utilities/base/StoreCut.h"
 #include "utilities/system/files/FileFunctions.h"
 #include "utilities/system/files/Folders.h"
 
-#include <cstdio>
 #include <cstring>
 #include <shlobj.h>
 #include <shlwapi.h>
@@ -21,28 +21,36 @@ struct ItemIdListKind {
 };
 
 /// False when there is no such folder.
-bool Resolve(int folderId, char (&path)[MAX_PATH]) {
+bool Resolve(int folderId, wchar_t (&path)[MAX_PATH]) {
     LPITEMIDLIST found = nullptr;
     if (FAILED(SHGetSpecialFolderLocation(/*hwnd=*/nullptr, folderId, &found)))
         return false;
     const vtr::Owner<ItemIdListKind> list(found);
     // For some missing folders Windows versions report success without having written a path.
-    if (!SHGetPathFromIDListA(list.Get(), path) || PathIsRelativeA(path))
+    if (!SHGetPathFromIDListW(list.Get(), path) || PathIsRelativeW(path))
         return false;
-    PathRemoveBackslashA(path);
+    PathRemoveBackslashW(path);
     return true;
 }
 
 /// False when the folder is missing and cannot be made.
-bool EnsureFolder(const char* path) {
-    if (IsValidDirectory(path))
+bool EnsureFolder(const wchar_t* path) {
+    if (PathIsDirectoryW(path))
         return true;
-    char withBackslash[MAX_PATH];
-    if (std::snprintf(withBackslash, sizeof withBackslash, "%s\\", path) >= MAX_PATH)
+    vtr::PathBuilder<> withBackslash;
+    if (!withBackslash.Append(path) || !withBackslash.Append(L"\\"))
         return false;
-    // The shell's paths are in the system's code page, whatever the language.
-    vtr::CreateFolders(vtr::WidePath(withBackslash, CP_ACP).Get());
-    return IsValidDirectory(path);
+    vtr::CreateFolders(withBackslash.Get());
+    return PathIsDirectoryW(path) != FALSE;
+}
+
+/// Fills the whole buffer; false, with zeros alone, for a path that hosts cannot pass back.
+bool Store(const wchar_t* path, char* out, int size) {
+    std::memset(out, 0, static_cast<std::size_t>(size));
+    const vtr::OwnedText narrow = vtr::NarrowPath(path);
+    if (narrow != nullptr)
+        vtr::StoreCut(narrow.get(), out, static_cast<unsigned>(size));
+    return narrow != nullptr;
 }
 
 } // namespace
@@ -51,13 +59,12 @@ bool GetSpecialFolderPath(char* out, int size, int folderId, bool create) {
     if (out == nullptr || size < 1)
         return false;
     std::memset(out, 0, static_cast<std::size_t>(size));
-    char path[MAX_PATH];
+    wchar_t path[MAX_PATH];
     if (!Resolve(folderId, path))
         return false;
-    vtr::StoreCut(path, out, static_cast<unsigned>(size));
     if (create)
         EnsureFolder(path);
-    return true;
+    return Store(path, out, size);
 }
 
 bool GetDesktopPath(char* out, int size, bool create) {
@@ -87,12 +94,10 @@ bool GetMyPicturesPath(char* out, int size, bool create) {
 bool GetMyDocumentsPath(char* out, int size, bool create) {
     if (out == nullptr || size < 1)
         return false;
-    char path[MAX_PATH];
+    wchar_t path[MAX_PATH];
     if (!Resolve(CSIDL_PERSONAL, path))
-        std::strcpy(path, "C:\\My Documents");
+        std::wcscpy(path, L"C:\\My Documents");
     if (create && !EnsureFolder(path))
-        std::strcpy(path, "C:\\");
-    std::memset(out, 0, static_cast<std::size_t>(size));
-    vtr::StoreCut(path, out, static_cast<unsigned>(size));
-    return true;
+        std::wcscpy(path, L"C:\\");
+    return Store(path, out, size) || Store(L"C:\\", out, size);
 }

@@ -1,4 +1,5 @@
-#include "utilities/base/MultibyteText.h"
+#include "common/WidePath.h"
+#include "utilities/base/PathText.h"
 #include "utilities/system/files/FileFunctions.h"
 #include "utilities/system/files/FolderListing.h"
 #include "utilities/text/strings/StringFunctions.h"
@@ -6,6 +7,7 @@
 #include "vtrfutls/Log.h"
 
 #include <cstdio>
+#include <cstring>
 
 namespace {
 
@@ -29,7 +31,8 @@ struct SplitPath {
 };
 
 bool FileMatches(const char* path) {
-    return static_cast<bool>(vtr::FolderListing(path));
+    const vtr::WidePath wide(path, vtr::CurrentCodePage());
+    return static_cast<bool>(vtr::FolderListing(wide.Get()));
 }
 
 bool IsDigit(char c) {
@@ -46,6 +49,27 @@ const char* EndOfMark(const char* text) {
     return *p == ']' ? p + 1 : nullptr;
 }
 
+/// Removes the mark of a name and the spaces in front of it.
+bool RemoveMark(char* name, const vtr::NameSteps& steps) {
+    if (*name == '\0')
+        return false;
+    char* mark = nullptr;
+    const char* markEnd = nullptr;
+    for (char* p = name + steps.Length(name); *p != '\0'; p += steps.Length(p)) {
+        const char* end = EndOfMark(p);
+        if (end != nullptr || *p == '\\') {
+            mark = end != nullptr ? p : nullptr;
+            markEnd = end;
+        }
+    }
+    if (mark == nullptr)
+        return false;
+    while (mark > name && mark[-1] == ' ')
+        --mark;
+    std::memmove(mark, markEnd, std::strlen(markEnd) + 1);
+    return true;
+}
+
 } // namespace
 
 int UniqueFileName(char* path, bool allowRename, char separator, bool bracketMode) {
@@ -59,7 +83,7 @@ int UniqueFileName(char* path, bool allowRename, char separator, bool bracketMod
 
     unsigned number = 1;
     if (bracketMode) {
-        StripUniqueID(parts.base, /*trim=*/false);
+        RemoveMark(parts.base, vtr::NameSteps(path));
         number = ++lastUniqueFileId;
     }
     // As a text, so that no separator is none, and not the end of each name that is tried.
@@ -84,23 +108,8 @@ int UniqueFileName(char* path, bool allowRename, char separator, bool bracketMod
 }
 
 bool StripUniqueID(char* name, bool trim) {
-    if (name == nullptr || *name == '\0')
+    if (name == nullptr || !RemoveMark(name, vtr::NameSteps(name)))
         return false;
-    const vtr::CharacterSteps steps;
-    char* mark = nullptr;
-    const char* markEnd = nullptr;
-    for (char* p = name + steps.Length(name); *p != '\0'; p += steps.Length(p)) {
-        const char* end = EndOfMark(p);
-        if (end != nullptr || *p == '\\') {
-            mark = end != nullptr ? p : nullptr;
-            markEnd = end;
-        }
-    }
-    if (mark == nullptr)
-        return false;
-    while (mark > name && mark[-1] == ' ')
-        --mark;
-    std::memmove(mark, markEnd, std::strlen(markEnd) + 1);
     if (trim)
         TrimWhitespace(name, name);
     return true;

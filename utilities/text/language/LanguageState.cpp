@@ -1,9 +1,6 @@
 #include "utilities/text/language/LanguageState.h"
 
-#include "vtrfutls/FileNames.h"
-
-#include <cstdio>
-#include <cstring>
+#include <cwchar>
 
 namespace vtr {
 
@@ -12,12 +9,10 @@ namespace {
 LanguageState state;
 
 /// The folder of the running program, with a trailing backslash, or "".
-void FindHostFolder(char (&folder)[MAX_PATH]) {
-    char program[MAX_PATH];
-    const DWORD length = GetModuleFileNameA(/*hModule=*/nullptr, program, sizeof program);
-    if (length == 0 || length >= sizeof program ||
-        !ExtractDirectory(program, folder, sizeof folder))
-        folder[0] = '\0';
+void FindHostFolder(wchar_t (&folder)[MAX_PATH]) {
+    const DWORD length = GetModuleFileNameW(/*hModule=*/nullptr, folder, MAX_PATH);
+    wchar_t* backslash = length > 0 && length < MAX_PATH ? std::wcsrchr(folder, L'\\') : nullptr;
+    *(backslash != nullptr ? backslash + 1 : folder) = L'\0';
 }
 
 } // namespace
@@ -29,15 +24,7 @@ LanguageState& Language() {
 void CreateLanguageState() {
     state = {};
     InitializeCriticalSection(&state.stringLock);
-    FindHostFolder(state.masterLanguageFolder);
-    std::memcpy(state.languageFolder, state.masterLanguageFolder, sizeof state.languageFolder);
-
-    static constexpr char fileName[] = "utility-strings.ini";
-    const char* folder = state.masterLanguageFolder;
-    if (folder[0] != '\0' &&
-        std::strlen(folder) + sizeof fileName <= sizeof state.utilitiesStringFile)
-        std::snprintf(state.utilitiesStringFile, sizeof state.utilitiesStringFile, "%s%s", folder,
-                      fileName);
+    FindHostFolder(state.hostFolder);
 }
 
 void FreeLanguageState() {

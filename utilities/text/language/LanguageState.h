@@ -15,15 +15,18 @@ struct LanguageState {
     CRITICAL_SECTION stringLock;
     /// Null until the first text is kept.
     StringCache* stringCache;
+    /// The host's folder, as the system names it, with a trailing backslash; "" when its path does
+    /// not fit.
+    wchar_t hostFolder[MAX_PATH];
     /// "" until set.
     char stringFile[MAX_PATH];
     char backupStringFile[MAX_PATH];
-    /// The host's folder, with a trailing backslash; "" when its path does not fit.
+    /// With a trailing backslash. "" until set: the host's folder.
     char masterLanguageFolder[MAX_PATH];
     char languageFolder[MAX_PATH];
-    /// The library's own texts: "utility-strings.ini" in the host's folder; "" when that does not
-    /// fit.
+    /// The library's own texts. Until set: "utility-strings.ini" in the host's folder.
     char utilitiesStringFile[MAX_PATH];
+    bool utilitiesStringFileSet;
     unsigned char currentCharset;
 };
 

@@ -1,12 +1,14 @@
 #include "utilities/text/language/LanguageStrings.h"
 
 #include "utilities/base/CodePage.h"
-#include "utilities/base/MultibyteText.h"
+#include "utilities/base/LanguageSteps.h"
 #include "utilities/base/OwnedText.h"
+#include "utilities/base/PathBuilder.h"
+#include "utilities/base/PathText.h"
 #include "utilities/base/StoreCut.h"
-#include "utilities/system/files/PathText.h"
 #include "utilities/system/locks/Lock.h"
-#include "utilities/text/language/LanguageState.h"
+#include "utilities/text/language/LibraryText.h"
+#include "utilities/text/language/ProfileText.h"
 #include "utilities/text/language/StringFile.h"
 #include "utilities/text/language/TextEscapes.h"
 #include "utilities/text/strings/StringFunctions.h"
@@ -36,10 +38,13 @@ void FindBackup(const char* file, char (&path)[2 * MAX_PATH]) {
     std::snprintf(path, sizeof path, "%s%s", folder, name);
 }
 
-/// False when the key has no text; null stands for the current string file.
-bool ReadText(const char* key, const char* file, char* buffer, std::size_t size) {
+/// False when the key has no text. A null `file` stands for the current string file; `place`, if it
+/// is not null, is where the system says that the file is.
+bool ReadText(const char* key, const char* file, const wchar_t* place, char* buffer,
+              std::size_t size) {
     vtr::StringFile strings;
-    if (!strings.Open(file != nullptr ? file : vtr::Language().stringFile))
+    if (place != nullptr ? !strings.Open(place)
+                         : !strings.Open(file != nullptr ? file : vtr::Language().stringFile))
         return false;
     const char* text = strings.Find(key);
     if (text == nullptr) {
@@ -84,9 +89,9 @@ void StoreFolder(const char* folder, char (&target)[MAX_PATH]) {
     vtr::StoreWhole(path, target);
 }
 
-} // namespace
-
-int MyLoadString(const char* key, char* buffer, int bufferSize, char* file, bool processEscapes) {
+/// `MyLoadString` with the file and place of `ReadText`.
+int LoadText(const char* key, char* buffer, int bufferSize, const char* file, const wchar_t* place,
+             bool processEscapes) {
     if (buffer == nullptr || bufferSize < 1)
         return 0;
     const std::size_t size = static_cast<std::size_t>(bufferSize);
@@ -102,7 +107,7 @@ int MyLoadString(const char* key, char* buffer, int bufferSize, char* file, bool
     }
     // The key may be what is in the buffer.
     const vtr::OwnedText ownKey = vtr::CopyText(key);
-    if (!ReadText(key, file, buffer, size))
+    if (!ReadText(key, file, place, buffer, size))
         return static_cast<int>(vtr::StoreCut(key, buffer, size));
     if (processEscapes)
         vtr::ResolveEscapes(buffer);
@@ -111,6 +116,22 @@ int MyLoadString(const char* key, char* buffer, int bufferSize, char* file, bool
         Keep(ownKey.get(), buffer);
     }
     return static_cast<int>(std::strlen(buffer));
+}
+
+} // namespace
+
+int MyLoadString(const char* key, char* buffer, int bufferSize, char* file, bool processEscapes) {
+    return LoadText(key, buffer, bufferSize, file, /*place=*/nullptr, processEscapes);
+}
+
+int vtr::LibraryText(const char* key, char* buffer, int size) {
+    const LanguageState& state = Language();
+    PathBuilder<2 * MAX_PATH> own;
+    if (state.utilitiesStringFileSet || state.hostFolder[0] == L'\0' ||
+        !own.Append(state.hostFolder) || !own.Append(L"utility-strings.ini"))
+        return LoadText(key, buffer, size, state.utilitiesStringFile, /*place=*/nullptr,
+                        /*processEscapes=*/true);
+    return LoadText(key, buffer, size, "utility-strings.ini", own.Get(), /*processEscapes=*/true);
 }
 
 int MyLoadStringW(const char* key, wchar_t* buffer, int bufferLength, char* /*file*/,
@@ -148,17 +169,14 @@ double MyLoadString_ToDouble(const char* key, double defaultValue, char* file,
 int LoadLanguageString(const char* key, char* buffer, unsigned long size) {
     if (buffer == nullptr || size == 0)
         return 0;
-    return GetPrivateProfileStringA("Strings", key, key, buffer, size,
-                                    vtr::Language().stringFile) != 0
-               ? 1
-               : 0;
+    return vtr::ReadProfileText(key, buffer, size, vtr::Language().stringFile) != 0 ? 1 : 0;
 }
 
 int LoadLanguageStringFormatted(const char* key, char* buffer, unsigned long size) {
     if (key == nullptr || buffer == nullptr || size == 0)
         return 0;
     const int result = LoadLanguageString(key, buffer, size);
-    const vtr::CharacterSteps steps;
+    const vtr::LanguageSteps steps;
     char* out = buffer;
     for (const char* in = buffer; *in != '\0';) {
         if (in[0] == '\\' && in[1] == 'n') {
@@ -194,7 +212,9 @@ void SetBackupStringFile(char* path) {
 }
 
 void OverrideUtilitiesStringFile(char* path) {
-    vtr::StoreWhole(path, vtr::Language().utilitiesStringFile);
+    vtr::LanguageState& state = vtr::Language();
+    if (vtr::StoreWhole(path, state.utilitiesStringFile))
+        state.utilitiesStringFileSet = true;
 }
 
 void SetLanguageFolderLocation(char* folder) {

@@ -1,5 +1,7 @@
-#include "utilities/base/CodePage.h"
+#include "common/WidePath.h"
+#include "utilities/base/NarrowPath.h"
 #include "utilities/base/OwnedText.h"
+#include "utilities/base/PathBuilder.h"
 #include "utilities/base/SameText.h"
 #include "utilities/text/language/LanguageState.h"
 #include "utilities/text/language/LanguageStrings.h"
@@ -12,13 +14,21 @@ namespace {
 
 enum Column : unsigned { languageName = 0, defaultMark = 1, charset = 8, codePage = 9 };
 
+/// A folder that was set, or the host's. False when it does not fit.
+template <std::size_t capacity>
+bool AppendFolder(const char* folder, vtr::PathBuilder<capacity>& path) {
+    return path.Append(*folder != '\0' ? vtr::WidePath(folder, vtr::CurrentCodePage()).Get()
+                                       : vtr::Language().hostFolder);
+}
+
 /// "Languages.csv" in the master language folder, read anew.
 class LanguageTable {
 public:
     LanguageTable() {
-        char path[2 * MAX_PATH];
-        std::snprintf(path, sizeof path, "%sLanguages.csv", vtr::Language().masterLanguageFolder);
-        table.Open(path, ',', /*firstLineIsHeader=*/true, '"');
+        vtr::PathBuilder<2 * MAX_PATH> path;
+        if (AppendFolder(vtr::Language().masterLanguageFolder, path) &&
+            path.Append(L"Languages.csv"))
+            vtr::OpenTable(table, path.Get(), ',', /*firstLineIsHeader=*/true, '"');
     }
 
     unsigned Count() const { return table.NumRecords(); }
@@ -55,6 +65,19 @@ private:
     CDelimitedTextFile table;
 };
 
+/// False for what no host can pass back.
+bool StorePathInHostFolder(const char* name, char* path) {
+    vtr::PathBuilder<> wide;
+    if (!wide.Append(vtr::Language().hostFolder) ||
+        !wide.Append(vtr::WidePath(name, vtr::CurrentCodePage()).Get()))
+        return false;
+    const vtr::OwnedText narrow = vtr::NarrowPath(wide.Get());
+    if (narrow == nullptr || std::strlen(narrow.get()) >= MAX_PATH)
+        return false;
+    std::strcpy(path, narrow.get());
+    return true;
+}
+
 } // namespace
 
 void SetLanguage(char* language) {
@@ -80,7 +103,11 @@ bool GetStringFileFromLanguage(char* language, StringFileFields field, char* pat
     if (name == nullptr)
         name = table.DefaultField(column);
     const char* folder = vtr::Language().languageFolder;
-    if (path == nullptr || name == nullptr || std::strlen(folder) + std::strlen(name) >= MAX_PATH)
+    if (path == nullptr || name == nullptr)
+        return false;
+    if (*folder == '\0')
+        return StorePathInHostFolder(name, path);
+    if (std::strlen(folder) + std::strlen(name) >= MAX_PATH)
         return false;
     std::snprintf(path, MAX_PATH, "%s%s", folder, name);
     return true;

@@ -9,9 +9,7 @@ namespace vtr {
 /// Writes a text that the library itself shows, as `MyLoadString` does with the library's own
 /// string file and escapes: "Cancel", "Yes", "No", "DoNotAsk", "DefaultPromoFont" and
 /// "DefaultToolTipFont" are there. Private to the library. Locked by itself.
-inline int LibraryText(const char* key, char* buffer, int size) {
-    return MyLoadString(key, buffer, size, Language().utilitiesStringFile, /*processEscapes=*/true);
-}
+int LibraryText(const char* key, char* buffer, int size);
 
 } // namespace vtr
 

@@ -1,5 +1,6 @@
 #include "utilities/text/language/StringFile.h"
 
+#include "utilities/base/LanguageSteps.h"
 #include "utilities/base/SameText.h"
 
 #include <cstring>
@@ -13,11 +14,19 @@ bool IsWhiteSpace(char c) {
     return c == ' ' || (c >= '\t' && c <= '\r');
 }
 
+/// As a character: in code page 1361 it may be the second byte of one, too.
+bool HasEquals(const char* key) {
+    if (std::strchr(key, '=') == nullptr)
+        return false;
+    const LanguageSteps steps;
+    while (*key != '\0' && *key != '=')
+        key += steps.Length(key);
+    return *key != '\0';
+}
+
 } // namespace
 
-bool StringFile::Open(const char* path) {
-    if (!file.Read(path))
-        return false;
+bool StringFile::Start() {
     constexpr char endOfText = 0x1A;
     at = reinterpret_cast<const char*>(file.Data());
     const void* stop = std::memchr(at, endOfText, file.Size());
@@ -28,7 +37,7 @@ bool StringFile::Open(const char* path) {
 const char* StringFile::Find(const char* key) {
     const std::size_t keyLength = std::strlen(key);
     // No line has such a key.
-    if (std::strchr(key, '=') != nullptr || (keyLength > 0 && IsWhiteSpace(key[keyLength - 1])))
+    if (HasEquals(key) || (keyLength > 0 && IsWhiteSpace(key[keyLength - 1])))
         return nullptr;
     const char* text = nullptr;
     while (text == nullptr && NextLine())

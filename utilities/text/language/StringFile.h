@@ -11,13 +11,17 @@ namespace vtr {
 class StringFile {
 public:
     /// As `FileBytes::Read`.
-    bool Open(const char* path);
+    template <class Char>
+    bool Open(const Char* path) {
+        return file.Read(path) && Start();
+    }
 
     /// The text behind the first key that is this one without regard to case, or null. Valid until
     /// the next call.
     const char* Find(const char* key);
 
 private:
+    bool Start();
     /// False at the end.
     bool NextLine();
     const char* TextIfKeyIs(const char* key, std::size_t keyLength);

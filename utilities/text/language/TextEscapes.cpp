@@ -1,6 +1,6 @@
 #include "utilities/text/language/TextEscapes.h"
 
-#include "utilities/base/MultibyteText.h"
+#include "utilities/base/LanguageSteps.h"
 
 #include <cstddef>
 #include <cstring>
@@ -31,7 +31,7 @@ Escape EscapeAt(const char* text) {
 } // namespace
 
 void ResolveEscapes(char* text) {
-    const CharacterSteps steps;
+    const LanguageSteps steps;
     const char* in = text;
     char* out = text;
     const auto copy = [&](std::size_t length) {

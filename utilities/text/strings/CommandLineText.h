@@ -5,7 +5,7 @@ namespace vtr {
 
 /// What `GetCommandLineParameter` gives for this command line. Private to the library. Immutable
 /// and safe.
-void ParameterOfCommandLine(const char* commandLine, int index, char* buffer, int size);
+void ParameterOfCommandLine(const wchar_t* commandLine, int index, char* buffer, int size);
 
 } // namespace vtr
 

@@ -1,6 +1,8 @@
 #include "utilities/text/tables/DelimitedTextFile.h"
 
+#include "common/WidePath.h"
 #include "utilities/base/ByteSearch.h"
+#include "utilities/base/CodePage.h"
 #include "utilities/base/MergeSort.h"
 #include "utilities/base/OwnedText.h"
 #include "utilities/base/ReplacingFile.h"
@@ -68,23 +70,30 @@ bool CDelimitedTextFile::Open(const char* path, char delimiter, bool firstLineIs
     char ownPath[pathSize];
     const bool fits =
         vtr::StoreWhole(path, ownPath); // it may be a text of the table that is cleared
-    Clear();
-    vtr::TextBlock text;
-    if (!fits || ownPath[0] == '\0' || !text.Read(ownPath) || text.Length() == 0)
+    const vtr::WidePath wide(fits ? ownPath : nullptr, vtr::CurrentCodePage());
+    if (!vtr::OpenTable(*this, wide.Get(), delimiter, firstLineIsHeader, quote))
         return false;
-    vtr::DelimitedParser parser(text.Text(), text.Length(), delimiter, quote);
-    loaded = text.Release(loadedSize).release();
-    const bool batchModeWasOn = sortBatchMode;
-    sortBatchMode = true;
-    const bool good = Load(parser, firstLineIsHeader);
-    if (good)
-        vtr::StoreWhole(ownPath, filePath);
-    else
-        Clear();
+    vtr::StoreWhole(ownPath, filePath);
+    return true;
+}
+
+bool vtr::OpenTable(CDelimitedTextFile& table, const wchar_t* path, char delimiter,
+                    bool firstLineIsHeader, char quote) {
+    table.Clear();
+    TextBlock text;
+    if (*path == L'\0' || !text.Read(path) || text.Length() == 0)
+        return false;
+    DelimitedParser parser(text.Text(), text.Length(), delimiter, quote);
+    table.loaded = text.Release(table.loadedSize).release();
+    const bool batchModeWasOn = table.sortBatchMode;
+    table.sortBatchMode = true;
+    const bool good = table.Load(parser, firstLineIsHeader);
+    if (!good)
+        table.Clear();
     if (!batchModeWasOn)
-        SetSortBatchMode(false);
-    if (good && maintainSorted && sortColumn >= 0)
-        Sort();
+        table.SetSortBatchMode(false);
+    if (good && table.maintainSorted && table.sortColumn >= 0)
+        table.Sort();
     return good;
 }
 

@@ -6,9 +6,16 @@
 
 #include <cstddef>
 
+class CDelimitedTextFile;
+
 namespace vtr {
 class DelimitedParser;
 class FieldRow;
+
+/// `CDelimitedTextFile::Open` of a path that the system gave; `FilePath` stays as it was. Private
+/// to the library.
+bool OpenTable(CDelimitedTextFile& table, const wchar_t* path, char delimiter,
+               bool firstLineIsHeader, char quote);
 } // namespace vtr
 
 /// A table of texts in memory, read from and saved to a delimited text file: columns named by the
@@ -131,6 +138,8 @@ public:
 
 private:
     friend struct vtr::Layout<CDelimitedTextFile>;
+    friend bool vtr::OpenTable(CDelimitedTextFile& table, const wchar_t* path, char delimiter,
+                               bool firstLineIsHeader, char quote);
 
     struct Column;
     using Row = vtr::FieldRow;

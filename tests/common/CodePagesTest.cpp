@@ -1,0 +1,379 @@
+#include "common/WidePath.h"
+#include "tests/support/ImportPatch.h"
+#include "tests/support/TestFolder.h"
+#include "tests/support/TestKey.h"
+#include "utilities/base/CodePage.h"
+#include "utilities/base/NarrowPath.h"
+#include "utilities/text/language/LibraryText.h"
+#include "utilities/text/strings/CommandLineText.h"
+#include "utilities/vtrutils.h"
+#include "vtrfutls/vtrfutls.h"
+
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <set>
+#include <shellapi.h>
+#include <shlobj.h>
+
+// What hosts do with paths, in folders with letters of three code pages, in each language. CTest
+// runs it on systems with each of these ANSI code pages, and it runs itself in such folders.
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr unsigned pages[] = {0, 1252, 1251, 932};
+/// The second byte of both Japanese characters would be a backslash by itself.
+constexpr const wchar_t* letters[] = {L"M\xFCller", L"\x41F\x440\x438\x432\x435\x442",
+                                      L"\x8868\x30BD", L"ascii"};
+
+/// A folder with a trailing backslash, and names of these letters in the same page.
+struct Place {
+    std::string path;
+    std::string name;
+    fs::path wide;
+
+    std::string File(const char* file) const { return path + file; }
+    bool Has(const wchar_t* file) const { return fs::exists(wide / file); }
+    bool Holds(const wchar_t* file, std::string_view text) const {
+        std::ifstream stream(wide / file, std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(stream), {}).find(text) !=
+               std::string::npos;
+    }
+};
+
+void Write(const fs::path& file, std::string_view text) {
+    std::ofstream(file, std::ios::binary) << text;
+}
+
+using PathBuffer = std::array<char, MAX_PATH>;
+
+PathBuffer BufferWith(const std::string& path) {
+    PathBuffer buffer{};
+    path.copy(buffer.data(), buffer.size() - 1);
+    return buffer;
+}
+
+bool Ini(const Place& place) {
+    Write(place.wide / L"a.ini", "[Section]\r\nKey=old\r\n");
+    CIniFileReader ini, again;
+    char value[16];
+    return ini.Init(place.File("a.ini").c_str(), false) && ini.SetValue("Section", "Key", "new") &&
+           ini.Save() && place.Holds(L"a.ini", "Key = new") &&
+           again.Init(place.File("a.ini").c_str(), false) &&
+           again.GetString("Section", "Key", "", value, sizeof value) &&
+           value == std::string("new");
+}
+
+bool Table(const Place& place) {
+    Write(place.wide / L"t.csv", "A,B\r\n1,2\r\n");
+    CDelimitedTextFile table, again;
+    return table.Open(place.File("t.csv").c_str(), ',', true, '"') &&
+           table.Save(place.File("new\\t2.csv").c_str(), ',', true, '"') &&
+           place.Holds(L"new\\t2.csv", "\"A\"") &&
+           again.Open(place.File("new\\t2.csv").c_str(), ',', true, '"') && again.NumRecords() == 1;
+}
+
+bool Xml(const Place& place) {
+    Write(place.wide / L"x.xml", "<a><b/></a>");
+    CXMLFile xml;
+    return xml.Open(place.File("x.xml").c_str());
+}
+
+/// Kept texts stay, so that each look-up asks for another key.
+bool Strings(const Place& place) {
+    static int number = 0;
+    const std::string key = "K" + std::to_string(++number);
+    const std::string text = "\xFC\xE9\x81 [x]";
+    Write(place.wide / L"s.ini", "[Strings]\r\nProfile = " + text + "\r\n");
+    Write(place.wide / L"backup.ini", key + " = text\r\n");
+    std::string file = place.File("s.ini"), backup = place.File("backup.ini"), wrong = "none.ini";
+    SetStringFile(file.data());
+    SetBackupStringFile(backup.data());
+    char found[32], profile[32];
+    const bool inBackup = MyLoadString(key.c_str(), found, sizeof found, nullptr, true) == 4;
+    const bool withFile = MyLoadString("Profile", found, sizeof found, file.data(), true) == 7;
+    // The profile function gives what the ANSI page has of the text.
+    vtr::WideText wide;
+    wide.Convert(text.c_str(), 0, false);
+    const bool inProfile = LoadLanguageString("Profile", profile, sizeof profile) == 1 &&
+                           profile == std::string(vtr::NearestText(wide.Get()).get());
+    SetBackupStringFile(nullptr);
+    return inBackup && withFile && inProfile;
+}
+
+bool Tables(const Place& place) {
+    Write(place.wide / L"Languages.csv", "Name,D,A\r\nOne,Y,a.ini\r\n");
+    std::string folder = place.path.substr(0, place.path.size() - 1), name = "One";
+    SetMasterLanguageFileFolder(folder.data());
+    SetLanguageFolderLocation(folder.data());
+    PathBuffer file{};
+    const bool good =
+        GetNumberOfLanguageStringFiles() == 1 &&
+        GetStringFileFromLanguage(name.data(), StringFileColumn2, file.data(), false) &&
+        file.data() == place.File("a.ini");
+    vtr::Language().masterLanguageFolder[0] = vtr::Language().languageFolder[0] = '\0';
+    return good;
+}
+
+bool Folders(const Place& place) {
+    const std::string made = place.File("one\\") + place.name + "\\";
+    PathBuffer sub{};
+    return CreateMultiLevelDir(made.c_str()) != 0 && IsValidDirectory(made.c_str()) &&
+           place.Has(L"one") && HasSubDir(place.File("one\\").c_str(), sub.data()) == 1 &&
+           sub.data() == place.name && !FolderEmpty(place.path.c_str()) &&
+           IsOnLocalHardDrive(place.path.c_str()) && GetKBFree(place.path.c_str()) > 0;
+}
+
+std::string Exact(const std::wstring& text, unsigned codePage);
+
+bool Search(const Place& place) {
+    fs::create_directories(place.wide / L"deep" / L"er");
+    Write(place.wide / L"deep" / L"er" / L"f.wav", "");
+    PathBuffer found{}, above{};
+    return FindFilesRecursively(place.path.c_str(), "*.wav", found.data()) == 1 &&
+           found.data() == place.File("deep\\er\\f.wav") &&
+           // From a folder that all pages have.
+           FindFilesRecursively(Exact(place.wide.parent_path().parent_path(), 0).c_str(), "f.wav",
+                                above.data()) &&
+           DoesFileExist(above.data());
+}
+
+bool LongNames(const Place& place) {
+    PathBuffer found{};
+    GetLongPathNameSafe(place.path.c_str(), found.data(), sizeof found);
+    return found.data() == place.path || place.path.find('~') != std::string::npos;
+}
+
+bool Times(const Place& place) {
+    const std::string file = place.File("t.csv");
+    FILETIME time{};
+    return CompareFileTimeStampsA(file.c_str(), file.c_str()) == 0 &&
+           GetFileLastModificationDateA(file.c_str(), &time) &&
+           GetFileLastModificationTime(file.c_str(), &time);
+}
+
+bool UniqueNames(const Place& place) {
+    const std::string stem = place.File(place.name.c_str());
+    const auto put = [&](const std::string& path) {
+        Write(vtr::WidePath(path.c_str(), vtr::CurrentCodePage()).Get(), "");
+    };
+    for (const char* tail : {".wav", "_1.wav", " [8].wav"})
+        put(stem + tail);
+    PathBuffer plain = BufferWith(stem + ".wav"), marked = BufferWith(stem + " [3].wav");
+    SetNextUniqueFileID(7);
+    PathBuffer stripped = BufferWith(stem + "[12].wav");
+    return UniqueFileName(plain.data(), true, '_', false) == 1 && plain.data() == stem + "_2.wav" &&
+           UniqueFileName(marked.data(), true, '_', true) == 1 &&
+           marked.data() == stem + " [9].wav" && StripUniqueID(stripped.data(), false) &&
+           stripped.data() == stem + ".wav";
+}
+
+bool Names(const Place& place) {
+    const std::string file = place.File(place.name.c_str()) + ".wav";
+    PathBuffer part{}, whole{};
+    return DoesFileExist(file.c_str()) && ExtractDirectory(file.c_str(), part.data(), MAX_PATH) &&
+           part.data() == place.path && ExtractFileName(file.c_str(), whole.data(), MAX_PATH) &&
+           whole.data() == place.name + ".wav" &&
+           ExtractExtension(file.c_str(), part.data(), MAX_PATH) &&
+           part.data() == std::string(".wav");
+}
+
+bool Clipboard(const Place& place) {
+    const std::wstring file = (place.wide / L"t.csv").wstring();
+    const std::size_t bytes = (file.size() + 2) * sizeof(wchar_t);
+    const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, sizeof(DROPFILES) + bytes);
+    auto* files = static_cast<DROPFILES*>(GlobalLock(block));
+    *files = {.pFiles = sizeof(DROPFILES), .pt = {}, .fNC = FALSE, .fWide = TRUE};
+    std::memcpy(files + 1, file.c_str(), file.size() * sizeof(wchar_t));
+    GlobalUnlock(block);
+    OpenClipboard(nullptr);
+    EmptyClipboard();
+    SetClipboardData(CF_HDROP, block);
+    CloseClipboard();
+    PathBuffer name{};
+    GetFileNameFromClipboardA(0, name.data(), sizeof name);
+    return DoesFileExist(name.data());
+}
+
+bool SpecialFolder(const Place& place) {
+    constexpr wchar_t key[] =
+        L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\User Shell Folders";
+    const std::wstring folder = place.wide.wstring();
+    RegSetKeyValueW(HKEY_CURRENT_USER, key, L"Personal", REG_SZ, folder.c_str(),
+                    static_cast<DWORD>((folder.size() + 1) * sizeof(wchar_t)));
+    PathBuffer path{};
+    const bool found = GetMyDocumentsPath(path.data(), sizeof path, false);
+    RegDeleteKeyValueW(HKEY_CURRENT_USER, key, L"Personal");
+    return found && DoesFileExist((std::string(path.data()) + "\\t.csv").c_str());
+}
+
+bool Remembered(const Place& place) {
+    const TestKey key;
+    const std::string file = place.File(place.name.c_str()) + ".wav";
+    char baseName[] = "N";
+    CMRUList list(baseName), again(baseName);
+    list.Init(key.Root(), key.SubKey());
+    list.AddFile(file.c_str(), 5);
+    again.Init(key.Root(), key.SubKey());
+    PathBuffer text{};
+    return again.IndexOf(file.c_str()) == 0 && again.GetFileNameOnly(0) == place.name + ".wav" &&
+           WriteRegistryString(key.Root(), key.SubKey(), "Path", file.c_str()) &&
+           GetRegistryString(key.Root(), key.SubKey(), "Path", text.data(), sizeof text) &&
+           text.data() == file;
+}
+
+bool LogFile(const Place& place) {
+    const bool open = SetLogFile(place.File("log.txt").c_str());
+    Log("a line");
+    SetLogFile(nullptr);
+    return open && place.Holds(L"log.txt", "a line");
+}
+
+std::wstring shown;
+
+bool Shell(const Place& place) {
+    const auto run = [](HWND, const wchar_t*, const wchar_t*, const wchar_t* parameters,
+                        const wchar_t*, INT) -> HINSTANCE {
+        shown = parameters;
+        return nullptr;
+    };
+    const ImportPatch patch(GetModuleHandleW(nullptr), "shell32.dll", "ShellExecuteW",
+                            reinterpret_cast<void*>(static_cast<decltype(&ShellExecuteW)>(run)));
+    OpenContainingFolder(place.File("t.csv").c_str(), nullptr);
+    return fs::equivalent(shown.substr(9), place.wide / L"t.csv");
+}
+
+bool CommandLine(const Place& place) {
+    const std::wstring line = L"program " + (place.wide / L"t.csv").wstring();
+    PathBuffer file{};
+    vtr::ParameterOfCommandLine(line.c_str(), 1, file.data(), MAX_PATH);
+    return DoesFileExist(file.data());
+}
+
+constexpr std::pair<const char*, bool (*)(const Place&)> operations[] = {
+    {"ini", &Ini},
+    {"table", &Table},
+    {"xml", &Xml},
+    {"strings", &Strings},
+    {"language tables", &Tables},
+    {"folders", &Folders},
+    {"search", &Search},
+    {"long names", &LongNames},
+    {"times", &Times},
+    {"unique names", &UniqueNames},
+    {"names", &Names},
+    {"clipboard", &Clipboard},
+    {"special folder", &SpecialFolder},
+    {"remembered", &Remembered},
+    {"log file", &LogFile},
+    {"shell", &Shell},
+    {"command line", &CommandLine},
+};
+
+/// "" when the code page does not have all of it.
+std::string Exact(const std::wstring& text, unsigned codePage) {
+    char narrow[MAX_PATH];
+    BOOL lost = FALSE;
+    const int bytes = WideCharToMultiByte(codePage, WC_NO_BEST_FIT_CHARS, text.c_str(), -1, narrow,
+                                          sizeof narrow, nullptr, &lost);
+    return bytes > 0 && !lost ? narrow : "";
+}
+
+std::string ShortName(const std::wstring& path) {
+    wchar_t name[MAX_PATH] = L"";
+    GetShortPathNameW(path.c_str(), name, MAX_PATH);
+    return Exact(name, CP_ACP);
+}
+
+void TryAll(const Place& place, const std::string& what) {
+    for (const auto& [operation, good] : operations)
+        EXPECT_TRUE(good(place)) << operation << ", ANSI " << GetACP() << ", language "
+                                 << vtr::CurrentCodePage() << ", " << what;
+    for (const auto& entry : fs::directory_iterator(place.wide))
+        fs::remove_all(entry);
+}
+
+/// A copy of this program runs this in a folder of its own.
+void RunAsHost() {
+    const fs::path folder = fs::path(_wpgmptr).parent_path();
+    fs::create_directory(folder / L"sub");
+    for (const unsigned page : pages) {
+        SCOPED_TRACE(page);
+        std::string language = std::to_string(page);
+        SetLanguage(language.data());
+        EXPECT_EQ(GetCurrentCodePage(), page);
+        EXPECT_EQ(GetNumberOfLanguageStringFiles(), 4);
+        PathBuffer text{};
+        EXPECT_TRUE(
+            GetStringFileFromLanguage(language.data(), StringFileColumn2, text.data(), false));
+        EXPECT_TRUE(DoesFileExist(text.data())) << text.data();
+        vtr::LibraryText("Own", text.data(), sizeof text);
+        EXPECT_STREQ(text.data(), "own text");
+        GetCommandLineParameter(0, text.data(), sizeof text);
+        EXPECT_TRUE(DoesFileExist(text.data())) << text.data();
+        ASSERT_TRUE(GetExeDirectory(text.data(), sizeof text, nullptr));
+        TryAll({std::string(text.data()) + "sub\\", "name", folder / L"sub"},
+               "in the program's folder");
+    }
+}
+
+TEST(CodePages, PathsInAFolderOfEachPage) {
+    const TestFolder folder;
+    for (const wchar_t* word : letters) {
+        const fs::path wide = fs::path(folder.Path()) / word / L"";
+        fs::create_directory(wide);
+        for (const unsigned language : pages) {
+            vtr::SetCurrentCodePage(language);
+            std::set<std::string> paths;
+            for (const unsigned page : {language, 0u}) {
+                const std::string path = Exact(wide.wstring(), page);
+                if (!path.empty() && paths.insert(path).second)
+                    TryAll({path, Exact(word, page), wide}, path);
+            }
+            if (paths.empty())
+                TryAll({ShortName(wide.wstring()), "name", wide}, "short name");
+        }
+    }
+    vtr::SetCurrentCodePage(0);
+}
+
+TEST(CodePages, ProgramInAFolderOfEachPage) {
+    const TestFolder folder;
+    for (const wchar_t* word : letters) {
+        const fs::path host = fs::path(folder.Path()) / word / L"host.exe";
+        fs::create_directory(host.parent_path());
+        fs::copy_file(_wpgmptr, host);
+        fs::copy_file(fs::path(_wpgmptr).replace_filename(L"vtrfutls.dll"),
+                      fs::path(host).replace_filename(L"vtrfutls.dll"));
+        Write(host.parent_path() / L"Languages.csv",
+              "Name,D,A,,,,,,Charset,Page\r\n0,Y,s.ini,,,,,,,0\r\n"
+              "1252,,s.ini,,,,,,,1252\r\n1251,,s.ini,,,,,,,1251\r\n932,,s.ini,,,,,,,932\r\n");
+        Write(host.parent_path() / L"s.ini", "");
+        Write(host.parent_path() / L"utility-strings.ini", "Own = own text\r\n");
+        std::wstring line = L"\"" + host.wstring() + L"\" --host";
+        STARTUPINFOW start{};
+        start.cb = sizeof start;
+        PROCESS_INFORMATION process{};
+        ASSERT_TRUE(CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                                   nullptr, &start, &process));
+        WaitForSingleObject(process.hProcess, INFINITE);
+        DWORD failed = 1;
+        GetExitCodeProcess(process.hProcess, &failed);
+        CloseHandle(process.hThread);
+        CloseHandle(process.hProcess);
+        EXPECT_EQ(failed, 0u) << Exact(word, CP_UTF8);
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    vtr::CreateLanguageState();
+    testing::InitGoogleTest(&argc, argv);
+    if (argc == 1)
+        return RUN_ALL_TESTS();
+    RunAsHost();
+    return testing::UnitTest::GetInstance()->Failed() ? 1 : 0;
+}

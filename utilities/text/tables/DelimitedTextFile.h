@@ -9,6 +9,7 @@
 namespace vtr {
 class DelimitedParser;
 class FieldRow;
+class SortKeys;
 } // namespace vtr
 
 /// A table of texts in memory, read from and saved to a delimited text file: columns named by the
@@ -60,8 +61,19 @@ public:
     virtual int AddNewRow();
 
 protected:
-    /// Called after each row that was read or added. Does nothing here. It may edit the table and
-    /// add and delete rows, but not reopen or clear the table.
+    /// Called after each row that was read or added. Does nothing here. It may call all that the
+    /// table has, also while `Open` runs, but not destroy it:
+    ///
+    /// | call                         | result                                                  |
+    /// |------------------------------|---------------------------------------------------------|
+    /// | `Open`, `Clear`              | an `Open` under way ends, is false, and leaves the table|
+    /// | `RemoveAllRows`, `DeleteRow` | an `Open` under way goes on with the next line          |
+    /// | `AddNewRow`                  | calls the hook for that row before it returns           |
+    /// | `AddNewCol`                  | the lines of a file with a header need a field more     |
+    /// | what would sort              | is put off to the end of `Open`, as in batch mode       |
+    ///
+    /// `AddNewRow` returns the index that the hook was told, wherever the row is then. 250 calls of
+    /// the hook within each other are the most: in the last, `AddNewRow` is -1 and `Open` false.
     virtual void OnRowAdded(unsigned int row);
 
 public:
@@ -117,8 +129,9 @@ public:
 
     /// Replaces every occurrence in every field, exact in case, by the rules of
     /// `SearchAndReplaceAll`, and sorts a table that is kept sorted once at the end. Fields that
-    /// grow are set through `EditField`; one that memory does not suffice for stays as it was.
-    /// Nothing for a null or empty `find` or a null replacement.
+    /// grow are set through `EditField`, an override of which may call all that the table has; what
+    /// it adds is not searched. A field that memory does not suffice for stays as it was. Does
+    /// nothing for a null or empty `find` or a null replacement.
     void ReplaceAll(const char* find, const char* replacement);
 
     /// Keeps the table sorted on this column, or, with false, on none. Only column 0 is ever
@@ -133,16 +146,22 @@ private:
     friend struct vtr::Layout<CDelimitedTextFile>;
 
     struct Column;
+    struct Reading;
     using Row = vtr::FieldRow;
     static constexpr std::size_t pathSize = 260;
+    static constexpr unsigned deepestHook = 250;
 
-    bool Load(vtr::DelimitedParser& parser, bool firstLineIsHeader);
+    bool Load(Reading& own, bool firstLineIsHeader);
+    void TellRowAdded(unsigned int row);
     bool AppendColumn(const char* name) noexcept;
     Column* ColumnAt(int column) const noexcept;
     bool InsertRow(unsigned int index, Row* row) noexcept;
     const char* FieldAt(unsigned int row, unsigned int column) const noexcept;
     int Bisect(unsigned int column, const char* value) const noexcept;
     bool Sort() noexcept;
+    void MakeSortKeys() noexcept;
+    void DropSortKeys() noexcept;
+    void UpdateSortKey(unsigned int row, unsigned int column) noexcept;
     void ReplaceInField(unsigned int row, unsigned int column, const char* find,
                         const char* replacement);
     void FreeText(char* text) const noexcept;
@@ -159,6 +178,10 @@ private:
     // Fields that have not been changed since the table was opened lie in one block.
     char* loaded;
     std::size_t loadedSize;
+
+    Reading* reading;        ///< null unless `Open` runs
+    vtr::SortKeys* sortKeys; ///< of the column that the table is kept sorted on; null for none
+    unsigned hookDepth;
 };
 
 #endif

@@ -215,6 +215,23 @@ void MeasureFinding(Subject& subject) {
     });
 }
 
+/// Time of changing one name in the column that the table is kept sorted on.
+void MeasureEdit(Subject& subject) {
+    bench::Measure("table edit, sorted", subject.size, bench::ours, [&](benchmark::State& state) {
+        CDelimitedTextFile& table = subject.sorted.table;
+        const unsigned row = table.NumRecords() / 2;
+        const std::string id = table.GetField(row, 0u);
+        bool longer = false;
+        for (auto _ : state) {
+            longer = !longer;
+            if (!table.EditField(row, 0, (longer ? id + "x" : id).c_str()))
+                return state.SkipWithError("cannot be edited");
+        }
+        if (longer)
+            table.EditField(row, 0, id.c_str());
+    });
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -237,9 +254,12 @@ int main(int argc, char** argv) {
         MeasureSave(subject, subject.libcsv, save);
         MeasureSave(subject, subject.splitter, save);
         MeasureFinding(subject);
+        MeasureEdit(subject);
     }
     bench::ToReach(load, bench::LibcsvTable::name, 1.5);
     bench::GrowthToReach(load, 15);
     bench::GrowthToReach(save, 15);
+    bench::ToReach("table find, sorted", "lower_bound, _stricmp", bench::asFast);
+    bench::GrowthToReach("table edit, sorted", 15);
     return bench::Run(argc, argv);
 }

@@ -12,7 +12,7 @@ namespace vtr {
 
 /// Merges the sorted runs [from, middle) and [middle, to) of `source` into `target`.
 template <class T, class Less>
-void MergeRuns(T* const* source, T** target, unsigned from, unsigned middle, unsigned to,
+void MergeRuns(const T* source, T* target, unsigned from, unsigned middle, unsigned to,
                Less& less) {
     unsigned left = from;
     unsigned right = middle;
@@ -25,7 +25,7 @@ void MergeRuns(T* const* source, T** target, unsigned from, unsigned middle, uns
 /// Sorts `items` with `scratch` of the same length as second buffer; returns the one of the two
 /// that holds the result.
 template <class T, class Less>
-T** MergeAllRuns(T** items, T** scratch, unsigned count, Less& less) {
+T* MergeAllRuns(T* items, T* scratch, unsigned count, Less& less) {
     for (unsigned width = 1; width < count;
          width += width < count - width ? width : count - width) {
         for (unsigned from = 0; from < count;) {
@@ -34,7 +34,7 @@ T** MergeAllRuns(T** items, T** scratch, unsigned count, Less& less) {
             MergeRuns(items, scratch, from, middle, to, less);
             from = to;
         }
-        T** merged = scratch;
+        T* merged = scratch;
         scratch = items;
         items = merged;
     }
@@ -43,7 +43,7 @@ T** MergeAllRuns(T** items, T** scratch, unsigned count, Less& less) {
 
 /// The first position in the strictly ascending `items` whose item is not less than `item`.
 template <class T, class Less>
-unsigned LowerBound(T* const* items, unsigned count, T* item, Less& less) {
+unsigned LowerBound(const T* items, unsigned count, const T& item, Less& less) {
     unsigned low = 0;
     unsigned high = count;
     while (low < high) {
@@ -56,32 +56,32 @@ unsigned LowerBound(T* const* items, unsigned count, T* item, Less& less) {
     return low;
 }
 
-/// `less(a, b)` is a strict weak order over two pointers. False, with the order unchanged, when
-/// there is no memory for the temporary pointers. The strictly ascending head of the list, in
-/// which no two items are equal, is merged as one run, and so a list that is in order already costs
-/// one pass and one new item at the end of it a binary search more.
+/// `less(a, b)` is a strict weak order over two items, which may be moved as bytes. False, with the
+/// order unchanged, when there is no memory for the temporary items. The strictly ascending head of
+/// the list, in which no two items are equal, is merged as one run, and so a list that is in order
+/// already costs one pass and one new item at the end of it a binary search more.
 template <class T, class Less>
-bool MergeSort(T** items, unsigned count, Less less) {
+bool MergeSort(T* items, unsigned count, Less less) {
     unsigned head = count == 0 ? 0 : 1;
     while (head < count && less(items[head - 1], items[head]))
         ++head;
     if (head == count)
         return true;
     if (count - head == 1) {
-        T* last = items[head];
+        const T last = items[head];
         const unsigned place = LowerBound(items, head, last, less);
-        std::memmove(items + place + 1, items + place, (head - place) * sizeof(T*));
+        std::memmove(items + place + 1, items + place, (head - place) * sizeof(T));
         items[place] = last;
         return true;
     }
-    T** scratch = static_cast<T**>(std::malloc(count * sizeof(T*)));
+    T* scratch = static_cast<T*>(std::malloc(count * sizeof(T)));
     if (scratch == nullptr)
         return false;
-    T** tail = MergeAllRuns(items + head, scratch + head, count - head, less);
+    T* tail = MergeAllRuns(items + head, scratch + head, count - head, less);
     if (tail != items + head)
-        std::memcpy(items + head, tail, (count - head) * sizeof(T*));
+        std::memcpy(items + head, tail, (count - head) * sizeof(T));
     MergeRuns(items, scratch, 0, head, count, less);
-    std::memcpy(items, scratch, count * sizeof(T*));
+    std::memcpy(items, scratch, count * sizeof(T));
     std::free(scratch);
     return true;
 }

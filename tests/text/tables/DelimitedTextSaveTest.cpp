@@ -20,6 +20,8 @@ TEST(DelimitedTextSave, WritesWhatUsersExpect) {
     const TestFolder folder;
     CDelimitedTextFile table;
     ASSERT_TRUE(OpenText(table, folder, "Name,,Code\n\"say \"hi\"\",x,\n,y,2\n"));
+    EXPECT_STREQ(table.GetField(1, "CODE"), "2");
+    EXPECT_EQ(table.GetField(1, "none"), nullptr);
     const std::string file = folder.File("new\\deep\\saved.csv");
     ASSERT_TRUE(table.Save(file.c_str(), ',', true, '"'));
     EXPECT_EQ(ReadBytes(file), "\"Name\",\"Code\"\r\n\"say ?hi?\",\"x\",\r\n,\"y\",\"2\"\r\n");

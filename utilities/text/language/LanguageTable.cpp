@@ -28,7 +28,8 @@ public:
         vtr::PathBuilder<2 * MAX_PATH> path;
         if (AppendFolder(vtr::Language().masterLanguageFolder, path) &&
             path.Append(L"Languages.csv"))
-            vtr::OpenTable(table, path.Get(), ',', /*firstLineIsHeader=*/true, '"');
+            vtr::OpenTable(table, path.Get(), /*narrowPath=*/nullptr, ',',
+                           /*firstLineIsHeader=*/true, '"');
     }
 
     unsigned Count() const { return table.NumRecords(); }

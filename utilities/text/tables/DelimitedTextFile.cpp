@@ -15,6 +15,7 @@
 #include "utilities/text/tables/DelimitedParser.h"
 #include "utilities/text/tables/DelimitedWriter.h"
 #include "utilities/text/tables/FieldRow.h"
+#include "utilities/text/tables/SortKeys.h"
 
 #include <climits>
 #include <cstring>
@@ -22,10 +23,19 @@
 #include <new>
 
 using vtr::IsEmptyText;
+using vtr::SortKeys;
 
 struct CDelimitedTextFile::Column {
     vtr::OwnedText name;
     bool serializable = true;
+};
+
+/// One `Open` that is under way. What `OnRowAdded` calls may end it; the parser still needs its
+/// text until the hook has returned.
+struct CDelimitedTextFile::Reading {
+    vtr::DelimitedParser parser;
+    bool ended;
+    vtr::OwnedText text; ///< null until it has ended
 };
 
 #pragma GCC diagnostic ignored "-Winvalid-offsetof" // asserted on, which is safe
@@ -59,7 +69,7 @@ std::size_t CountOccurrences(const char* text, const char* find) {
 
 CDelimitedTextFile::CDelimitedTextFile() noexcept
     : filePath{}, sortColumn(-1), maintainSorted(false), sortBatchMode(false), sortPending(false),
-      loaded(nullptr), loadedSize(0) {}
+      loaded(nullptr), loadedSize(0), reading(nullptr), sortKeys(nullptr), hookDepth(0) {}
 
 CDelimitedTextFile::~CDelimitedTextFile() {
     Clear();
@@ -71,25 +81,30 @@ bool CDelimitedTextFile::Open(const char* path, char delimiter, bool firstLineIs
     const bool fits =
         vtr::StoreWhole(path, ownPath); // it may be a text of the table that is cleared
     const vtr::WidePath wide(fits ? ownPath : nullptr, vtr::CurrentCodePage());
-    if (!vtr::OpenTable(*this, wide.Get(), delimiter, firstLineIsHeader, quote))
-        return false;
-    vtr::StoreWhole(ownPath, filePath);
-    return true;
+    return vtr::OpenTable(*this, wide.Get(), ownPath, delimiter, firstLineIsHeader, quote);
 }
 
-bool vtr::OpenTable(CDelimitedTextFile& table, const wchar_t* path, char delimiter,
-                    bool firstLineIsHeader, char quote) {
+bool vtr::OpenTable(CDelimitedTextFile& table, const wchar_t* path, const char* narrowPath,
+                    char delimiter, bool firstLineIsHeader, char quote) {
     table.Clear();
     TextBlock text;
-    if (*path == L'\0' || !text.Read(path) || text.Length() == 0)
+    if (table.hookDepth == CDelimitedTextFile::deepestHook || *path == L'\0' || !text.Read(path) ||
+        text.Length() == 0)
         return false;
-    DelimitedParser parser(text.Text(), text.Length(), delimiter, quote);
+    CDelimitedTextFile::Reading own{DelimitedParser(text.Text(), text.Length(), delimiter, quote),
+                                    /*ended=*/false, /*text=*/nullptr};
     table.loaded = text.Release(table.loadedSize).release();
     const bool batchModeWasOn = table.sortBatchMode;
     table.sortBatchMode = true;
-    const bool good = table.Load(parser, firstLineIsHeader);
-    if (!good)
-        table.Clear();
+    table.reading = &own;
+    const bool good = table.Load(own, firstLineIsHeader);
+    if (!own.ended) {
+        table.reading = nullptr;
+        if (!good)
+            table.Clear();
+        else if (narrowPath != nullptr)
+            StoreWhole(narrowPath, table.filePath);
+    }
     if (!batchModeWasOn)
         table.SetSortBatchMode(false);
     if (good && table.maintainSorted && table.sortColumn >= 0)
@@ -97,7 +112,9 @@ bool vtr::OpenTable(CDelimitedTextFile& table, const wchar_t* path, char delimit
     return good;
 }
 
-bool CDelimitedTextFile::Load(vtr::DelimitedParser& parser, bool firstLineIsHeader) {
+/// False, with nothing more done, too, once the reading has been ended.
+bool CDelimitedTextFile::Load(Reading& own, bool firstLineIsHeader) {
+    vtr::DelimitedParser& parser = own.parser;
     if (!parser.NextLine())
         return false;
     for (const char* name : parser.Fields()) {
@@ -110,9 +127,17 @@ bool CDelimitedTextFile::Load(vtr::DelimitedParser& parser, bool firstLineIsHead
             continue;
         if (!InsertRow(rows.Count(), Row::Make(parser.Fields().Data(), parser.Fields().Count())))
             return false;
-        OnRowAdded(rows.Count() - 1);
+        TellRowAdded(rows.Count() - 1);
+        if (own.ended)
+            return false;
     }
     return !parser.OutOfMemory();
+}
+
+void CDelimitedTextFile::TellRowAdded(unsigned int row) {
+    ++hookDepth;
+    OnRowAdded(row);
+    --hookDepth;
 }
 
 const char* CDelimitedTextFile::GetField(unsigned int row, const char* columnName) const {
@@ -132,6 +157,7 @@ bool CDelimitedTextFile::EditField(unsigned int row, unsigned int column, const 
     if (copy == nullptr && !IsEmptyText(text))
         return false;
     FreeText(fields->Replace(column, copy.release()));
+    UpdateSortKey(row, column);
     if (maintainSorted && static_cast<int>(column) == sortColumn)
         Sort();
     return true;
@@ -139,9 +165,9 @@ bool CDelimitedTextFile::EditField(unsigned int row, unsigned int column, const 
 
 int CDelimitedTextFile::AddNewRow() {
     const unsigned index = maintainSorted && sortColumn >= 0 ? 0 : rows.Count();
-    if (!InsertRow(index, Row::Make(nullptr, columns.Count())))
+    if (hookDepth == deepestHook || !InsertRow(index, Row::Make(nullptr, columns.Count())))
         return -1;
-    OnRowAdded(index);
+    TellRowAdded(index);
     return static_cast<int>(index);
 }
 
@@ -151,6 +177,8 @@ bool CDelimitedTextFile::DeleteRow(unsigned int row) {
     if (row >= rows.Count())
         return false;
     FreeRow(rows.Remove(row));
+    if (sortKeys != nullptr)
+        sortKeys->Remove(row);
     return true;
 }
 
@@ -222,11 +250,17 @@ int CDelimitedTextFile::FindRecordWithValue(int column, const char* value) const
 /// Which of several equal rows is found, and what is found where the rows are in another order,
 /// follows from these steps.
 int CDelimitedTextFile::Bisect(unsigned int column, const char* value) const noexcept {
+    const SortKeys::Key wanted(value);
     unsigned low = 0;
     unsigned high = rows.Count() - 1;
     unsigned probe = rows.Count() / 2;
     for (;;) {
-        const int order = vtr::CompareText(FieldAt(probe, column), value);
+        if (sortKeys != nullptr) {
+            sortKeys->Prefetch(low + (probe - low) / 2);
+            sortKeys->Prefetch(probe + (high - probe) / 2);
+        }
+        const int order = sortKeys != nullptr ? sortKeys->Compare(probe, wanted)
+                                              : vtr::CompareText(FieldAt(probe, column), value);
         if (order == 0)
             return static_cast<int>(probe);
         if (low >= high)
@@ -259,11 +293,16 @@ int CDelimitedTextFile::AddNewCol(const char* name, const char* defaultValue) no
         delete columns.Remove(columns.Count() - 1);
         return -1;
     }
+    if (sortKeys != nullptr)
+        MakeSortKeys();
     return static_cast<int>(columns.Count() - 1);
 }
 
 void CDelimitedTextFile::RemoveAllRows() noexcept {
     rows.Clear([this](Row* row) { FreeRow(row); });
+    DropSortKeys();
+    if (reading != nullptr)
+        return;
     std::free(loaded);
     loaded = nullptr;
     loadedSize = 0;
@@ -272,6 +311,13 @@ void CDelimitedTextFile::RemoveAllRows() noexcept {
 void CDelimitedTextFile::Clear() noexcept {
     RemoveAllRows();
     columns.Clear([](Column* column) { delete column; });
+    if (reading == nullptr)
+        return;
+    reading->text.reset(loaded);
+    reading->ended = true;
+    reading = nullptr;
+    loaded = nullptr;
+    loadedSize = 0;
 }
 
 bool CDelimitedTextFile::ColumnIsSerializable(int column) const noexcept {
@@ -297,8 +343,11 @@ void CDelimitedTextFile::ReplaceAll(const char* find, const char* replacement) {
     const bool batchModeWasOn = sortBatchMode;
     const bool pendingBefore = sortPending;
     sortBatchMode = true;
-    for (unsigned r = 0; r < rows.Count(); ++r) {
-        for (unsigned c = 0; r < rows.Count() && c < rows[r]->Count(); ++c)
+    // An override of `EditField` may add more; these are not searched, or it could go on for ever.
+    const unsigned count = rows.Count();
+    for (unsigned r = 0; r < count && r < rows.Count(); ++r) {
+        const unsigned fields = rows[r]->Count();
+        for (unsigned c = 0; c < fields && r < rows.Count(); ++c)
             ReplaceInField(r, c, ownFind.get(),
                            ownReplacement != nullptr ? ownReplacement.get() : "");
     }
@@ -321,6 +370,7 @@ void CDelimitedTextFile::ReplaceInField(unsigned int row, unsigned int column, c
                             /*caseSensitive=*/true);
         if (*text == '\0')
             FreeText(rows[row]->Replace(column, nullptr));
+        UpdateSortKey(row, column);
         return;
     }
     if (replacementLength > (UINT_MAX - length - 1) / hits)
@@ -338,6 +388,7 @@ void CDelimitedTextFile::ReplaceInField(unsigned int row, unsigned int column, c
 void CDelimitedTextFile::SetMaintainSorted(bool on, int column) noexcept {
     maintainSorted = on;
     sortColumn = on ? column : -1;
+    DropSortKeys();
     if (on)
         Sort();
 }
@@ -359,12 +410,34 @@ bool CDelimitedTextFile::Sort() noexcept {
         sortPending = true;
         return false;
     }
+    if (sortKeys == nullptr && sortColumn >= 0)
+        MakeSortKeys();
     if (sortColumn != 0)
         return false;
+    if (sortKeys != nullptr && sortKeys->Sort(rows.Data()))
+        return true;
+    DropSortKeys();
     // The empty field, null, sorts before any text.
     return vtr::MergeSort(rows.Data(), rows.Count(), [](const Row* a, const Row* b) {
         return vtr::CompareText(a->At(0), b->At(0)) < 0;
     });
+}
+
+void CDelimitedTextFile::MakeSortKeys() noexcept {
+    DropSortKeys();
+    sortKeys = SortKeys::Make(rows.Count());
+    for (unsigned i = 0; sortKeys != nullptr && i < rows.Count(); ++i)
+        UpdateSortKey(i, static_cast<unsigned>(sortColumn));
+}
+
+void CDelimitedTextFile::DropSortKeys() noexcept {
+    delete sortKeys;
+    sortKeys = nullptr;
+}
+
+void CDelimitedTextFile::UpdateSortKey(unsigned int row, unsigned int column) noexcept {
+    if (sortKeys != nullptr && static_cast<int>(column) == sortColumn)
+        sortKeys->Set(row, SortKeys::Key(FieldAt(row, column)));
 }
 
 bool CDelimitedTextFile::AppendColumn(const char* name) noexcept {
@@ -387,6 +460,10 @@ bool CDelimitedTextFile::InsertRow(unsigned int index, Row* row) noexcept {
     const bool inserted = row != nullptr && rows.Count() < INT_MAX && rows.Insert(index, row);
     if (!inserted)
         Row::Free(row);
+    else if (sortKeys != nullptr &&
+             !sortKeys->Insert(index,
+                               SortKeys::Key(FieldAt(index, static_cast<unsigned>(sortColumn)))))
+        DropSortKeys();
     return inserted;
 }
 

@@ -11,11 +11,12 @@ class CDelimitedTextFile;
 namespace vtr {
 class DelimitedParser;
 class FieldRow;
+class SortKeys;
 
-/// `CDelimitedTextFile::Open` of a path that the system gave; `FilePath` stays as it was. Private
-/// to the library.
-bool OpenTable(CDelimitedTextFile& table, const wchar_t* path, char delimiter,
-               bool firstLineIsHeader, char quote);
+/// `CDelimitedTextFile::Open` of a path that the system gave. `FilePath` becomes `narrowPath`, or
+/// stays as it was when that is null. Private to the library.
+bool OpenTable(CDelimitedTextFile& table, const wchar_t* path, const char* narrowPath,
+               char delimiter, bool firstLineIsHeader, char quote);
 } // namespace vtr
 
 /// A table of texts in memory, read from and saved to a delimited text file: columns named by the
@@ -67,8 +68,19 @@ public:
     virtual int AddNewRow();
 
 protected:
-    /// Called after each row that was read or added. Does nothing here. It may edit the table and
-    /// add and delete rows, but not reopen or clear the table.
+    /// Called after each row that was read or added. Does nothing here. It may call all that the
+    /// table has, also while `Open` runs, but not destroy it:
+    ///
+    /// | call                         | result                                                  |
+    /// |------------------------------|---------------------------------------------------------|
+    /// | `Open`, `Clear`              | an `Open` under way ends, is false, and leaves the table|
+    /// | `RemoveAllRows`, `DeleteRow` | an `Open` under way goes on with the next line          |
+    /// | `AddNewRow`                  | calls the hook for that row before it returns           |
+    /// | `AddNewCol`                  | the lines of a file with a header need a field more     |
+    /// | what would sort              | is put off to the end of `Open`, as in batch mode       |
+    ///
+    /// `AddNewRow` returns the index that the hook was told, wherever the row is then. 250 calls of
+    /// the hook within each other are the most: in the last, `AddNewRow` is -1 and `Open` false.
     virtual void OnRowAdded(unsigned int row);
 
 public:
@@ -124,8 +136,9 @@ public:
 
     /// Replaces every occurrence in every field, exact in case, by the rules of
     /// `SearchAndReplaceAll`, and sorts a table that is kept sorted once at the end. Fields that
-    /// grow are set through `EditField`; one that memory does not suffice for stays as it was.
-    /// Nothing for a null or empty `find` or a null replacement.
+    /// grow are set through `EditField`, an override of which may call all that the table has; what
+    /// it adds is not searched. A field that memory does not suffice for stays as it was. Does
+    /// nothing for a null or empty `find` or a null replacement.
     void ReplaceAll(const char* find, const char* replacement);
 
     /// Keeps the table sorted on this column, or, with false, on none. Only column 0 is ever
@@ -138,20 +151,27 @@ public:
 
 private:
     friend struct vtr::Layout<CDelimitedTextFile>;
-    friend bool vtr::OpenTable(CDelimitedTextFile& table, const wchar_t* path, char delimiter,
-                               bool firstLineIsHeader, char quote);
+    friend bool vtr::OpenTable(CDelimitedTextFile& table, const wchar_t* path,
+                               const char* narrowPath, char delimiter, bool firstLineIsHeader,
+                               char quote);
 
     struct Column;
+    struct Reading;
     using Row = vtr::FieldRow;
     static constexpr std::size_t pathSize = 260;
+    static constexpr unsigned deepestHook = 250;
 
-    bool Load(vtr::DelimitedParser& parser, bool firstLineIsHeader);
+    bool Load(Reading& own, bool firstLineIsHeader);
+    void TellRowAdded(unsigned int row);
     bool AppendColumn(const char* name) noexcept;
     Column* ColumnAt(int column) const noexcept;
     bool InsertRow(unsigned int index, Row* row) noexcept;
     const char* FieldAt(unsigned int row, unsigned int column) const noexcept;
     int Bisect(unsigned int column, const char* value) const noexcept;
     bool Sort() noexcept;
+    void MakeSortKeys() noexcept;
+    void DropSortKeys() noexcept;
+    void UpdateSortKey(unsigned int row, unsigned int column) noexcept;
     void ReplaceInField(unsigned int row, unsigned int column, const char* find,
                         const char* replacement);
     void FreeText(char* text) const noexcept;
@@ -168,6 +188,10 @@ private:
     // Fields that have not been changed since the table was opened lie in one block.
     char* loaded;
     std::size_t loadedSize;
+
+    Reading* reading;        ///< null unless `Open` runs
+    vtr::SortKeys* sortKeys; ///< of the column that the table is kept sorted on; null for none
+    unsigned hookDepth;
 };
 
 #endif

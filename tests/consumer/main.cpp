@@ -19,7 +19,8 @@ int main() {
         return 1;
     settings.SetValue("Mixer: Live", "Channels", "2");
     settings.SetFileName("consumer-settings.ini");
-    if (!settings.Save())
+    // A bare name: in the current folder, where the second save finds the file of the first.
+    if (!settings.Save() || !settings.Save())
         return 1;
 
     CIniFileReader saved;

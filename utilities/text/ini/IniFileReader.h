@@ -89,8 +89,11 @@ public:
 
     /// Writes every named section, each followed by two CR LF, to the file name; a sorted document
     /// is sorted again first. The new text takes the file's place only when it is complete and
-    /// closed: false leaves the previous file as it was. False also without a file name, for a file
-    /// that may not be written and for a folder where no file can be made.
+    /// closed: false leaves the previous file as it was. Attributes stay, and a symbolic link
+    /// stays: what it names is written. A file that another program has open, or that has
+    /// permissions of its own, is written over; only if that fails half-way is the previous text
+    /// lost, and a log line names the file that has the new one. False also without a file name,
+    /// for a file that may not be written and for a new one in a folder where none can be made.
     bool Save() noexcept;
 
     /// Frees all sections. The file name stays.

@@ -92,8 +92,9 @@ public:
     /// Writes the serializable columns, with CR LF after each line; missing folders of the path are
     /// made. Each field that is not empty stands in quotes, and where these are double quotes, each
     /// of its own double quotes is written as "?". The header leaves out columns without a name.
-    /// The new text takes the file's place only when it is complete and closed: false leaves the
-    /// previous file as it was. False also for a null or empty path and one of 260 bytes or more.
+    /// The new text takes the file's place as in `CIniFileReader::Save`: false leaves the previous
+    /// file as it was, unless a log line says otherwise. False also for a null or empty path and
+    /// one of 260 bytes or more.
     ///
     /// What was written reads back the same, except where texts hold line ends or the quote, a
     /// header line lacks names, a line has a single field and that is empty, or an unquoted text

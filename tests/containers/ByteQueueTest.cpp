@@ -124,6 +124,14 @@ TEST(ByteQueue, FillsRecyclesAndFreesBlocks) {
             many.Get(32000);
     }
     EXPECT_EQ(fault.Count(), 0u);
+    // A few of many blocks have left.
+    Stream single;
+    single.queue.SetRecycleBuffers(false);
+    for (int i = 0; i < 1000; ++i)
+        single.Add(1);
+    single.Get(3);
+    single.queue = CByteQueue(single.queue);
+    single.Get(1000);
 }
 
 TEST(ByteQueue, TakesOddArgumentsAndFixesItsSetting) {

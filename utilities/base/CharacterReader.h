@@ -18,6 +18,7 @@ public:
         : caseSensitive(exactCase),
           multibyte(characters == Characters::ofCodePage && steps.Multibyte()) {}
 
+    bool Multibyte() const { return multibyte; }
     bool ExactCase() const { return caseSensitive; }
     /// True if each byte is a character and only the same byte is the same.
     bool ExactBytes() const { return caseSensitive && !multibyte; }

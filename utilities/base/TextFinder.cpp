@@ -33,31 +33,35 @@ std::size_t CommonBytes(const char* a, const char* b, std::size_t length) {
 } // namespace
 
 const char* TextFinder::Next(const char* text, const char* end, std::size_t& steps) const {
+    return reader.ExactBytes() ? Search</*bytes=*/true>(text, end, steps)
+                               : Search</*bytes=*/false>(text, end, steps);
+}
+
+template <bool bytes>
+const char* TextFinder::Search(const char* text, const char* end, std::size_t& steps) const {
     const char* from = text;
     std::size_t compared = 0;
     while (static_cast<std::size_t>(end - text) >= length) {
-        if (reader.ExactBytes()) {
-            const std::size_t places = static_cast<std::size_t>(end - text) - length + 1;
-            text = FindByte(text, text + places, *find);
-            if (text == nullptr)
-                return nullptr;
+        text = bytes ? FindByte(text, end - length + 1, *find) : NextPlace(text, end);
+        if (text == nullptr)
+            break;
+        const std::size_t same = bytes ? CommonBytes(text, find, length) : Agreeing(text, end);
+        if (same == length) {
+            steps += compared + same;
+            return text;
         }
-        if (MayBegin(*text)) {
-            const std::size_t same = Agreeing(text, end);
-            compared += same + 1;
-            steps += same + 1;
-            if (same == length)
-                return text;
-        }
-        text += Step(text, end);
+        compared += same + 1;
+        text += bytes ? 1 : Step(text, end);
         if (compared <= freeSteps + stepsPerByte * static_cast<std::size_t>(text - from))
             continue;
         const char* hit = NextInStretch(text, end, steps);
+        steps += compared;
         if (hit != nullptr)
             return hit;
         from = text;
         compared = 0;
     }
+    steps += compared;
     return nullptr;
 }
 
@@ -69,21 +73,33 @@ const char* TextFinder::NextInStretch(const char*& text, const char* end,
     return search.Next(text, end, text + stretch);
 }
 
-/// False, at the price of one comparison, for most characters that begin no occurrence: the two
-/// cases of an ASCII letter differ in one bit.
-bool TextFinder::MayBegin(char first) const {
-    static constexpr int caseBit = 'a' ^ 'A';
-    if (reader.ExactCase())
-        return first == *find;
-    const bool ascii = static_cast<signed char>(first | *find) >= 0;
-    return !ascii || ((first ^ *find) & ~caseBit) == 0;
+/// The first place where the wanted text may begin, or null. Passes over most of those where it
+/// does not at the price of one comparison: the two cases of an ASCII letter differ in one bit.
+const char* TextFinder::NextPlace(const char* text, const char* end) const {
+    const char* stop = end - length + 1;
+    static constexpr unsigned caseBit = 'a' ^ 'A';
+    static constexpr unsigned highBit = 0x80;
+    const unsigned first = static_cast<unsigned char>(*find);
+    const unsigned ignored = reader.ExactCase() ? 0 : caseBit;
+    const unsigned unknown = reader.ExactCase() ? 0 : highBit;
+    if ((first & unknown) != 0)
+        return text;
+    const auto mayBegin = [=](char c) {
+        const unsigned byte = static_cast<unsigned char>(c);
+        return (byte & unknown) != 0 || ((byte ^ first) & ~ignored) == 0;
+    };
+    if (!reader.Multibyte()) {
+        while (text < stop && !mayBegin(*text))
+            ++text;
+    } else {
+        while (text < stop && !mayBegin(*text))
+            text += Step(text, end);
+    }
+    return text < stop ? text : nullptr;
 }
 
-/// How many bytes of the wanted text the text begins with: whole characters, but where bytes are
-/// compared.
+/// How many bytes of the wanted text the text begins with, in whole characters.
 std::size_t TextFinder::Agreeing(const char* text, const char* end) const {
-    if (reader.ExactBytes())
-        return CommonBytes(text, find, length);
     const char* wanted = find;
     const char* wantedEnd = find + length;
     while (wanted < wantedEnd) {

@@ -37,7 +37,9 @@ public:
     }
 
 private:
-    bool MayBegin(char first) const;
+    template <bool bytes>
+    const char* Search(const char* text, const char* end, std::size_t& steps) const;
+    const char* NextPlace(const char* text, const char* end) const;
     std::size_t Agreeing(const char* text, const char* end) const;
     /// As `TwoWaySearch::Next`, in a part of the text that is long beside the wanted one.
     const char* NextInStretch(const char*& text, const char* end, std::size_t& steps) const;

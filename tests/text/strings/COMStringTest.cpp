@@ -3,6 +3,7 @@
 #include "tests/support/CodePage.h"
 
 #include <algorithm>
+#include <array>
 #include <cctype>
 #include <functional>
 #include <gtest/gtest.h>
@@ -120,7 +121,13 @@ protected:
         ASSERT_EQ(std::string(string.Left(number)), all.substr(0, count));
         ASSERT_EQ(std::string(string.Right(number)), all.substr(all.size() - count));
         ASSERT_EQ(std::string(string.Mid(static_cast<int>(from), number)), all.substr(from, count));
-        ASSERT_EQ(string == part, text == other);
+        const auto six = [](const auto& a, const auto& b) {
+            return std::array{a == b, a != b, a < b, a > b, a <= b, a >= b};
+        };
+        const char* bare = part;
+        ASSERT_EQ(six(string, part), six(text, other));
+        ASSERT_EQ(six(string, bare), six(text, other));
+        ASSERT_EQ(six(bare, string), six(other, text));
     }
 };
 

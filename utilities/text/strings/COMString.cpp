@@ -173,6 +173,70 @@ bool CCOMString::operator==(const CCOMString& other) const noexcept {
     return Compare(other) == 0;
 }
 
+bool CCOMString::operator!=(const char* text) const noexcept {
+    return Compare(text) != 0;
+}
+
+bool CCOMString::operator!=(const CCOMString& other) const noexcept {
+    return Compare(other) != 0;
+}
+
+bool CCOMString::operator<(const char* text) const noexcept {
+    return Compare(text) < 0;
+}
+
+bool CCOMString::operator<(const CCOMString& other) const noexcept {
+    return Compare(other) < 0;
+}
+
+bool CCOMString::operator>(const char* text) const noexcept {
+    return Compare(text) > 0;
+}
+
+bool CCOMString::operator>(const CCOMString& other) const noexcept {
+    return Compare(other) > 0;
+}
+
+bool CCOMString::operator<=(const char* text) const noexcept {
+    return Compare(text) <= 0;
+}
+
+bool CCOMString::operator<=(const CCOMString& other) const noexcept {
+    return Compare(other) <= 0;
+}
+
+bool CCOMString::operator>=(const char* text) const noexcept {
+    return Compare(text) >= 0;
+}
+
+bool CCOMString::operator>=(const CCOMString& other) const noexcept {
+    return Compare(other) >= 0;
+}
+
+bool operator==(const char* left, const CCOMString& right) noexcept {
+    return right.Compare(left) == 0;
+}
+
+bool operator!=(const char* left, const CCOMString& right) noexcept {
+    return right.Compare(left) != 0;
+}
+
+bool operator<(const char* left, const CCOMString& right) noexcept {
+    return right.Compare(left) > 0;
+}
+
+bool operator>(const char* left, const CCOMString& right) noexcept {
+    return right.Compare(left) < 0;
+}
+
+bool operator<=(const char* left, const CCOMString& right) noexcept {
+    return right.Compare(left) >= 0;
+}
+
+bool operator>=(const char* left, const CCOMString& right) noexcept {
+    return right.Compare(left) <= 0;
+}
+
 CCOMString& CCOMString::operator+=(char ch) noexcept {
     ConcatCopy(ch);
     return *this;

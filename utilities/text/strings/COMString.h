@@ -50,8 +50,20 @@ public:
     int CompareNoCase(const CCOMString& other) const noexcept;
     int Collate(const char* text) const noexcept;
     int Collate(const CCOMString& other) const noexcept;
+
+    /// By `Compare`; those with a plain text on the left stand below the class.
     bool operator==(const char* text) const noexcept;
     bool operator==(const CCOMString& other) const noexcept;
+    bool operator!=(const char* text) const noexcept;
+    bool operator!=(const CCOMString& other) const noexcept;
+    bool operator<(const char* text) const noexcept;
+    bool operator<(const CCOMString& other) const noexcept;
+    bool operator>(const char* text) const noexcept;
+    bool operator>(const CCOMString& other) const noexcept;
+    bool operator<=(const char* text) const noexcept;
+    bool operator<=(const CCOMString& other) const noexcept;
+    bool operator>=(const char* text) const noexcept;
+    bool operator>=(const CCOMString& other) const noexcept;
 
     /// Nothing for a terminator.
     CCOMString& operator+=(char ch) noexcept;
@@ -96,7 +108,7 @@ public:
     int Replace(char from, char to) noexcept;
 
     /// Replaces each occurrence, from left to right, never inside a replacement, in time linear in
-    /// the texts but for occurrences that nearly match; returns how many. 0 for an empty `find` and
+    /// the texts; returns how many. 0 for an empty `find` and
     /// when memory runs out.
     int Replace(const char* find, const char* replacement) noexcept;
 
@@ -134,5 +146,13 @@ private:
 
     char* buffer; ///< null after a failed allocation, or without characters at the start
 };
+
+// As the members; without these, the addresses of the texts would be compared.
+VTRUTILS_API bool operator==(const char* left, const CCOMString& right) noexcept;
+VTRUTILS_API bool operator!=(const char* left, const CCOMString& right) noexcept;
+VTRUTILS_API bool operator<(const char* left, const CCOMString& right) noexcept;
+VTRUTILS_API bool operator>(const char* left, const CCOMString& right) noexcept;
+VTRUTILS_API bool operator<=(const char* left, const CCOMString& right) noexcept;
+VTRUTILS_API bool operator>=(const char* left, const CCOMString& right) noexcept;
 
 #endif

@@ -2,6 +2,7 @@
 
 #include "common/Handles.h"
 #include "tests/support/CapturedLog.h"
+#include "tests/support/HeapUse.h"
 #include "tests/support/Rounds.h"
 #include "tests/support/TestFolder.h"
 #include "tests/support/TestKey.h"

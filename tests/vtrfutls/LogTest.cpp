@@ -7,6 +7,19 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 
+namespace {
+
+std::string Minute() {
+    SYSTEMTIME now;
+    GetLocalTime(&now);
+    char text[32];
+    std::snprintf(text, sizeof text, "%04u-%02u-%02u %02u:%02u:", now.wYear, now.wMonth, now.wDay,
+                  now.wHour, now.wMinute);
+    return text;
+}
+
+} // namespace
+
 TEST(Log, OneLineACall) {
     EXPECT_FALSE(LoggingNow());
     Log("goes nowhere");
@@ -29,6 +42,7 @@ TEST(Log, OneLineACall) {
 TEST(Log, FileGetsWholeStampedLines) {
     const TestFolder folder;
     const std::string file = folder.File("log.txt");
+    const std::string before = Minute();
     for (const char* text : {"one", "two"}) {
         ASSERT_TRUE(SetLogFile(file.c_str()));
         EXPECT_TRUE(LoggingNow());
@@ -39,6 +53,7 @@ TEST(Log, FileGetsWholeStampedLines) {
     const std::string bytes = ReadBytes(file);
     EXPECT_EQ(std::count(bytes.begin(), bytes.end(), '\n'), 2);
     EXPECT_NE(bytes.find("] one\r\n"), std::string::npos) << bytes;
+    EXPECT_TRUE(bytes.starts_with(before) || bytes.starts_with(Minute())) << bytes;
     EXPECT_TRUE(bytes.ends_with("] two\r\n")) << bytes;
     EXPECT_FALSE(SetLogFile(folder.File("missing\\log.txt").c_str()));
     EXPECT_FALSE(LoggingNow());

@@ -1,4 +1,5 @@
 #include "tests/support/AllocationFault.h"
+#include "tests/support/HeapUse.h"
 #include "tests/support/TestFolder.h"
 #include "tests/text/ini/IniDocuments.h"
 
@@ -35,7 +36,10 @@ TEST(IniAllocation, EveryFailureIsReportedAndLeavesAValidDocument) {
     ASSERT_TRUE(whole.Init(file.c_str(), true) && Edit(whole));
     whole.Sort();
 
+    std::size_t used = 0;
     const unsigned failures = fault.ForEachAllocation([&](unsigned n) {
+        EXPECT_TRUE(HeapUse() == used || n < 5) << "all is freed, " << n - 1;
+        used = HeapUse();
         CIniFileReader document;
         const bool loaded = document.Init(file.c_str(), true);
         const bool edited = Edit(document);

@@ -1,5 +1,7 @@
 #include "utilities/text/language/LibraryText.h"
 
+#include "tests/support/TestFolder.h"
+
 #include <filesystem>
 #include <gtest/gtest.h>
 
@@ -15,5 +17,12 @@ TEST(LanguageState, FoldersAreThoseOfTheProgram) {
     char text[64];
     vtr::LibraryText("DoNotAsk", text, sizeof text);
     EXPECT_STREQ(text, "&Do not ask this again.");
+    const TestFolder folder;
+    std::string language = folder.Write("language.ini", "DoNotAsk = language's\n");
+    SetStringFile(language.data());
+    OverrideUtilitiesStringFile(folder.Write("own.ini", "DoNotAsk = own\n").data());
+    vtr::LibraryText("DoNotAsk", text, sizeof text);
+    EXPECT_STREQ(text, "own");
+    EXPECT_EQ(GetStringFile(), language);
     vtr::FreeLanguageState();
 }

@@ -75,6 +75,10 @@ TEST(LastDirList, CutsLongPathsAndIgnoresNull) {
     EXPECT_EQ(list.AddPtr(new _lastDirList{}, 0), 1);
     list.Add(path.data(), 1, 2, 0);
     list.DeleteIndex(2);
-    path.resize(263);
-    EXPECT_NE(list.ContainsDir(path.data()), nullptr);
+    EXPECT_EQ(list.MoveOrAddToTop(path.data()) + list.UpdateOrAdd(path.data(), 3, 4, 1), 2);
+    const _lastDirList* only = list.ContainsDir(path.data());
+    ASSERT_NE(only, nullptr);
+    EXPECT_EQ(only->path, path.substr(0, 263));
+    list.DeleteIndex(0);
+    EXPECT_EQ(list.ContainsDir(path.data()), nullptr) << "found uncut, stored once";
 }

@@ -24,6 +24,12 @@ std::unique_ptr<_lastDirList> MakeEntry(const char* path, long long time, int va
     return entry;
 }
 
+/// A path as it would be stored, which is also how it is looked up.
+struct StoredPath {
+    explicit StoredPath(const char* path) { vtr::StoreCut(path, text, sizeof text); }
+    char text[sizeof _lastDirList::path];
+};
+
 } // namespace
 
 CLastDirList::CLastDirList() noexcept = default;
@@ -77,9 +83,11 @@ _lastDirList* CLastDirList::ContainsDir(char* path) noexcept {
 }
 
 void CLastDirList::DeletePath(char* path) noexcept {
-    const std::unique_ptr<_lastDirList> wanted = MakeEntry(path, 0, 0);
-    for (int i = 0; wanted != nullptr && i < entries.Count();) {
-        if (vtr::SameText(EntryAt(i)->path, wanted->path))
+    if (path == nullptr)
+        return;
+    const StoredPath stored(path);
+    for (int i = 0; i < entries.Count();) {
+        if (vtr::SameText(EntryAt(i)->path, stored.text))
             DeleteIndex(i);
         else
             ++i;
@@ -119,8 +127,11 @@ _lastDirList* CLastDirList::EntryAt(int index) noexcept {
 
 /// -1 when it is not in the list.
 int CLastDirList::IndexOf(const char* path) noexcept {
-    for (int i = 0; path != nullptr && i < entries.Count(); ++i) {
-        if (vtr::SameText(EntryAt(i)->path, path))
+    if (path == nullptr)
+        return -1;
+    const StoredPath stored(path);
+    for (int i = 0; i < entries.Count(); ++i) {
+        if (vtr::SameText(EntryAt(i)->path, stored.text))
             return i;
     }
     return -1;

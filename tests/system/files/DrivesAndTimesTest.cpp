@@ -61,9 +61,13 @@ TEST(FileTimes, OfTheLastWrite) {
         EXPECT_EQ(CompareFileTime(&time, &moment), 0);
         EXPECT_FALSE(read(folder.File("missing").c_str(), &time));
     }
-    file.Reset(CreateFileA(older.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                           nullptr, OPEN_EXISTING, 0, nullptr));
-    EXPECT_EQ(order("older", "newer"), -100) << "being written";
+    for (const bool mayBeRead : {true, false}) {
+        const DWORD share = FILE_SHARE_WRITE | (mayBeRead ? FILE_SHARE_READ : 0u);
+        file.Reset(
+            CreateFileA(older.c_str(), GENERIC_WRITE, share, nullptr, OPEN_EXISTING, 0, nullptr));
+        EXPECT_EQ(order("older", "newer"), mayBeRead ? -1 : -100) << "being written";
+        file.Reset();
+    }
 }
 
 TEST(RegistryStrings, AreWrittenWithTheirTerminatorAndReadWithout) {

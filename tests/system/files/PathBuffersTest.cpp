@@ -58,7 +58,9 @@ TEST(PathBuffers, HoldTheWholeTextOrItsStartOrNothing) {
     const std::string otherCase = folder.File("A LONG FOLDER");
     const TestKey key;
     key.SetText("name", "value");
-    CopyFiles(std::wstring_view(L"C:\\first.wav\0Z:\\second.wav\0", 28));
+    const std::string copied = "Z:\\" + std::string(900, 's') + ".wav";
+    const std::wstring wideCopied(copied.begin(), copied.end());
+    CopyFiles(L"C:\\first.wav" + (L'\0' + wideCopied) + L'\0');
     char music[MAX_PATH], documents[MAX_PATH];
     ASSERT_TRUE(SHGetSpecialFolderPathA(nullptr, music, 13, FALSE));
     ASSERT_TRUE(SHGetSpecialFolderPathA(nullptr, documents, 5, FALSE));
@@ -78,10 +80,10 @@ TEST(PathBuffers, HoldTheWholeTextOrItsStartOrNothing) {
                      [](char* out, int size) { GetMyMusicPath(out, size, false); });
     TryBuffers<char>("documents", documents, WhenShort::Cut,
                      [](char* out, int size) { GetMyDocumentsPath(out, size, false); });
-    TryBuffers<char>("clipboard", "Z:\\second.wav", WhenShort::Cut, [](char* out, int size) {
+    TryBuffers<char>("clipboard", copied, WhenShort::Cut, [](char* out, int size) {
         GetFileNameFromClipboardA(1, out, static_cast<unsigned>(size));
     });
-    TryBuffers<wchar_t>("wide", L"Z:\\second.wav", WhenShort::Cut, [](wchar_t* out, int size) {
+    TryBuffers<wchar_t>("wide", wideCopied, WhenShort::Cut, [](wchar_t* out, int size) {
         GetFileNameFromClipboardW(1, out, static_cast<unsigned>(size));
     });
     EXPECT_EQ(NumFileNamesOnClipboard(), 2u);
@@ -132,4 +134,27 @@ TEST(PathBuffers, DocumentsAreSomewhereElseWithoutAFolder) {
     std::ofstream(instead).close();
     EXPECT_EQ(Documents(true), "C:\\");
     EXPECT_TRUE(DeleteFileA(instead));
+}
+
+TEST(SpecialFolders, MissingOnesAreMadeWhenAsked) {
+    constexpr int discToBurn = CSIDL_CDBURN_AREA;
+    wchar_t folder[MAX_PATH];
+    ASSERT_EQ(SHGetFolderPathW(nullptr, discToBurn | CSIDL_FLAG_DONT_VERIFY, nullptr,
+                               SHGFP_TYPE_CURRENT, folder),
+              S_OK);
+    const std::filesystem::path path(folder), kept(path.wstring() + L" kept");
+    const bool existed = exists(path);
+    if (existed)
+        rename(path, kept);
+    char found[MAX_PATH];
+    EXPECT_FALSE(GetSpecialFolderPath(found, sizeof found, discToBurn, /*create=*/false));
+    EXPECT_STREQ(found, "");
+    EXPECT_TRUE(GetSpecialFolderPath(found, sizeof found, discToBurn, /*create=*/true));
+    EXPECT_TRUE(path == found && is_directory(path)) << found;
+    remove(path);
+    std::error_code ignored;
+    if (existed)
+        rename(kept, path);
+    else
+        remove(path.parent_path(), ignored);
 }

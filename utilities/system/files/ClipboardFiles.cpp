@@ -32,23 +32,25 @@ private:
     HDROP files = nullptr;
 };
 
-constexpr unsigned longestName = 2 * MAX_PATH;
-
 /// The name is taken whole and then cut: not every Windows terminates one that it cuts. "" when
-/// there is none.
+/// there is none and when memory runs out.
 class FileName {
 public:
     explicit FileName(unsigned index) {
         const ClipboardFiles clipboard;
         const HDROP list = clipboard.ListWith(index);
-        if (list != nullptr)
-            DragQueryFileW(list, index, name, longestName - 1);
+        const UINT length =
+            list != nullptr ? DragQueryFileW(list, index, /*lpszFile=*/nullptr, 0) : 0;
+        if (length > 0)
+            name = vtr::AllocateChars<wchar_t>(std::size_t{length} + 1);
+        if (name != nullptr && DragQueryFileW(list, index, name.get(), length + 1) == 0)
+            name.reset();
     }
 
-    const wchar_t* Get() const { return name; }
+    const wchar_t* Get() const { return name != nullptr ? name.get() : L""; }
 
 private:
-    wchar_t name[longestName] = L"";
+    vtr::OwnedChars<wchar_t> name;
 };
 
 } // namespace

@@ -74,8 +74,8 @@ VTRUTILS_API bool GetExeDirectory(char* out, int size, HMODULE module);
 VTRUTILS_API void GetLongPathNameSafe(const char* shortPath, char* out, int size);
 
 /// The folder with this shell identifier (CSIDL), without a trailing backslash; with `create` it is
-/// made when it is missing. The whole buffer is zeroed first. False when there is no such folder
-/// and for a null buffer or a size below 1.
+/// made when it is missing. The whole buffer is zeroed first. False when there is no such folder,
+/// when a missing one cannot be made, and for a null buffer or a size below 1.
 VTRUTILS_API bool GetSpecialFolderPath(char* out, int size, int folderId, bool create);
 
 /// `GetSpecialFolderPath` of one folder each.
@@ -90,8 +90,8 @@ VTRUTILS_API bool GetMyPicturesPath(char* out, int size, bool create);
 /// cannot be made. False only for a null buffer or a size below 1.
 VTRUTILS_API bool GetMyDocumentsPath(char* out, int size, bool create);
 
-// Times of files. Narrow paths are in the current language code page. A file is opened for reading
-// while others may read it: one that somebody writes cannot be opened.
+// Times of files. Narrow paths are in the current language code page. A file is opened for reading,
+// also while others read or write it.
 
 /// -1, 0 or 1 when the first file was written before, with or after the second; -100 when one of
 /// them is missing or cannot be opened, and for null.
@@ -108,7 +108,8 @@ VTRUTILS_API bool GetFileLastModificationTime(const char* file, FILETIME* lastWr
 
 VTRUTILS_API unsigned NumFileNamesOnClipboard();
 
-/// "" when there are no more than `index` files. Nothing for a null buffer or a size of 0.
+/// "" when there are no more than `index` files and when memory runs out. Does nothing for a null
+/// buffer or a size of 0.
 VTRUTILS_API void GetFileNameFromClipboardA(unsigned index, char* out, unsigned size);
 VTRUTILS_API void GetFileNameFromClipboardW(unsigned index, wchar_t* out, unsigned size);
 

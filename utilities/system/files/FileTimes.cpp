@@ -13,7 +13,8 @@ constexpr int unknownOrder = -100;
 } // namespace
 
 bool vtr::ReadFileTimes(const wchar_t* path, FILETIME& lastAccess, FILETIME& lastWrite) {
-    const FileHandle file(CreateFileW(path, GENERIC_READ, FILE_SHARE_READ,
+    const FileHandle file(CreateFileW(path, GENERIC_READ,
+                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                       /*lpSecurityAttributes=*/nullptr, OPEN_EXISTING,
                                       FILE_ATTRIBUTE_NORMAL, /*hTemplateFile=*/nullptr));
     return file && GetFileTime(file.Get(), /*lpCreationTime=*/nullptr, &lastAccess, &lastWrite);

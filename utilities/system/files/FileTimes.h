@@ -5,7 +5,7 @@
 
 namespace vtr {
 
-/// Both times of a file, which is opened for reading while others may read it. False, with nothing
+/// Both times of a file, which is opened for reading and shared with all others. False, with nothing
 /// written, when that fails. Private to the library. Immutable and safe.
 bool ReadFileTimes(const wchar_t* path, FILETIME& lastAccess, FILETIME& lastWrite);
 

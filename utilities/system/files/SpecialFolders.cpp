@@ -44,6 +44,16 @@ bool EnsureFolder(const wchar_t* path) {
     return PathIsDirectoryW(path) != FALSE;
 }
 
+/// Makes the folder that the shell refuses to name while it is missing. False when that fails.
+bool MakeMissing(int folderId, wchar_t (&path)[MAX_PATH]) {
+    if (FAILED(SHGetFolderPathW(/*hwnd=*/nullptr, folderId | CSIDL_FLAG_DONT_VERIFY,
+                                /*hToken=*/nullptr, SHGFP_TYPE_CURRENT, path)) ||
+        PathIsRelativeW(path))
+        return false;
+    PathRemoveBackslashW(path);
+    return EnsureFolder(path);
+}
+
 /// Fills the whole buffer; false, with zeros alone, for a path that hosts cannot pass back.
 bool Store(const wchar_t* path, char* out, int size) {
     std::memset(out, 0, static_cast<std::size_t>(size));
@@ -60,10 +70,12 @@ bool GetSpecialFolderPath(char* out, int size, int folderId, bool create) {
         return false;
     std::memset(out, 0, static_cast<std::size_t>(size));
     wchar_t path[MAX_PATH];
-    if (!Resolve(folderId, path))
+    if (Resolve(folderId, path)) {
+        if (create)
+            EnsureFolder(path);
+    } else if (!create || !MakeMissing(folderId, path)) {
         return false;
-    if (create)
-        EnsureFolder(path);
+    }
     return Store(path, out, size);
 }
 
@@ -95,7 +107,7 @@ bool GetMyDocumentsPath(char* out, int size, bool create) {
     if (out == nullptr || size < 1)
         return false;
     wchar_t path[MAX_PATH];
-    if (!Resolve(CSIDL_PERSONAL, path))
+    if (!Resolve(CSIDL_PERSONAL, path) && !(create && MakeMissing(CSIDL_PERSONAL, path)))
         std::wcscpy(path, L"C:\\My Documents");
     if (create && !EnsureFolder(path))
         std::wcscpy(path, L"C:\\");

@@ -1,6 +1,6 @@
 #include "utilities/containers/LastDirList.h"
 
-#include "utilities/base/SameText.h"
+#include "utilities/base/PathText.h"
 #include "utilities/base/StoreCut.h"
 
 #include <algorithm>
@@ -79,7 +79,7 @@ _lastDirList* CLastDirList::ContainsDir(char* path) noexcept {
 void CLastDirList::DeletePath(char* path) noexcept {
     const std::unique_ptr<_lastDirList> wanted = MakeEntry(path, 0, 0);
     for (int i = 0; wanted != nullptr && i < entries.Count();) {
-        if (vtr::SameText(EntryAt(i)->path, wanted->path))
+        if (vtr::SamePath(EntryAt(i)->path, wanted->path))
             DeleteIndex(i);
         else
             ++i;
@@ -120,7 +120,7 @@ _lastDirList* CLastDirList::EntryAt(int index) noexcept {
 /// -1 when it is not in the list.
 int CLastDirList::IndexOf(const char* path) noexcept {
     for (int i = 0; path != nullptr && i < entries.Count(); ++i) {
-        if (vtr::SameText(EntryAt(i)->path, path))
+        if (vtr::SamePath(EntryAt(i)->path, path))
             return i;
     }
     return -1;

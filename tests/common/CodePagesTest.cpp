@@ -339,6 +339,16 @@ TEST(CodePages, PathsInAFolderOfEachPage) {
     vtr::SetCurrentCodePage(0);
 }
 
+TEST(CodePages, SecondBytesAreNotLetters) {
+    CLastDirList list;
+    char added[] = "C:\\\x83\x41", otherCase[] = "c:\\\x83\x41", other[] = "C:\\\x83\x61";
+    vtr::SetCurrentCodePage(932);
+    list.Add(added, 1, 2, 0);
+    EXPECT_NE(list.ContainsDir(otherCase), nullptr);
+    EXPECT_EQ(list.ContainsDir(other), nullptr);
+    vtr::SetCurrentCodePage(0);
+}
+
 TEST(CodePages, ProgramInAFolderOfEachPage) {
     const TestFolder folder;
     for (const wchar_t* word : letters) {

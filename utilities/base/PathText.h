@@ -4,6 +4,7 @@
 #include "common/PageSteps.h"
 #include "common/WidePath.h"
 #include "utilities/base/LanguageSteps.h"
+#include "utilities/base/SameText.h"
 
 /// Walking over narrow paths and names of files; the second byte of a two-byte character is never
 /// taken for a separator. Private to the library. Immutable and safe.
@@ -41,6 +42,24 @@ inline const char* FileNameIn(const char* path) {
             name = path + 1;
     }
     return name;
+}
+
+/// Without regard to case in the multibyte code page. Where that is a single-byte one, it calls the
+/// second bytes of different characters the same letter: they must be equal.
+inline bool SamePath(const char* left, const char* right) {
+    if (!SameText(left, right))
+        return false;
+    if (IsMultibyteCodePage() || left == nullptr || right == nullptr)
+        return true;
+    const NameSteps steps(left);
+    while (*left != '\0') {
+        const std::size_t length = steps.Length(left);
+        if (length == 2 && left[1] != right[1])
+            return false;
+        left += length;
+        right += length;
+    }
+    return true;
 }
 
 } // namespace vtr

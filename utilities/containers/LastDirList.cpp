@@ -1,6 +1,6 @@
 #include "utilities/containers/LastDirList.h"
 
-#include "utilities/base/SameText.h"
+#include "utilities/base/PathText.h"
 #include "utilities/base/StoreCut.h"
 
 #include <algorithm>
@@ -87,7 +87,7 @@ void CLastDirList::DeletePath(char* path) noexcept {
         return;
     const StoredPath stored(path);
     for (int i = 0; i < entries.Count();) {
-        if (vtr::SameText(EntryAt(i)->path, stored.text))
+        if (vtr::SamePath(EntryAt(i)->path, stored.text))
             DeleteIndex(i);
         else
             ++i;
@@ -131,7 +131,7 @@ int CLastDirList::IndexOf(const char* path) noexcept {
         return -1;
     const StoredPath stored(path);
     for (int i = 0; i < entries.Count(); ++i) {
-        if (vtr::SameText(EntryAt(i)->path, stored.text))
+        if (vtr::SamePath(EntryAt(i)->path, stored.text))
             return i;
     }
     return -1;

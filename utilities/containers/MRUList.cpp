@@ -4,7 +4,6 @@
 #include "utilities/base/CodePage.h"
 #include "utilities/base/OwnedText.h"
 #include "utilities/base/PathText.h"
-#include "utilities/base/SameText.h"
 #include "utilities/system/files/FileTimes.h"
 #include "utilities/system/files/RegistryStrings.h"
 #include "vtrfutls/FileNames.h"
@@ -156,7 +155,7 @@ void CMRUList::AddFile(const char* path, unsigned long length) noexcept {
     }
     entries.RemoveIf(
         [=](const _MRUData* entry) {
-            return entry != added && vtr::SameText(entry->path, added->path);
+            return entry != added && vtr::SamePath(entry->path, added->path);
         },
         &DeleteEntry);
     SaveList();
@@ -185,7 +184,7 @@ bool CMRUList::Contains(const char* path) noexcept {
 
 int CMRUList::IndexOf(const char* path) noexcept {
     for (unsigned i = 0; i < entries.Count(); ++i) {
-        if (vtr::SameText(entries[i]->path, path))
+        if (vtr::SamePath(entries[i]->path, path))
             return static_cast<int>(i);
     }
     return -1;

@@ -120,4 +120,6 @@ TEST(IniParser, Utf16AndCharactersOfTwoBytes) {
     const CodePage japanese(932);
     EXPECT_EQ(Parsed("[\x83\x5D]\nk=1"), "{\x83\x5D: k=1;}") << "a trail byte is no bracket";
     EXPECT_EQ(Parents("[C] : [\x83\x5D\x83\x5B]\nk=1"), "\x83\x5D\x83\x5B|");
+    const CodePage korean(1361);
+    EXPECT_EQ(Parsed("k\x88==v\x88;w;x"), "{: k\x88==v\x88;w;}") << "nor = or ;";
 }

@@ -1,6 +1,7 @@
 #include "utilities/text/language/LanguageStrings.h"
 
 #include "common/Handles.h"
+#include "tests/support/CodePage.h"
 #include "tests/support/GuardedBuffer.h"
 #include "tests/support/TestFolder.h"
 #include "tests/support/ThreadTeam.h"
@@ -72,6 +73,10 @@ TEST(LanguageStrings, OtherFormsOfLookUps) {
     EXPECT_EQ(MyLoadString_ToDouble("Count", 7, file.data(), false), -42.5);
     EXPECT_EQ(MyLoadString_ToInt("None", 7, nullptr, false), 7);
     EXPECT_EQ(MyLoadString_ToInt("MissingKey", 7, nullptr, false), 0);
+    {
+        const CodePage korean(1361);
+        EXPECT_EQ(Text("k\x88=", folder.Write("b.ini", "k\x88= = v")), "v") << "no end of the key";
+    }
     wchar_t wide[4];
     EXPECT_EQ(MyLoadStringW("Quoted", wide, 4, file.data(), false), 3);
     EXPECT_STREQ(wide, L"a\nb");

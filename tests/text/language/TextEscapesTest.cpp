@@ -2,6 +2,7 @@
 
 #include "tests/support/CodePage.h"
 #include "tests/support/RandomText.h"
+#include "utilities/base/CodePage.h"
 
 #include <gtest/gtest.h>
 
@@ -31,4 +32,8 @@ TEST(TextEscapes, OnePassGivesWhatFiveGive) {
     char text[] = "\x83\\n\\n";
     vtr::ResolveEscapes(text);
     EXPECT_STREQ(text, "\x83\\n\n") << "a trail byte is no backslash";
+    vtr::SetCurrentCodePage(1252);
+    vtr::ResolveEscapes(text);
+    EXPECT_STREQ(text, "\x83\n\n") << "the language's page comes first";
+    vtr::SetCurrentCodePage(0);
 }

@@ -103,13 +103,25 @@ IniParser::State IniParser::Header() {
     return document.outOfMemory ? State::failed : State::skipLine;
 }
 
+template <class Predicate>
+void IniParser::SkipTo(Predicate isEnd) {
+    const unsigned limit = length - at > longestText ? at + longestText : length;
+    unsigned i = at;
+    if (steps.Multibyte()) {
+        while (i < limit && !isEnd(text[i]))
+            i += static_cast<unsigned>(steps.Length(text + i, length - i));
+    } else {
+        while (i < limit && !isEnd(text[i]))
+            ++i;
+    }
+    at = i;
+}
+
 IniParser::State IniParser::Key() {
     const unsigned start = at;
-    while (!AtEnd() && text[at] != '=' && !AtLineEnd()) {
-        ++at;
-        if (IsTooLong(start))
-            return State::failed;
-    }
+    SkipTo([](char c) { return c == '=' || c == '\r' || c == '\n'; });
+    if (IsTooLong(start))
+        return State::failed;
     if (AtEnd())
         return State::done;
     if (AtLineEnd())
@@ -139,12 +151,9 @@ IniParser::State IniParser::ValueStart() {
 /// A ";" ends every value, quoted or not, so no value can hold one.
 IniParser::State IniParser::Value() {
     const unsigned start = at;
-    for (; !AtEnd() && !AtLineEnd() && text[at] != ';'; ++at) {
-        if (IsTooLong(start))
-            return State::failed;
-        if (quoted && text[at] == '"' && innerQuotes-- == 0)
-            break;
-    }
+    SkipTo([this](char c) {
+        return c == ';' || c == '\r' || c == '\n' || (c == '"' && quoted && innerQuotes-- == 0);
+    });
     if (pendingKey.Length() == 0 || IsTooLong(start))
         return State::failed;
     Slice value{text + start, EndAtZero(text + start, text + at)};

@@ -44,6 +44,11 @@ private:
 
     bool AtEnd() const { return at == length; }
     bool AtLineEnd() const { return text[at] == '\r' || text[at] == '\n'; }
+    /// Moves to the first character from `at` on that `isEnd` accepts, to the end of the text, or
+    /// so far that it is too long. In code page 1361 a ";" or "=" may be the second byte of a
+    /// character.
+    template <class Predicate>
+    void SkipTo(Predicate isEnd);
     void SkipBlanks();
     bool IsTooLong(unsigned start) const;
 

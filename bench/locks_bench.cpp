@@ -136,10 +136,6 @@ void MeasureReadWriteLock() {
     Measure<Reading>(reading, bench::ours);
     Measure<Shared>(reading, "SRWLOCK");
     ToReach(reading, "SRWLOCK");
-    bench::Explain(std::string(reading) + ", two threads", "SRWLOCK",
-                   "a reader passes the gate that holds new readers back while a writer waits, and "
-                   "counts itself: two atomic operations more than the peer, which lets readers "
-                   "starve a writer");
     static constexpr char writing[] = "CReadWriteLock, writing";
     Measure<Writing>(writing, bench::ours);
     Measure<Exclusive>(writing, "SRWLOCK");

@@ -1,12 +1,16 @@
 #include "tests/support/AllocationFault.h"
 
 #include <cstdlib>
+#include <gtest/gtest.h>
+#include <memory>
+#include <thread>
 
 namespace {
 
 DWORD countedThread = 0;
 unsigned calls = 0;
 unsigned failing = 0;
+bool andAllAfter = false;
 bool failed = false;
 
 constexpr char runTime[] = "msvcrt.dll";
@@ -25,7 +29,8 @@ const auto realRealloc = Find<decltype(&std::realloc)>("realloc");
 bool Fails() {
     if (GetCurrentThreadId() != countedThread)
         return false;
-    const bool now = ++calls == failing;
+    ++calls;
+    const bool now = calls == failing || (andAllAfter && failing > 0 && calls > failing);
     failed = failed || now;
     return now;
 }
@@ -44,13 +49,16 @@ void* FaultyRealloc(void* block, std::size_t size) {
 
 } // namespace
 
-AllocationFault::AllocationFault(const char* moduleName)
-    : malloc(GetModuleHandleA(moduleName), runTime, "malloc",
-             reinterpret_cast<void*>(&FaultyMalloc)),
-      calloc(GetModuleHandleA(moduleName), runTime, "calloc",
-             reinterpret_cast<void*>(&FaultyCalloc)),
-      realloc(GetModuleHandleA(moduleName), runTime, "realloc",
-              reinterpret_cast<void*>(&FaultyRealloc)) {
+AllocationFault::AllocationFault(std::initializer_list<const char*> moduleNames) {
+    const std::pair<const char*, void*> replacements[] = {
+        {"malloc", reinterpret_cast<void*>(&FaultyMalloc)},
+        {"calloc", reinterpret_cast<void*>(&FaultyCalloc)},
+        {"realloc", reinterpret_cast<void*>(&FaultyRealloc)}};
+    for (const char* moduleName : moduleNames) {
+        for (const auto& [name, replacement] : replacements)
+            patches.push_back(std::make_unique<ImportPatch>(GetModuleHandleA(moduleName), runTime,
+                                                            name, replacement));
+    }
     countedThread = GetCurrentThreadId();
     FailAt(0);
 }
@@ -62,11 +70,31 @@ AllocationFault::~AllocationFault() {
 void AllocationFault::FailAt(unsigned n) {
     calls = 0;
     failing = n;
+    andAllAfter = false;
     failed = failed && n == 0;
+}
+
+void AllocationFault::FailFrom(unsigned n) {
+    FailAt(n);
+    andAllAfter = true;
 }
 
 unsigned AllocationFault::Count() const {
     return calls;
+}
+
+void AllocationFault::OnFreshThread(unsigned n, const std::function<void(unsigned)>& action) {
+    const DWORD own = countedThread;
+    bool ended = false;
+    std::thread([&] {
+        countedThread = GetCurrentThreadId();
+        FailFrom(n);
+        action(n);
+        ended = true;
+    }).join();
+    countedThread = own;
+    // Under Wine a thread that exhausts its stack ends without a word.
+    EXPECT_TRUE(ended) << "the thread died, allocation " << n << " failing and all after it";
 }
 
 unsigned AllocationFault::ForEachAllocation(const std::function<void(unsigned)>& action) {
@@ -74,6 +102,7 @@ unsigned AllocationFault::ForEachAllocation(const std::function<void(unsigned)>&
         FailAt(n);
         action(n);
         const bool reached = failed;
+        OnFreshThread(n, action);
         FailAt(0);
         if (!reached)
             return n - 1;

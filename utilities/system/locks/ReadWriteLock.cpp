@@ -13,13 +13,25 @@ struct vtr::Layout<CReadWriteLock> {
     static_assert(offsetof(CReadWriteLock, readerGuard) == 0);
     static_assert(offsetof(CReadWriteLock, writerGate) == 40);
     static_assert(offsetof(CReadWriteLock, noReaders) == 80);
-    static_assert(offsetof(CReadWriteLock, readers) == 88);
+    static_assert(offsetof(CReadWriteLock, state) == 88);
 };
+
+namespace {
+
+// What the word counts in, beside readers. Its highest bit: a writer waits for the last reader.
+constexpr unsigned long long oneWriter = 1ull << 32;
+constexpr unsigned long long writerWaits = 1ull << 63;
+
+unsigned Readers(unsigned long long state) {
+    return static_cast<unsigned>(state);
+}
+
+} // namespace
 
 CReadWriteLock::CReadWriteLock() noexcept
     : noReaders(CreateEventA(/*lpEventAttributes=*/nullptr, /*bManualReset=*/TRUE,
                              /*bInitialState=*/TRUE, /*lpName=*/nullptr)),
-      readers(0), writerWaits(false) {
+      state(0) {
     InitializeCriticalSection(&readerGuard);
     InitializeCriticalSection(&writerGate);
 }
@@ -27,7 +39,7 @@ CReadWriteLock::CReadWriteLock() noexcept
 CReadWriteLock& CReadWriteLock::operator=(const CReadWriteLock& other) noexcept {
     vtr::CopySectionState(readerGuard, other.readerGuard);
     vtr::CopySectionState(writerGate, other.writerGate);
-    readers = other.readers.load();
+    state = other.state.load();
     return *this;
 }
 
@@ -37,46 +49,50 @@ CReadWriteLock::~CReadWriteLock() {
 }
 
 void CReadWriteLock::ReadLock() noexcept {
+    unsigned long long before = state.load(std::memory_order_relaxed);
+    while (before < oneWriter) {
+        if (state.compare_exchange_weak(before, before + 1))
+            return;
+    }
+    // A writer was there first.
     const CSmartLock gate(&writerGate);
-    ++readers;
+    ++state;
 }
 
 void CReadWriteLock::ReadUnlock() noexcept {
-    if (--readers > 0 || !writerWaits)
-        return;
-    const CSmartLock guard(&readerGuard);
-    // The writer may have seen that nobody reads any more, and have gone on.
-    if (writerWaits) {
-        writerWaits = false;
+    const unsigned long long before = state.fetch_sub(1);
+    if (Readers(before) == 1 && before >= writerWaits)
         SetEvent(noReaders.Get());
-    }
 }
 
 void CReadWriteLock::WriteLock() noexcept {
     EnterCriticalSection(&writerGate);
-    // No reader can come any more, so that the count only falls.
-    if (readers > 0)
+    if (Readers(state.fetch_add(oneWriter)) > 0)
         WaitForReaders();
 }
 
 void CReadWriteLock::WriteUnlock() noexcept {
+    // While a writer is in and nobody reads, nobody else changes the word.
+    const unsigned long long before = state.load(std::memory_order_relaxed);
+    if (Readers(before) == 0)
+        state.store(before - oneWriter, std::memory_order_release);
+    else
+        state -= oneWriter;
     LeaveCriticalSection(&writerGate);
 }
 
-/// The writer says that it waits before it looks at the count, and a reader counts itself out
-/// before it looks for a writer: one of the two sees the other.
+/// No reader gets in any more, so the writer may go on as soon as it has seen none. The event only
+/// says when to look: one who left long ago may signal late, for a writer of an earlier round. The
+/// event is reset before each look, so that no signal after the look is lost.
 void CReadWriteLock::WaitForReaders() noexcept {
-    {
-        const CSmartLock guard(&readerGuard);
+    state |= writerWaits;
+    for (;;) {
         ResetEvent(noReaders.Get());
-        writerWaits = true;
+        if (Readers(state) == 0)
+            break;
+        // Without an event, for which there was no memory, the waiting is done by looking.
+        if (WaitForSingleObject(noReaders.Get(), INFINITE) != WAIT_OBJECT_0)
+            Sleep(1);
     }
-    if (readers == 0) {
-        const CSmartLock guard(&readerGuard);
-        writerWaits = false;
-        return;
-    }
-    // Without an event, for which there was no memory, the waiting is done by looking.
-    while (WaitForSingleObject(noReaders.Get(), INFINITE) != WAIT_OBJECT_0 && readers > 0)
-        Sleep(1);
+    state &= ~writerWaits;
 }

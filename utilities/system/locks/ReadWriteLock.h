@@ -35,14 +35,14 @@ private:
 
     void WaitForReaders() noexcept;
 
-    CRITICAL_SECTION readerGuard; ///< held while the event is set or reset
-    CRITICAL_SECTION writerGate;  ///< held by the writer, passed by each reader
-    vtr::KernelHandle noReaders;
-    std::atomic<int> readers;
+    CRITICAL_SECTION readerGuard; ///< part of the record; the count is atomic and needs no guard
+    CRITICAL_SECTION writerGate;  ///< held by the writer, passed by readers that come meanwhile
+    vtr::KernelHandle noReaders;  ///< wakes the writer that waits for the last reader
 
-    /// The event costs a call into the system, so that it is used only when a writer must wait:
-    /// then this is set, and the last reader signals.
-    std::atomic<bool> writerWaits;
+    /// Lower half: the reader count. Upper half: how often the writer has locked, and whether it
+    /// waits. One word, so that each reader knows whether it came before the writer, and the last
+    /// one whether to signal.
+    std::atomic<unsigned long long> state;
 };
 
 #endif

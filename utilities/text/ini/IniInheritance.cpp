@@ -1,8 +1,6 @@
 #include "utilities/base/NameIndex.h"
 #include "utilities/text/ini/IniFileReader.h"
 
-#include <new>
-
 // How sections get the pairs of their parents.
 //
 // A section is resolved by resolving each parent that still has parents of its own, to at most ten
@@ -25,12 +23,15 @@ namespace {
 constexpr int deepestLevel = 10;
 constexpr unsigned mostSteps = 4'000'000;
 
-/// Brings the index up to date with pairs that were appended to the section.
-void CatchUp(vtr::NameIndex& keys, const CIniSection& section) {
+/// Brings the index up to date with pairs that were appended to the section. False when memory runs
+/// out.
+bool CatchUp(vtr::NameIndex& keys, const CIniSection& section) {
     while (keys.Count() < section.NumValues()) {
         const char* key = section.GetValue(keys.Count())->Key();
-        keys.Add(key != nullptr ? key : "");
+        if (!keys.Add(key != nullptr ? key : ""))
+            return false;
     }
+    return true;
 }
 
 } // namespace
@@ -42,13 +43,11 @@ bool CIniFileReader::ProcessInheritance() noexcept {
         hasParents = hasParents || section->NumParents() > 0;
     if (!hasParents)
         return true;
-    try {
-        for (const CIniSection* section : sections)
-            names.Add(section->Name());
-        sectionNames = &names;
-    } catch (const std::bad_alloc&) {
-        return false;
+    for (const CIniSection* section : sections) {
+        if (!names.Add(section->Name()))
+            return false;
     }
+    sectionNames = &names;
     stepsLeft = mostSteps;
     for (CIniSection* section : sections) {
         ProcessParentage(section, 1);
@@ -109,30 +108,28 @@ bool CIniFileReader::CopyMissing(CIniSection& child, const CIniSection& parent,
                                  vtr::NameIndex& keys) noexcept {
     if (!TakeSteps(parent.NumValues() + 1 + child.NumValues() - keys.Count()))
         return false;
-    try {
-        CatchUp(keys, child);
-        if (child.keepSorted && keys.HasRepeats())
-            return CopyMissingOneByOne(child, parent);
-        for (const CIniValue* from : parent.values) {
-            if (from->Key() == nullptr)
-                continue;
-            const unsigned place = keys.Find(from->Key());
-            CIniValue* own = child.GetValue(place);
-            if (own != nullptr && (own->Value() != nullptr || from->Value() == nullptr))
-                continue;
-            if (own != nullptr ? !child.SetValue(static_cast<int>(place), from->Value())
-                               : !child.AddValue(from->Key(), from->Value())) {
-                outOfMemory = true;
-                return false;
-            }
-            // Sorted once, behind the last parent.
-            child.keepSorted = child.keepSorted && own != nullptr;
-            ++revision;
-            CatchUp(keys, child);
-        }
-    } catch (const std::bad_alloc&) {
+    if (!CatchUp(keys, child)) {
         outOfMemory = true;
         return false;
+    }
+    if (child.keepSorted && keys.HasRepeats())
+        return CopyMissingOneByOne(child, parent);
+    for (const CIniValue* from : parent.values) {
+        if (from->Key() == nullptr)
+            continue;
+        const unsigned place = keys.Find(from->Key());
+        CIniValue* own = child.GetValue(place);
+        if (own != nullptr && (own->Value() != nullptr || from->Value() == nullptr))
+            continue;
+        const bool copied = own != nullptr ? child.SetValue(static_cast<int>(place), from->Value())
+                                           : child.AddValue(from->Key(), from->Value());
+        // Sorted once, after the last parent.
+        child.keepSorted = child.keepSorted && own != nullptr;
+        ++revision;
+        if (!copied || !CatchUp(keys, child)) {
+            outOfMemory = true;
+            return false;
+        }
     }
     return true;
 }

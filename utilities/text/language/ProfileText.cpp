@@ -23,13 +23,12 @@ unsigned ReadWide(const char* key, char* buffer, unsigned size, const wchar_t* f
     buffer[0] = '\0';
     if (text == nullptr || narrow == nullptr)
         return 0;
-    const DWORD units =
-        GetPrivateProfileStringW(L"Strings", name, name, text.get(), size, file);
+    const DWORD units = GetPrivateProfileStringW(L"Strings", name, name, text.get(), size, file);
     const int bytes = WideCharToMultiByte(
         CP_ACP, /*dwFlags=*/0, text.get(), static_cast<int>(units), narrow.get(),
         static_cast<int>(size) * 2, /*lpDefaultChar=*/nullptr, /*lpUsedDefaultChar=*/nullptr);
-    const unsigned length = static_cast<unsigned>(bytes) < size ? static_cast<unsigned>(bytes)
-                                                                : size - 1;
+    const unsigned length =
+        static_cast<unsigned>(bytes) < size ? static_cast<unsigned>(bytes) : size - 1;
     std::memcpy(buffer, narrow.get(), length);
     buffer[length] = '\0';
     return length;

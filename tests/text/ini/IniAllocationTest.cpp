@@ -36,10 +36,7 @@ TEST(IniAllocation, EveryFailureIsReportedAndLeavesAValidDocument) {
     ASSERT_TRUE(whole.Init(file.c_str(), true) && Edit(whole));
     whole.Sort();
 
-    std::size_t used = 0;
-    const unsigned failures = fault.ForEachAllocation([&](unsigned n) {
-        EXPECT_TRUE(HeapUse() == used || n < 5) << "all is freed, " << n - 1;
-        used = HeapUse();
+    const auto fail = [&](unsigned n) {
         CIniFileReader document;
         const bool loaded = document.Init(file.c_str(), true);
         const bool edited = Edit(document);
@@ -54,6 +51,14 @@ TEST(IniAllocation, EveryFailureIsReportedAndLeavesAValidDocument) {
         EXPECT_TRUE(!loaded || !edited || Content(document) == Content(whole)) << n;
         document.SetValue("Added", "again", "v");
         EXPECT_EQ(Get(document, "Added", "again"), "v");
+    };
+    // The first rounds, and what is run on a thread of its own, leave behind what the run-time
+    // keeps.
+    const DWORD thread = GetCurrentThreadId();
+    const unsigned failures = fault.ForEachAllocation([&](unsigned n) {
+        const std::size_t used = HeapUse();
+        fail(n);
+        EXPECT_TRUE(HeapUse() == used || n < 5 || GetCurrentThreadId() != thread) << n;
     });
     EXPECT_GT(failures, 200u);
 }

@@ -3,8 +3,9 @@
 
 #include "vtrfutls/Export.h"
 
-/// File existence and the parts of a path. Paths are narrow text in the code page for files; "\"
-/// and "/" separate folders, and the trail byte of a two-byte character is never taken for either.
+/// File existence and the parts of a path. A path is narrow text in the code page for files, or in
+/// the system's ANSI code page where it, or its folder, is found only so. "\" and "/" separate
+/// folders, and the trail byte of a two-byte character is never taken for either.
 /// Thread-safety: locked by itself.
 
 /// The code page of every narrow path that the two libraries open: 0, the start value, is the

@@ -339,6 +339,17 @@ TEST(CodePages, PathsInAFolderOfEachPage) {
     vtr::SetCurrentCodePage(0);
 }
 
+TEST(CodePages, BytesThatTheLanguageLacksAreInTheAnsiPage) {
+    const TestFolder folder;
+    vtr::SetCurrentCodePage(932);
+    vtr::WideText inAnsi;
+    if (inAnsi.Convert("M\xFCller", CP_ACP, /*strict=*/true)) {
+        EXPECT_NE(CreateMultiLevelDir(folder.File("M\xFCller\\").c_str()), 0);
+        EXPECT_TRUE(fs::is_directory(fs::path(folder.Path()) / inAnsi.Get()));
+    }
+    vtr::SetCurrentCodePage(0);
+}
+
 TEST(CodePages, SecondBytesAreNotLetters) {
     CLastDirList list;
     char added[] = "C:\\\x83\x41", otherCase[] = "c:\\\x83\x41", other[] = "C:\\\x83\x61";
@@ -346,6 +357,11 @@ TEST(CodePages, SecondBytesAreNotLetters) {
     list.Add(added, 1, 2, 0);
     EXPECT_NE(list.ContainsDir(otherCase), nullptr);
     EXPECT_EQ(list.ContainsDir(other), nullptr);
+    const TestFolder folder;
+    vtr::SetCurrentCodePage(1361);
+    char text[16];
+    MyLoadString("k\x88=", text, sizeof text, folder.Write("a.ini", "k\x88= = v").data(), false);
+    EXPECT_STREQ(text, "v");
     vtr::SetCurrentCodePage(0);
 }
 

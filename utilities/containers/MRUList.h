@@ -25,11 +25,11 @@ static_assert(sizeof(_MRUData) == 280 && offsetof(_MRUData, lastTime) == 264 &&
 /// their lengths and times. Loading ends at the first path that is missing or empty, and at one of
 /// more than 511 bytes; blank ones behind the list end it there.
 ///
-/// Paths are in the current language code page, of at most 259 bytes, and compare without regard to
-/// case in the current multibyte code page. Loading and saving look at every file of the list, and
-/// adding saves: a path on a server that does not answer holds the caller up each time, for as long
-/// as Windows tries. When memory runs out, an entry is left out.
-/// Thread-safety: one thread at a time.
+/// Paths are as FileFunctions.h says, of at most 259 bytes, and compare without regard to case in
+/// the current multibyte code page. They come back from the registry byte for byte. Loading and
+/// saving look at every file of the list, and adding saves: a path on a server that does not answer
+/// holds the caller up each time, for as long as Windows tries. When memory runs out, an entry is
+/// left out. Thread-safety: one thread at a time.
 class VTRUTILS_API CMRUList {
 public:
     /// Of a base name that is longer than a value name may be, 127 bytes with its suffix and "%u",

@@ -30,9 +30,9 @@ public:
 
     CXMLFile() noexcept;
 
-    /// Loads a file, whose path is in the current language code page; UTF-16 is reduced to the low
-    /// bytes of its units. False, with the present tree kept, for a null, empty or unknown path, a
-    /// file that is empty, unreadable or of 2 GB or more, and when memory runs out.
+    /// Loads a file; UTF-16 is reduced to the low bytes of its units. FileFunctions.h says in which
+    /// code page the path is. False, with the present tree kept, for a null, empty or unknown path,
+    /// a file that is empty, unreadable or of 2 GB or more, and when memory runs out.
     bool Open(const char* path) noexcept;
 
     /// Loads text up to its terminator. False, with the present tree kept, for null, "" and a text

@@ -5,21 +5,31 @@
 
 #include <windows.h>
 
-/// Files, folders, drives, the clipboard's files, the shell and strings in the registry. Paths are
-/// narrow text in the system's ANSI code page, or in the current language code page where a
-/// contract says so, of at most 259 bytes and a terminator; the second byte of a two-byte character
-/// is never taken for a backslash. Sizes of buffers are in characters, the terminator included, and
-/// what does not fit is cut off; a buffer without a size holds 260. Null is accepted where a
-/// contract says what it gives. A path on a server that does not answer holds the caller up for as
-/// long as Windows tries. Thread-safety: immutable and safe.
+/// Files, folders, drives, the clipboard's files, the shell and strings in the registry.
+///
+/// A narrow path, here and wherever the library takes one, is text in the code page of the language
+/// (`SetLanguage`; the system's ANSI code page before that), of at most 259 bytes and a terminator.
+/// It is text in the ANSI page if it names nothing in the language's page but something in the ANSI
+/// page, if only its folder is found so, or if its bytes are characters of the ANSI page alone:
+/// paths that a host had from the system stay good in every language. The second byte of a two-byte
+/// character is never taken for a separator.
+///
+/// A path that the library hands out can be handed back. What is found below a path of the host's
+/// stays in the page of that path. What the system gave is in the language's page, or in the ANSI
+/// page if the language's lacks one of its letters, or the short name if both do. What has no such
+/// text is passed over, or counts as missing.
+///
+/// Sizes of buffers are in characters, the terminator included, and what does not fit is cut off; a
+/// buffer without a size holds 260. Null is accepted where a contract says what it gives. A path on
+/// a server that does not answer holds the caller up for as long as Windows tries. Thread-safety:
+/// immutable and safe.
 
 // Folders.
 
 /// Makes every missing folder whose name ends with a backslash: "C:\a\b" makes "C:\a" only,
 /// "C:\a\b\" both. Of a network path the first folder made is the share. Not 0 when none is missing
 /// afterwards, and where a file has the folder's name; 0 for null, fewer than 3 characters, a local
-/// path without a colon, a path without such a folder, and a folder that cannot be made. The path
-/// is in the current language code page.
+/// path without a colon, a path without such a folder, and a folder that cannot be made.
 VTRUTILS_API int CreateMultiLevelDir(const char* path);
 
 /// Writes to `out` the full path of the first file that matches `pattern`: in `folder` itself, then
@@ -63,8 +73,8 @@ VTRUTILS_API void LogCurrentHardDriveSpace();
 // Special places.
 
 /// The folder of a module's file, with its trailing backslash and long names; null is the running
-/// program. False for a null buffer and a size below 1; false, with an empty buffer, for what is no
-/// module.
+/// program. False for a null buffer and a size below 1; false, with an empty buffer, for what is
+/// not a module.
 VTRUTILS_API bool GetExeDirectory(char* out, int size, HMODULE module);
 
 /// Writes the path with the long name of each component; a folder gets a trailing backslash. The
@@ -90,8 +100,7 @@ VTRUTILS_API bool GetMyPicturesPath(char* out, int size, bool create);
 /// cannot be made. False only for a null buffer or a size below 1.
 VTRUTILS_API bool GetMyDocumentsPath(char* out, int size, bool create);
 
-// Times of files. Narrow paths are in the current language code page. A file is opened for reading,
-// also while others read or write it.
+// Times of files. A file is opened for reading, also while others read or write it.
 
 /// -1, 0 or 1 when the first file was written before, with or after the second; -100 when one of
 /// them is missing or cannot be opened, and for null.
@@ -126,7 +135,9 @@ VTRUTILS_API bool LaunchBrowser(const char* url, HWND window, int showCommand);
 /// open.
 VTRUTILS_API HINSTANCE OpenContainingFolder(const char* path, HWND window);
 
-// Strings in the registry. False for a null or missing argument.
+// Strings in the registry. Text of the ANSI page or of the language's is read as it was written,
+// byte for byte. Other programs see it as the ANSI page has it; only bytes that are not characters
+// there are seen as the language's page has them. False for a null or missing argument.
 
 /// Reads a string value into `out`, all of which is zeroed first. It stays so when there is no such
 /// value, when it is none of a string, and when it does not fit: these are true, as long as the key

@@ -11,7 +11,7 @@
 /// file of the default language, `SetLanguage`, and then looks up texts on any thread.
 ///
 /// Paths have at most 259 bytes. A setter leaves the path as it was when it is given a longer one;
-/// null counts as "". A path that is read is in the current language code page.
+/// null counts as "". FileFunctions.h says in which code page a path is.
 /// Thread-safety: one thread at a time for all but `MyLoadString` and its `W`, `_ToInt` and
 /// `_ToDouble` forms, which are locked by themselves while no path or language is set.
 
@@ -62,8 +62,8 @@ VTRUTILS_API int MyLoadString_ToInt(const char* key, int defaultValue, char* fil
 VTRUTILS_API double MyLoadString_ToDouble(const char* key, double defaultValue, char* file,
                                           bool processEscapes);
 
-/// Reads the section "Strings" of the current string file as Windows reads profiles, without
-/// backup. Returns 1 when the buffer holds something, else 0.
+/// Reads the section "Strings" of the current string file as Windows reads profiles, in the ANSI
+/// page, without backup. Returns 1 when the buffer holds something, else 0.
 VTRUTILS_API int LoadLanguageString(const char* key, char* buffer, unsigned long size);
 
 /// The same with `\n` replaced by CR LF and `\t` by a tab. 0 for a null key or buffer or a size

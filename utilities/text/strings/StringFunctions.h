@@ -180,7 +180,9 @@ VTRUTILS_API void MakeValidFileName(char* text);
 /// none. A quoted parameter ends at the next quote; an unquoted one at the next space, but one that
 /// begins with a root path ("C:\") only at a space before which an existing file is named. When
 /// everything that is left for the requested parameter names an existing file, all of it is the
-/// parameter. The whole buffer is zeroed first. Nothing for a null buffer or a size below 1.
+/// parameter. It is text as FileFunctions.h says of paths that the library hands out; a letter that
+/// none of these pages has is replaced. The whole buffer is zeroed first. Nothing for a null buffer
+/// or a size below 1.
 VTRUTILS_API void GetCommandLineParameter(int index, char* buffer, int size);
 
 #endif

@@ -1,6 +1,7 @@
 #include "utilities/containers/MRUList.h"
 
 #include "common/Handles.h"
+#include "tests/support/AllocationFault.h"
 #include "tests/support/CapturedLog.h"
 #include "tests/support/HeapUse.h"
 #include "tests/support/Rounds.h"
@@ -164,6 +165,28 @@ TEST_F(MRUList, IsInTheRegistryWhatItsRulesSay) {
         ASSERT_EQ(list.GetFileWithPath(count), nullptr);
         ASSERT_EQ(keys[0].Texts(), model.values[0]);
     });
+}
+
+TEST_F(MRUList, FreesItsEntriesWhateverFails) {
+    const std::string files[] = {folder.Write("a", ""), folder.Write("b", ""), folder.Path()};
+    list.Init(keys[0].Root(), keys[0].SubKey());
+    list.AddFile(files[0].c_str(), 1);
+    std::size_t used = 0;
+    bool warm = false;
+    AllocationFault fault("vtrutils.dll");
+    const auto visit = [&](unsigned n) {
+        EXPECT_TRUE(HeapUse() == used || !warm) << "all is freed, " << n - 1;
+        used = HeapUse();
+        CMRUList own(baseName);
+        for (int i = 0; i < 6; ++i)
+            own.AddFile(files[i % 3].c_str(), 1);
+        own.RemoveFile(1, /*save=*/false);
+        own.ClearMRUList(/*save=*/false);
+        own.LoadFrom(keys[0].Root(), keys[0].SubKey());
+    };
+    fault.ForEachAllocation(visit);
+    warm = true;
+    fault.ForEachAllocation(visit);
 }
 
 TEST_F(MRUList, LivesInMemoryWithoutAKey) {

@@ -2,6 +2,7 @@
 
 #include "tests/support/GuardedBuffer.h"
 #include "tests/support/TestFolder.h"
+#include "utilities/text/strings/StringFunctions.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -17,6 +18,14 @@ std::string Parameter(const std::string& commandLine, int index, int size = 1024
 }
 
 } // namespace
+
+TEST(ParameterOfCommandLine, OfThisProcess) {
+    char program[MAX_PATH];
+    GetCommandLineParameter(0, program, sizeof program);
+    EXPECT_EQ(std::filesystem::path(program).filename(), "internal_test.exe");
+    GetCommandLineParameter(1000, program, sizeof program);
+    EXPECT_STREQ(program, "");
+}
 
 TEST(ParameterOfCommandLine, QuotesAndSpaces) {
     static constexpr struct {

@@ -229,7 +229,8 @@ private:
         model.names = own.lines[0];
         const bool batchWasOn = std::exchange(model.batch, true);
         opens.push_back(&own);
-        EXPECT_NE(Open(folder.Write("a.csv", text).c_str(), ',', header, '"'), own.ended);
+        const bool opened = Open(folder.Write("a.csv", text).c_str(), ',', header, '"');
+        EXPECT_NE(opened, own.ended);
         opens.pop_back();
         own.Skip(model);
         EXPECT_TRUE(own.ended || own.next == own.lines.size()) << "lines that were not read";

@@ -20,8 +20,7 @@ public:
 
     VTRUTILS_INLINE void Lock() noexcept { EnterCriticalSection(&section); }
 
-    /// Requires: the calling thread holds the lock. One unlock too many leaves the lock useless; a
-    /// debug build ends the process.
+    /// Requires: the calling thread holds the lock. One unlock too many leaves the lock useless.
     VTRUTILS_INLINE void Unlock() noexcept { LeaveCriticalSection(&section); }
 
     /// Not 0 when the calling thread holds the lock afterwards. Where Windows has no

@@ -27,7 +27,7 @@ public:
 
     void ReadLock() noexcept;
     /// Requires: a `ReadLock` of this thread's that was not yet unlocked. One unlock too many
-    /// leaves the lock useless; a debug build ends the process.
+    /// leaves the lock useless.
     void ReadUnlock() noexcept;
 
     void WriteLock() noexcept;

@@ -28,7 +28,7 @@ utilities/text/tables     $ground
 utilities/text/language   $ground utilities/containers utilities/text/tables
 utilities/xml             $ground utilities/text/html
 utilities/undo            $ground
-utilities                 $hosts utilities/text/language
+utilities                 $hosts utilities/base utilities/text/language
 gallery/text              $hosts
 gallery/widgets           $hosts gallery/text
 gallery/app               $hosts gallery/text gallery/widgets

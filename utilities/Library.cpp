@@ -1,4 +1,5 @@
 #include "common/RunTimeMemory.h"
+#include "utilities/base/ThreadMark.h"
 #include "utilities/text/language/LanguageState.h"
 
 /// What happens when a process loads and unloads the library, and nothing more: no other library
@@ -8,6 +9,7 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE /*module*/, DWORD reason, LPVOID proces
         vtr::CreateLanguageState();
     } else if (reason == DLL_PROCESS_DETACH && processEnds == nullptr) {
         vtr::FreeLanguageState();
+        vtr::FreeThreadMarks();
         vtr::FreeRunTimeMemory();
     }
     return TRUE;

@@ -1,6 +1,6 @@
 #include "utilities/system/locks/SlipLock.h"
 #include "tests/support/Dice.h"
-#include "tests/support/ThreadTeam.h"
+#include "tests/support/SteppedThread.h"
 
 #include <gtest/gtest.h>
 
@@ -62,6 +62,81 @@ TEST(SlipLock, WakesThoseWhoWaitAndIsHeldByOne) {
     });
     EXPECT_EQ(faults, 0);
     EXPECT_TRUE(lock.RequestLock());
+}
+
+TEST(SlipLock, WaitsAtItsEvent) {
+    const Watchdog watchdog("CSlipLock");
+    const ScheduleWalk walk;
+    CSlipLock lock;
+    // Where a host that shares the record sees it.
+    HANDLE event = *reinterpret_cast<HANDLE*>(&lock);
+    ASSERT_NE(event, nullptr);
+    SteppedThread waiter;
+    lock.Lock();
+    waiter.Begin(0, [&lock] {
+        lock.Lock();
+        lock.Unlock();
+    });
+    EXPECT_EQ(waiter.UntilSettled(event), SteppedThread::State::waits);
+    EXPECT_LE(waiter.Waits(), 2u) << "the event is signalled at first";
+    lock.Unlock();
+    SteppedThread::UntilEnded({&waiter});
+}
+
+/// Each place at which one thread that takes the lock can stop, while another comes or goes.
+TEST(SlipLock, IsHeldByOneWhereverTheyStop) {
+    const Watchdog watchdog("a schedule of two threads", 50);
+    const ScheduleWalk walk;
+    SteppedThread stopping, other;
+    for (const int otherComes : {0, 1, 2}) {
+        unsigned place = 1;
+        for (; place == 1 || stopping.CameToAStop(); ++place) {
+            CSlipLock lock;
+            std::atomic<int> inside{0}, faults{0};
+            const auto pass = [&] {
+                lock.Lock();
+                faults += ++inside != 1;
+                SteppedThread::Pause();
+                --inside;
+                lock.Unlock();
+            };
+            for (int turn = 0; turn < 4; ++turn) {
+                if (turn == otherComes)
+                    other.Begin(0, pass);
+                else if (turn == (otherComes == 0 ? 1 : 0))
+                    stopping.Begin(place, pass);
+                else
+                    stopping.GoOn();
+                stopping.UntilHalted();
+            }
+            SteppedThread::UntilEnded({&stopping, &other});
+            ASSERT_EQ(faults, 0) << otherComes << ", " << place;
+            EXPECT_TRUE(lock.RequestLock());
+            lock.Unlock();
+        }
+        EXPECT_GT(place, 8u);
+    }
+}
+
+/// The system gives a thread's number to another once the thread has ended.
+TEST(SlipLock, StaysHeldByAThreadThatHasEnded) {
+    CSlipLock lock;
+    const DWORD owner = OnOtherThread([&lock] {
+        lock.Lock();
+        return GetCurrentThreadId();
+    });
+    bool met = false;
+    for (int i = 0; i < 5000 && !met; ++i) {
+        std::thread([&] {
+            if (GetCurrentThreadId() != owner)
+                return;
+            met = true;
+            EXPECT_FALSE(lock.RequestLock());
+            lock.Unlock();
+            EXPECT_FALSE(lock.RequestLock());
+        }).join();
+    }
+    EXPECT_TRUE(met) << "no thread got the number";
 }
 
 } // namespace

@@ -1,8 +1,11 @@
 #include "utilities/system/objects/Observable.h"
 #include "tests/support/AllocationFault.h"
+#include "tests/support/GuardedBuffer.h"
 #include "tests/support/ThreadTeam.h"
 
 #include <gtest/gtest.h>
+#include <optional>
+#include <regex>
 #include <stdexcept>
 
 namespace {
@@ -59,6 +62,7 @@ TEST_F(Observables, GetTheCodesTheyRegistered) {
     for (Listener* each : {&a, &a, &stranger, static_cast<Listener*>(nullptr)})
         subject.RemoveObserver(each);
     EXPECT_EQ(Sent(0) + Sent(3) + Sent(5), "b0 c0 b3 c3 b5 c5 ");
+    EXPECT_EQ(Sent(2147483647), "b2147483647 c2147483647 ");
     subject.RemoveAllObservers();
     EXPECT_EQ(Sent(5), "");
     subject.AddObserver(&c);
@@ -66,8 +70,9 @@ TEST_F(Observables, GetTheCodesTheyRegistered) {
 }
 
 /// What three observers get while the second follows a script when it is told first, and what they
-/// get then. A script: -b removes, +b adds, *5 notifies, x lets all go, ! throws, ? lets memory run
-/// out for the next step.
+/// get then, for the first and for the last code. A script: -b removes, +b adds, *5 notifies, x
+/// lets all go, ! throws, ? lets memory run out for the next step, ~ destroys the subject, ^ has
+/// the third observer do so.
 TEST(Observable, StaysWholeWhateverIsDoneDuringADelivery) {
     struct Row {
         const char *name, *script, *first, *next;
@@ -79,16 +84,24 @@ TEST(Observable, StaysWholeWhateverIsDoneDuringADelivery) {
         {"lets all go and adds another", "x +d", "a3 b3 ", "d3 "},
         {"cannot remember whom it removes", "?-a ?-b", "a3 b3 c3 ", "c3 "},
         {"throws", "-b !", "a3 b3 ", "a3 c3 "},
+        {"destroys the subject", "-a ~", "a3 b3 ", ""},
+        {"notifies, and another destroys the subject", "-a ^ *5", "a3 b3 b5 c5 ", ""},
     };
     AllocationFault fault("vtrutils.dll");
     for (const Row& row : rows) {
         std::string journal;
         Listener all[] = {{journal, 'a'}, {journal, 'b'}, {journal, 'c'}, {journal, 'd'}};
-        Observable subject;
+        std::optional<GuardedBytes> memory(sizeof(Observable));
+        auto* subject = new (memory->Data()) Observable;
+        const auto destroy = [&](Observable& source) {
+            source.~Observable();
+            subject = nullptr;
+            memory.reset(); // to touch it ends the program
+        };
         for (int i = 0; i < 3; ++i)
-            subject.AddObserver(&all[i]);
+            subject->AddObserver(&all[i]);
         all[1].answer = [&](Observable& source) {
-            EXPECT_EQ(&source, &subject);
+            EXPECT_EQ(&source, subject);
             for (const char* step = row.script; *step != '\0'; ++step) {
                 if (*step == '-')
                     source.RemoveObserver(&all[step[1] - 'a']);
@@ -100,18 +113,28 @@ TEST(Observable, StaysWholeWhateverIsDoneDuringADelivery) {
                     source.RemoveAllObservers();
                 else if (*step == '!')
                     throw std::runtime_error("from the host");
+                else if (*step == '~')
+                    destroy(source);
+                else if (*step == '^')
+                    all[2].answer = destroy;
                 fault.FailAt(*step == '?');
             }
         };
         try {
-            subject.SendNotification(3, &journal);
+            subject->SendNotification(3, &journal);
         } catch (const std::runtime_error&) {
         }
         EXPECT_EQ(journal, row.first) << row.name;
         EXPECT_EQ(all[2].attached, 1) << row.name << ": a removal taken back";
-        journal.clear();
-        std::thread([&] { subject.SendNotification(3, &journal); }).join();
-        EXPECT_EQ(journal, row.next) << row.name;
+        for (const int code : {3, 2147483647}) {
+            journal.clear();
+            if (subject != nullptr)
+                std::thread([&] { subject->SendNotification(code, &journal); }).join();
+            EXPECT_EQ(std::regex_replace(journal, std::regex("[0-9]+"), "3"), row.next)
+                << row.name << ", " << code;
+        }
+        if (subject != nullptr)
+            destroy(*subject);
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "tests/support/HeapUse.h"
 #include "tests/support/TestFolder.h"
+#include "utilities/system/locks/SlipLock.h"
 
 #include <algorithm>
 #include <array>
@@ -17,6 +18,12 @@ std::size_t HighestFreshHandle() {
         handle = CreateEventA(nullptr, TRUE, FALSE, nullptr);
     std::for_each(handles.begin(), handles.end(), CloseHandle);
     return reinterpret_cast<std::size_t>(*std::max_element(handles.begin(), handles.end()));
+}
+
+DWORD NextThreadSlot() {
+    const DWORD index = TlsAlloc();
+    TlsFree(index);
+    return index;
 }
 
 } // namespace
@@ -43,8 +50,15 @@ TEST(LanguageStrings, UnloadingFreesWhatLookUpsKept) {
         setFile(file.data());
         EXPECT_EQ(load("One", text, sizeof text, nullptr, true), 10);
         EXPECT_EQ(load("Two", text, sizeof text, nullptr, true), 11);
+        // A lock's first owner has the library mark its threads.
+        alignas(CSlipLock) char lock[sizeof(CSlipLock)];
+        for (const char* name : {"_ZN9CSlipLockC1Ev", "_ZN9CSlipLock4LockEv",
+                                 "_ZN9CSlipLock6UnlockEv", "_ZN9CSlipLockD1Ev"})
+            reinterpret_cast<void (*)(void*)>(
+                reinterpret_cast<void*>(GetProcAddress(module, name)))(lock);
         FreeLibrary(module);
     };
+    const DWORD slot = NextThreadSlot();
     for (int i = 0; i < 10; ++i)
         visit();
     const std::size_t handle = HighestFreshHandle();
@@ -57,5 +71,6 @@ TEST(LanguageStrings, UnloadingFreesWhatLookUpsKept) {
     }
     const std::size_t usedAfter = HeapUse();
     EXPECT_LT(HighestFreshHandle(), handle + 400) << "less than a handle in ten visits";
+    EXPECT_EQ(NextThreadSlot(), slot);
     EXPECT_LT(usedAfter, used + 1000) << "less than a byte each time";
 }

@@ -5,7 +5,8 @@
 
 #include <windows.h>
 
-/// A critical section: one thread at a time, which may lock again as often as it unlocks again.
+/// A critical section: one thread at a time, which may lock again as often as it unlocks again. A
+/// thread that ends as the owner leaves the lock held: all others wait for ever.
 /// Thread-safety: locked by itself.
 class VTRUTILS_API CLock {
 public:
@@ -19,7 +20,7 @@ public:
 
     VTRUTILS_INLINE void Lock() noexcept { EnterCriticalSection(&section); }
 
-    /// Requires: the calling thread holds the lock.
+    /// Requires: the calling thread holds the lock. One unlock too many leaves the lock useless.
     VTRUTILS_INLINE void Unlock() noexcept { LeaveCriticalSection(&section); }
 
     /// Not 0 when the calling thread holds the lock afterwards. Where Windows has no

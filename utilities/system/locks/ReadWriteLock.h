@@ -8,9 +8,12 @@
 #include <windows.h>
 
 /// Many readers or one writer. A writer that waits keeps new readers out until it has finished. A
-/// thread may write as often as it unlocks again, and read while it writes. A thread that reads
-/// must not ask to write and, where another may be waiting to write, not to read again: it would
-/// wait for itself.
+/// thread may write as often as it unlocks again, and read while it writes.
+///
+/// These hang for ever, and nothing tells of it: a thread that reads and asks to write; one that
+/// reads and asks to read again while another waits to write; whoever needs the lock after a thread
+/// has ended that was reading (writers hang, and readers after the first of them) or writing (all
+/// hang).
 /// Thread-safety: locked by itself.
 class VTRUTILS_API CReadWriteLock {
 public:
@@ -19,15 +22,16 @@ public:
     /// Copies the state: who holds the lock and how many read. What Windows made for each lock
     /// stays its own. Requires: no other thread is at either lock.
     CReadWriteLock& operator=(const CReadWriteLock& other) noexcept;
-    /// Requires: nobody holds the lock or waits for it.
+    /// Requires: nobody holds the lock, waits for it or is about to return from one of its calls.
     ~CReadWriteLock();
 
     void ReadLock() noexcept;
-    /// Requires: a `ReadLock` of this thread's that was not yet unlocked.
+    /// Requires: a `ReadLock` of this thread's that was not yet unlocked. One unlock too many
+    /// leaves the lock useless.
     void ReadUnlock() noexcept;
 
     void WriteLock() noexcept;
-    /// Requires: a `WriteLock` of this thread's that was not yet unlocked.
+    /// Requires: a `WriteLock` of this thread's that was not yet unlocked; otherwise as above.
     void WriteUnlock() noexcept;
 
 private:

@@ -1,5 +1,7 @@
 #include "utilities/system/locks/SlipLock.h"
 
+#include "utilities/base/ThreadMark.h"
+
 #include <cstddef>
 #include <windows.h>
 
@@ -20,16 +22,16 @@ HANDLE CreateSignalled() {
                         /*bInitialState=*/TRUE, /*lpName=*/nullptr);
 }
 
-bool Take(std::atomic<unsigned long>& owner, unsigned long self) {
-    unsigned long nobody = 0;
-    return owner.compare_exchange_strong(nobody, self);
+bool Take(std::atomic<vtr::ThreadMark>& holder, vtr::ThreadMark self) {
+    vtr::ThreadMark nobody = 0;
+    return holder.compare_exchange_strong(nobody, self);
 }
 
 } // namespace
 
 CSlipLock::CSlipLock() noexcept
     : lockEvent(CreateSignalled()), guardEvent(CreateSignalled()), owner(0), recursion(0),
-      waiting(0) {}
+      waiting(0), holder(0) {}
 
 CSlipLock::~CSlipLock() = default;
 
@@ -38,14 +40,15 @@ void CSlipLock::Lock() noexcept {
 }
 
 bool CSlipLock::LockWithTimeout(unsigned long milliseconds) noexcept {
-    const unsigned long self = GetCurrentThreadId();
-    // Only this thread can have written its own number.
-    if (owner.load(std::memory_order_relaxed) == self) {
+    const vtr::ThreadMark self = vtr::OwnThreadMark();
+    // Only this thread can have written its own mark.
+    if (vtr::IsMarkOf(holder.load(std::memory_order_relaxed), self)) {
         ++recursion;
         return true;
     }
-    if (!Take(owner, self) && (milliseconds == 0 || !Wait(self, milliseconds)))
+    if (!Take(holder, self) && (milliseconds == 0 || !Wait(self, milliseconds)))
         return false;
+    owner = static_cast<unsigned long>(self);
     recursion = 1;
     return true;
 }
@@ -53,17 +56,17 @@ bool CSlipLock::LockWithTimeout(unsigned long milliseconds) noexcept {
 /// A thread counts as waiting before it tries to take the lock, and `Unlock` frees the lock before
 /// it looks for waiting threads: one of the two sees the other. Who gives up does so after a failed
 /// try, that is, while another holds the lock, whose `Unlock` wakes the next.
-bool CSlipLock::Wait(unsigned long self, unsigned long milliseconds) noexcept {
+bool CSlipLock::Wait(unsigned long long self, unsigned long milliseconds) noexcept {
     const ULONGLONG start = GetTickCount64();
     ++waiting;
-    bool taken = Take(owner, self);
+    bool taken = Take(holder, self);
     for (ULONGLONG gone = 0; !taken && (milliseconds == INFINITE || gone < milliseconds);) {
         const DWORD left =
             milliseconds == INFINITE ? INFINITE : static_cast<DWORD>(milliseconds - gone);
         // Without an event, for which there was no memory, the waiting is done by looking.
         if (WaitForSingleObject(lockEvent.Get(), left) == WAIT_FAILED)
             Sleep(1);
-        taken = Take(owner, self);
+        taken = Take(holder, self);
         gone = GetTickCount64() - start;
     }
     --waiting;
@@ -71,11 +74,11 @@ bool CSlipLock::Wait(unsigned long self, unsigned long milliseconds) noexcept {
 }
 
 void CSlipLock::Unlock() noexcept {
-    if (owner.load(std::memory_order_relaxed) != GetCurrentThreadId())
-        return;
-    if (--recursion > 0)
+    if (!vtr::IsMarkOf(holder.load(std::memory_order_relaxed), vtr::OwnThreadMark()) ||
+        --recursion > 0)
         return;
     owner = 0;
+    holder = 0;
     if (waiting > 0)
         SetEvent(lockEvent.Get());
 }

@@ -9,6 +9,9 @@
 /// A lock with a time-out: one thread at a time, which may lock again as often as it unlocks again.
 /// Taking a free lock and taking it again cost no call into the system; threads that must wait do
 /// so at an event.
+///
+/// A thread that ends as the owner leaves the lock held for good: nobody gets it any more, not even
+/// a thread to which the system gives the same number.
 /// Thread-safety: locked by itself.
 class VTRUTILS_API CSlipLock {
 public:
@@ -26,19 +29,20 @@ public:
     /// Does not wait.
     VTRUTILS_INLINE bool RequestLock() noexcept { return LockWithTimeout(0); }
 
-    /// Nothing when the calling thread does not hold the lock.
+    /// Does nothing if the calling thread does not hold the lock.
     void Unlock() noexcept;
 
 private:
     friend struct vtr::Layout<CSlipLock>;
 
-    bool Wait(unsigned long self, unsigned long milliseconds) noexcept;
+    bool Wait(unsigned long long self, unsigned long milliseconds) noexcept;
 
     vtr::KernelHandle lockEvent;  ///< signalled for a thread that waits, by one that unlocks
     vtr::KernelHandle guardEvent; ///< part of the record; the owner is atomic and needs no guard
-    std::atomic<unsigned long> owner; ///< thread, 0: free
-    int recursion;                    ///< changed by the owner only
-    std::atomic<int> waiting;         ///< threads at the lock event or on their way to it
+    unsigned long owner;          ///< thread number, 0: free; written by the owner only
+    int recursion;                ///< changed by the owner only
+    std::atomic<int> waiting;     ///< threads at the lock event or on their way to it
+    std::atomic<unsigned long long> holder; ///< the owner's mark, 0: free; numbers are used again
 };
 
 #endif

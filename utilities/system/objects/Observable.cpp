@@ -10,7 +10,7 @@
 
 template <>
 struct vtr::Layout<Observable> {
-    static_assert(sizeof(Observable) == 184);
+    static_assert(sizeof(Observable) == 192);
     static_assert(offsetof(Observable, alive) == 8);
     static_assert(offsetof(Observable, codes) == 16);
     static_assert(offsetof(Observable, removedDuringDelivery) == 48);
@@ -26,27 +26,51 @@ CMyArrayList* ListAt(CMyArrayList& codes, int index) {
 
 } // namespace
 
-/// Marks the deliveries under way; the outermost one does the removals that waited for it, also
-/// when an observer throws.
+/// A delivery under way, which holds the lock. The outermost one does the removals that waited for
+/// it, also when an observer throws. Its list and even its subject may go away meanwhile.
 class Observable::Delivery {
 public:
-    explicit Delivery(Observable& observable) : subject(observable) {
-        if (subject.deliveryDepth == 0)
-            subject.FreeRemovedObservers();
-        ++subject.deliveryDepth;
+    explicit Delivery(Observable& observable) : subject(&observable) {
+        EnterCriticalSection(&subject->section);
+        outer = subject->innermost;
+        subject->innermost = this;
+        if (subject->deliveryDepth == 0)
+            subject->FreeRemovedObservers();
+        ++subject->deliveryDepth;
     }
     Delivery(const Delivery&) = delete;
     Delivery& operator=(const Delivery&) = delete;
     ~Delivery() {
-        if (--subject.deliveryDepth == 0)
-            subject.FreeRemovedObservers();
+        if (subject == nullptr)
+            return;
+        subject->innermost = outer;
+        if (--subject->deliveryDepth == 0)
+            subject->FreeRemovedObservers();
+        LeaveCriticalSection(&subject->section);
+    }
+
+    bool Ended() const { return ended; }
+
+    static void EndAll(Observable& observable) {
+        for (Delivery* each = observable.innermost; each != nullptr; each = each->outer)
+            each->ended = true;
+    }
+
+    /// They leave the lock and touch the subject no more.
+    static void ForgetSubject(Observable& observable) {
+        for (Delivery* each = observable.innermost; each != nullptr; each = each->outer) {
+            each->subject = nullptr;
+            LeaveCriticalSection(&observable.section);
+        }
     }
 
 private:
-    Observable& subject;
+    Observable* subject;
+    Delivery* outer = nullptr;
+    bool ended = false;
 };
 
-Observable::Observable() noexcept : alive(1), deliveryDepth(0), clearings(0) {
+Observable::Observable() noexcept : alive(1), deliveryDepth(0), innermost(nullptr) {
     InitializeCriticalSection(&section);
 }
 
@@ -55,6 +79,7 @@ Observable::~Observable() {
         const CSmartLock lock(&section);
         RemoveAllObservers();
         alive = 0;
+        Delivery::ForgetSubject(*this);
     }
     DeleteCriticalSection(&section);
 }
@@ -150,16 +175,14 @@ void Observable::RemoveAllObservers() {
     for (int i = 0; i < count; ++i)
         delete ListAt(codes, i);
     codes.RemoveAll();
-    ++clearings;
+    Delivery::EndAll(*this);
 }
 
 void Observable::SendNotification(int code, void* data) {
-    const CSmartLock lock(&section);
-    const Delivery delivery(*this);
+    Delivery delivery(*this);
     CMyArrayList* list = ListOf(code);
-    const unsigned int clearingsBefore = clearings;
     const int count = list != nullptr ? list->NumNodes() : 0;
-    for (int i = 0; i < count && clearings == clearingsBefore; ++i) {
+    for (int i = 0; i < count && !delivery.Ended(); ++i) {
         auto* observer = static_cast<Observer*>(list->FastIndex(i));
         if (observer != nullptr && removedDuringDelivery.Member(observer) == 0)
             observer->OnNotify(code, data, this);

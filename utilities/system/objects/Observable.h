@@ -29,7 +29,8 @@ protected:
 /// Delivers notifications, each a code and a pointer, to the observers registered for the code.
 ///
 /// From within `OnNotify` an observer may add and remove observers, itself included, and notify,
-/// which is delivered at once. It must not destroy the subject.
+/// which is delivered at once. It may also destroy the subject, which ends all its deliveries; in
+/// `Attach` it must not.
 /// Thread-safety: locked by itself. Observers are called with the lock held, on the thread that
 /// notifies.
 class VTRUTILS_API Observable {
@@ -37,7 +38,7 @@ public:
     Observable() noexcept;
     Observable(const Observable&) = delete;
     Observable& operator=(const Observable&) = delete;
-    /// Requires: no delivery is under way.
+    /// Requires: no other thread is at the subject.
     virtual ~Observable();
 
     /// Calls the observer's `Attach`; for one whose removal waits for the end of a delivery, takes
@@ -75,8 +76,7 @@ private:
     CRITICAL_SECTION section;
     int deliveryDepth;
 
-    /// How often all lists were deleted: a delivery that finds it changed has lost its list.
-    unsigned int clearings;
+    Delivery* innermost; ///< of those under way; null: none
 };
 
 #endif

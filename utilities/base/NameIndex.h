@@ -4,84 +4,80 @@
 #include "utilities/base/OwnedText.h"
 #include "utilities/base/SameText.h"
 
+#include <cstdlib>
 #include <utility>
 
 namespace vtr {
 
-/// Finds the first position of each name in a list, without regard to case. Names are not copied
-/// and must stay where they are. Private to the library. One thread at a time.
+/// Gives each of many names a number, the same one to names that are the same without regard to
+/// case. Names are not copied and must stay where they are. Private to the library. One thread at a
+/// time.
 class NameIndex {
 public:
     static constexpr unsigned none = ~0u;
 
-    /// How many names were added, repeated ones included.
-    unsigned Count() const { return count; }
+    /// How many different names have a number.
+    unsigned Count() const { return used; }
 
-    /// True when some name was added more than once.
-    bool HasRepeats() const { return used < count; }
-
-    /// Gives the name the next position; of equal names the first position is kept. False, with
-    /// nothing changed, when memory runs out.
-    bool Add(const char* name) {
-        if ((used + 1) * 2 > slotCount && !Grow())
-            return false;
-        Slot& slot = SlotOf(name, HashText(name));
+    /// The number of the name, which gets `ifNew` when it has none. `none` when memory runs out.
+    unsigned Number(const char* name, unsigned ifNew) {
+        if (used * 2 >= size && !Grow())
+            return none;
+        const std::size_t hash = HashText(name);
+        Slot& slot = SlotOf(name, hash);
         if (slot.name == nullptr) {
-            slot = {name, HashText(name), count};
+            slot = {name, hash, ifNew};
             ++used;
         }
-        ++count;
-        return true;
+        return slot.number;
     }
 
+    /// `none` for a name that has no number.
     unsigned Find(const char* name) const {
-        if (slotCount == 0)
+        if (used == 0)
             return none;
-        const Slot& slot = const_cast<NameIndex*>(this)->SlotOf(name, HashText(name));
-        return slot.name != nullptr ? slot.position : none;
+        const Slot& slot = SlotOf(name, HashText(name));
+        return slot.name != nullptr ? slot.number : none;
     }
 
 private:
     struct Slot {
         const char* name; ///< null: free
         std::size_t hash;
-        unsigned position;
+        unsigned number;
     };
 
     using OwnedSlots = std::unique_ptr<Slot[], Free>;
 
-    Slot& SlotOf(const char* name, std::size_t hash) {
-        const std::size_t mask = slotCount - 1;
-        std::size_t i = hash & mask;
+    Slot& SlotOf(const char* name, std::size_t hash) const {
+        std::size_t i = hash & (size - 1);
         while (slots[i].name != nullptr &&
                (slots[i].hash != hash || !SameText(slots[i].name, name)))
-            i = (i + 1) & mask;
+            i = (i + 1) & (size - 1);
         return slots[i];
     }
 
     bool Grow() {
-        const std::size_t larger = slotCount > 0 ? slotCount * 2 : 16;
-        OwnedSlots grown(static_cast<Slot*>(std::calloc(larger, sizeof(Slot))));
+        const std::size_t newSize = size == 0 ? 16 : size * 2;
+        OwnedSlots grown(static_cast<Slot*>(std::calloc(newSize, sizeof(Slot))));
         if (grown == nullptr)
             return false;
-        for (std::size_t old = 0; old < slotCount; ++old) {
-            const Slot& slot = slots[old];
-            if (slot.name == nullptr)
+        for (std::size_t i = 0; i < size; ++i) {
+            if (slots[i].name == nullptr)
                 continue;
-            std::size_t i = slot.hash & (larger - 1);
-            while (grown[i].name != nullptr)
-                i = (i + 1) & (larger - 1);
-            grown[i] = slot;
+            std::size_t place = slots[i].hash & (newSize - 1);
+            while (grown[place].name != nullptr)
+                place = (place + 1) & (newSize - 1);
+            grown[place] = slots[i];
         }
         slots = std::move(grown);
-        slotCount = larger;
+        size = newSize;
         return true;
     }
 
     OwnedSlots slots;
-    std::size_t slotCount = 0; ///< a power of two, or 0
+    std::size_t size = 0; ///< a power of two
     unsigned used = 0;
-    unsigned count = 0;
 };
 
 } // namespace vtr

@@ -7,17 +7,17 @@
 
 namespace vtr {
 
-/// A growing row of plain values, for work in progress; short ones need no allocation. Private to
-/// the library. One thread at a time.
-template <class T>
-class ValueRun {
+/// A growing row of plain values, for work in progress; up to `localCapacity` of them need no
+/// allocation. Private to the library. One thread at a time.
+template <class T, int localCapacity>
+class ValueRow {
     static_assert(std::is_trivially_copyable_v<T>);
 
 public:
-    ValueRun() = default;
-    ValueRun(const ValueRun&) = delete;
-    ValueRun& operator=(const ValueRun&) = delete;
-    ~ValueRun() {
+    ValueRow() = default;
+    ValueRow(const ValueRow&) = delete;
+    ValueRow& operator=(const ValueRow&) = delete;
+    ~ValueRow() {
         if (values != local)
             std::free(values);
     }
@@ -45,8 +45,6 @@ public:
     void Truncate(int newCount) { count = newCount; }
 
 private:
-    static constexpr int localCapacity = 32;
-
     bool Grow() {
         if (capacity > 0x7FFFFFFF / 2)
             return false;
@@ -61,11 +59,15 @@ private:
         return true;
     }
 
-    T local[localCapacity];
+    T local[std::size_t{localCapacity}];
     T* values = local;
     int count = 0;
     int capacity = localCapacity;
 };
+
+/// A row of which there are few.
+template <class T>
+class ValueRun : public ValueRow<T, 32> {};
 
 } // namespace vtr
 

@@ -1,3 +1,4 @@
+#include "tests/support/CapturedLog.h"
 #include "tests/support/TestFolder.h"
 #include "tests/text/ini/IniDocuments.h"
 
@@ -56,6 +57,15 @@ TEST(IniInheritance, CostsNoMoreThanItMustOnHostileGraphs) {
     EXPECT_EQ(document.GetNumValues(0), 20'001);
     ASSERT_TRUE(Init(document, children + "[base]\nb=1\n")) << "many children of one parent";
     EXPECT_EQ(document.GetNumValues(19'999), 2);
-    EXPECT_FALSE(Init(document, children + base)) << "a result too large to build";
-    EXPECT_FALSE(document.Initialized());
+    child = "[child]";
+    for (int n = 0; n < 20'000; ++n)
+        child += " : [base]";
+    const std::string keys = base.substr(base.find('\n'));
+    ASSERT_TRUE(Init(document, child + keys + base)) << "60,000,000 pairs to look at, none to copy";
+    EXPECT_EQ(document.GetNumValues(0), 3'001);
+    const CapturedLog log;
+    EXPECT_FALSE(Init(document, children + base)) << "60,000,000 pairs to copy";
+    EXPECT_TRUE(!document.Initialized() && document.NumSections() == 0);
+    EXPECT_EQ(log.Lines(), std::vector<std::string>{"CIniFileReader::ProcessInheritance: "
+                                                    "departing, more than 16000000 pairs to copy"});
 }

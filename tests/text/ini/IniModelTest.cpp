@@ -92,10 +92,11 @@ std::string Name(std::mt19937& random, const char* letters, unsigned number) {
     return std::string(1, letters[random() % 2]) + std::to_string(number);
 }
 
-/// Mostly each section's parent is the one made next, so that there are circles and chains of more
-/// than ten levels.
+/// In most, each section's parent is mostly the one made next, so that there are circles and chains
+/// of more than ten levels.
 Model RandomModel(std::mt19937& random, bool namesDiffer) {
     const unsigned count = 2 + random() % 14;
+    const unsigned near = 1 + random() % 4;
     Model model;
     for (unsigned s = 0; s < count; ++s) {
         const bool repeated = !namesDiffer && random() % 8 == 0;
@@ -104,8 +105,15 @@ Model RandomModel(std::mt19937& random, bool namesDiffer) {
             section.pairs.push_back({Name(random, "kK", namesDiffer ? k * 5 % 8 : random() % 8),
                                      random() % 4 == 0 ? "" : std::to_string(s)});
         for (unsigned p = random() % 8 == 0 ? 0 : 1 + random() % 2; p > 0; --p)
-            section.parents.push_back(
-                Name(random, "sS", random() % 3 == 0 ? random() % (count + 1) : (s + 1) % count));
+            section.parents.push_back(Name(
+                random, "sS", random() % near == 0 ? random() % (count + 1) : (s + 1) % count));
+        model.push_back(section);
+    }
+    // A parent of so many keys that most sections are small beside it.
+    if (random() % 4 == 0) {
+        Section section{Name(random, "sS", count), {}, {}};
+        for (unsigned k = 0; k < 300; ++k)
+            section.pairs.push_back({"l" + std::to_string(k), random() % 4 == 0 ? "" : "1"});
         model.push_back(section);
     }
     if (random() % 2 == 0)

@@ -6,10 +6,12 @@
 #include "utilities/base/ReplacingFile.h"
 #include "utilities/base/SameText.h"
 #include "utilities/base/TextFile.h"
+#include "utilities/text/ini/IniInheritance.h"
 #include "utilities/text/ini/IniParser.h"
 #include "utilities/text/strings/StringFunctions.h"
 #include "vtrfutls/Log.h"
 
+#include <algorithm>
 #include <climits>
 #include <cstring>
 #include <memory>
@@ -19,7 +21,7 @@ using vtr::IsEmptyText;
 
 CIniFileReader::CIniFileReader() noexcept
     : fileName(nullptr), lastSectionIndex(-1), keepSorted(false), initialized(false),
-      outOfMemory(false), sectionNames(nullptr), revision(0), stepsLeft(0) {}
+      outOfMemory(false) {}
 
 CIniFileReader::~CIniFileReader() {
     Reset();
@@ -46,6 +48,25 @@ bool CIniFileReader::InitFromBuffer(const unsigned char* data, unsigned int leng
     if (sort)
         Sort();
     return true;
+}
+
+bool CIniFileReader::ProcessInheritance() noexcept {
+    using vtr::IniInheritance;
+    IniInheritance inheritance(*this);
+    if (inheritance.ResolveAll())
+        return true;
+    Reset();
+    if (inheritance.WhatFailed() == IniInheritance::Trouble::memory)
+        Log("CIniFileReader::ProcessInheritance: departing, no memory");
+    else
+        LogFmtA("CIniFileReader::ProcessInheritance: departing, more than %u pairs to copy",
+                IniInheritance::mostCopies);
+    return false;
+}
+
+bool CIniFileReader::ProcessParentage(CIniSection* section, int depth) noexcept {
+    constexpr int deepest = vtr::IniInheritance::mostLevels;
+    return vtr::IniInheritance(*this).Resolve(section, deepest + 1 - std::max(depth, 1));
 }
 
 bool CIniFileReader::SetFileName(const char* path) noexcept {

@@ -7,7 +7,7 @@
 #include "utilities/text/ini/IniValue.h"
 
 namespace vtr {
-class NameIndex;
+class IniInheritance;
 }
 
 /// An INI document in memory: read from a file or a buffer, looked up, changed, sorted and saved.
@@ -28,7 +28,8 @@ public:
     /// Loads a file, sorts it if asked, and gives each section what it inherits from the parents
     /// that its header names ("[Child] : [Base] : [Other]"; earlier parents win, own values
     /// always). False for a null or empty path, a missing, unreadable or empty file, a refused
-    /// document, and one whose inheritance would have to look at more than four million pairs.
+    /// document, and one whose sections inherit more than 16 million pairs, or more than there is
+    /// memory for: that is logged, and the document is empty.
     bool Init(const char* path, bool sort) noexcept;
 
     /// Parses `length` bytes. Parents stay in the sections, unresolved, and `Initialized()` false.
@@ -107,8 +108,7 @@ protected:
     /// Reads the parents in the rest of a header line, from `position` to the line's end.
     void ScanForParents(const char* text, int position, int length, CIniSection* section) noexcept;
 
-    /// False, with the parents that are left, when the limit on pairs is reached or memory runs
-    /// out.
+    /// False, as `Init` says, when there is too much to inherit.
     bool ProcessInheritance() noexcept;
 
     /// False when something may have been left out: parents more than ten levels up.
@@ -126,22 +126,14 @@ protected:
     bool initialized;
 
 private:
+    friend class vtr::IniInheritance;
     friend class vtr::IniParser;
 
     CIniSection* FindSectionNear(const char* sectionName) const noexcept;
     int FindFirst(const char* sectionName) const noexcept;
     CIniSection* AddSection(const char* sectionName) noexcept;
-    CIniSection* FindParent(const char* parentName) const noexcept;
-    bool CopyMissing(CIniSection& child, const CIniSection& parent, vtr::NameIndex& keys) noexcept;
-    bool CopyMissingOneByOne(CIniSection& child, const CIniSection& parent) noexcept;
-    bool TakeSteps(unsigned steps) noexcept;
 
     bool outOfMemory; ///< something of the document under construction is missing
-
-    // Used while parents are resolved; see IniInheritance.cpp.
-    vtr::NameIndex* sectionNames;
-    unsigned revision;
-    unsigned stepsLeft;
 };
 
 #endif

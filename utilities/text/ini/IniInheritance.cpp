@@ -1,157 +1,297 @@
-#include "utilities/base/NameIndex.h"
-#include "utilities/text/ini/IniFileReader.h"
+#include "utilities/text/ini/IniInheritance.h"
 
-// How sections get the pairs of their parents.
-//
-// A section is resolved by resolving each parent that still has parents of its own, to at most ten
-// levels, and then copying every pair of that parent whose key the section lacks. Taken literally
-// that visits a section once for every path that leads to it, and paths multiply: a few dozen
-// sections that name each other would keep a computer busy for years. Two facts cut that down
-// without changing what comes out, unless a sorted section repeats a key, where any of them may be
-// the one that is found:
-//
-// - A section whose ancestors all lie within the ten levels is complete after its first visit
-//   (`inheritanceDone`).
-// - A visit that changed nothing changes nothing when it is repeated, as deep or deeper, until some
-//   pair is added somewhere (`quietDepth`, `quietRevision`).
-//
-// What remains is bounded by `mostSteps`, because a small document can ask for a vast result: a
-// thousand sections, each heir to all others.
+#include <algorithm>
+#include <cstring>
+#include <new>
 
-namespace {
+namespace vtr {
 
-constexpr int deepestLevel = 10;
-constexpr unsigned mostSteps = 4'000'000;
+bool IniInheritance::Prepare() {
+    const unsigned count = document.sections.Count();
+    nodes.reset(new (std::nothrow) Node[count]);
+    NeedMemory(nodes != nullptr);
+    for (unsigned i = 0; i < count && Good(); ++i) {
+        nodes[i].section = document.sections[i];
+        NeedMemory(sectionNumbers.Number(nodes[i].section->Name(), i) != none);
+    }
+    for (unsigned i = 0; i < count && Good(); ++i)
+        NeedMemory(AddMentions(nodes[i]));
+    NeedMemory(!Good() || ListHeirs());
+    // All keys have a number before the first set is made: its limit depends on how many there are.
+    for (const auto& step : {&IniInheritance::NumberKeys, &IniInheritance::FillSets}) {
+        for (unsigned i = 0; i < count && Good(); ++i) {
+            Node& node = nodes[i];
+            if (node.lastMention >= 0 || node.firstMention != node.endOfMentions)
+                NeedMemory((this->*step)(node));
+        }
+    }
+    return Good();
+}
 
-/// Brings the index up to date with pairs that were appended to the section. False when memory runs
-/// out.
-bool CatchUp(vtr::NameIndex& keys, const CIniSection& section) {
-    while (keys.Count() < section.NumValues()) {
-        const char* key = section.GetValue(keys.Count())->Key();
-        if (!keys.Add(key != nullptr ? key : ""))
+bool IniInheritance::AddMentions(Node& node) {
+    node.firstMention = mentions.Count();
+    bool good = true;
+    for (int i = 0; i < node.section->NumParents() && good; ++i) {
+        const unsigned parent = FindParent(node.section->GetParent(i));
+        good = parent == none || &nodes[parent] == &node || AddMention(node, parent);
+    }
+    node.endOfMentions = mentions.Count();
+    return good;
+}
+
+/// A header may name a parent often: what is seen at one place is seen at all.
+bool IniInheritance::AddMention(const Node& child, unsigned parent) {
+    Node& node = nodes[parent];
+    const int index = mentions.Count();
+    const bool isFirst = node.lastMention < child.firstMention;
+    const int first = isFirst ? index : mentions[node.lastMention].first;
+    node.lastMention = index;
+    node.endOfHeirs += isFirst ? 1 : 0;
+    return mentions.Append({parent, first, 0, 0}) && quiet.Append(0);
+}
+
+bool IniInheritance::ListHeirs() {
+    const unsigned count = document.sections.Count();
+    int total = 0;
+    for (unsigned i = 0; i < count; ++i) {
+        nodes[i].firstHeir = total;
+        total += nodes[i].endOfHeirs;
+        nodes[i].endOfHeirs = nodes[i].firstHeir;
+    }
+    while (heirs.Count() < total) {
+        if (!heirs.Append({}))
+            return false;
+    }
+    for (unsigned i = 0; i < count; ++i) {
+        for (int m = nodes[i].firstMention; m < nodes[i].endOfMentions; ++m) {
+            if (mentions[m].first == m)
+                heirs[nodes[mentions[m].parent].endOfHeirs++] = {i, m};
+        }
+    }
+    return true;
+}
+
+/// The first of that name; in a sorted document, any.
+unsigned IniInheritance::FindParent(const char* name) const {
+    if (!document.keepSorted)
+        return sectionNumbers.Find(name);
+    int index = 0;
+    return document.FindSection(name, &index) != nullptr ? static_cast<unsigned>(index) : none;
+}
+
+bool IniInheritance::NumberKeys(Node& node) {
+    for (const CIniValue* pair : node.section->values) {
+        unsigned number = none;
+        if (pair->Key() != nullptr) {
+            number = keyNumbers.Number(pair->Key(), keyNumbers.Count());
+            if (number == none)
+                return false;
+        }
+        if (!node.pairs.Append({pair->Key(), pair->Value(), number}))
             return false;
     }
     return true;
 }
 
-} // namespace
+/// A key has a value when any of its pairs has one; it lacks one when the first has none.
+bool IniInheritance::FillSets(Node& node) {
+    for (int i = 0; i < node.pairs.Count(); ++i) {
+        const unsigned key = node.pairs[i].number;
+        if (key == none)
+            continue;
+        const bool isFirst = !node.known.Has(key * 2);
+        const bool hasValue = node.pairs[i].value != nullptr;
+        if (isFirst && !node.known.Add(key * 2, Limit()))
+            return false;
+        if (isFirst && !hasValue && !node.empty.Set(key, static_cast<unsigned>(i)))
+            return false;
+        if (!hasValue || node.known.Has(key * 2 + 1))
+            continue;
+        if (!node.known.Add(key * 2 + 1, Limit()) || (!isFirst && !node.halfEmpty.Append(key)))
+            return false;
+    }
+    return true;
+}
 
-bool CIniFileReader::ProcessInheritance() noexcept {
-    vtr::NameIndex names;
+bool IniInheritance::ResolveAll() {
     bool hasParents = false;
-    for (const CIniSection* section : sections)
+    for (const CIniSection* section : document.sections)
         hasParents = hasParents || section->NumParents() > 0;
     if (!hasParents)
         return true;
-    for (const CIniSection* section : sections) {
-        if (!names.Add(section->Name()))
+    if (!Prepare())
+        return false;
+    for (unsigned i = 0; i < document.sections.Count(); ++i) {
+        Visit(nodes[i], mostLevels);
+        if (!Good())
             return false;
+        nodes[i].resolved = true;
     }
-    sectionNames = &names;
-    stepsLeft = mostSteps;
-    for (CIniSection* section : sections) {
-        ProcessParentage(section, 1);
-        if (stepsLeft == 0 || outOfMemory)
-            break;
+    for (CIniSection* section : document.sections)
         section->RemoveParents();
-    }
-    sectionNames = nullptr;
-    return stepsLeft > 0 && !outOfMemory;
+    return MakeCopies();
 }
 
-bool CIniFileReader::ProcessParentage(CIniSection* section, int depth) noexcept {
-    if (depth > deepestLevel)
+bool IniInheritance::Resolve(const CIniSection* section, int levels) {
+    if (levels < 1 || !Prepare())
         return false;
-    if (section->inheritanceDone)
-        return true;
-    const bool quiet = section->quietDepth > 0 && section->quietRevision == revision;
-    if (quiet && depth >= section->quietDepth)
+    Node* const end = nodes.get() + document.sections.Count();
+    Node* const node =
+        std::find_if(nodes.get(), end, [&](const Node& n) { return n.section == section; });
+    if (node == end)
         return false;
+    Visit(*node, levels);
+    return Good() && MakeCopies() && node->quiet == always;
+}
 
-    const bool sorted = section->keepSorted;
-    const unsigned revisionBefore = revision;
-    bool complete = true;
-    vtr::NameIndex keys;
-    for (int i = 0; i < section->NumParents(); ++i) {
-        CIniSection* parent = FindParent(section->GetParent(i));
-        if (parent == nullptr || parent == section)
-            continue;
-        const unsigned ownPairs = section->NumValues();
-        if (parent->NumParents() > 0)
-            complete = ProcessParentage(parent, depth + 1) && complete;
-        if (section->NumValues() != ownPairs)
-            keys = vtr::NameIndex(); // A circle led back here and added pairs.
-        if (!CopyMissing(*section, *parent, keys)) {
-            complete = false;
+void IniInheritance::Visit(Node& node, int levels) {
+    if (node.quiet >= levels)
+        return;
+    for (int i = node.firstMention;; ++i) {
+        i = NextToVisit(i, node.endOfMentions, levels);
+        if (i == node.endOfMentions)
             break;
-        }
+        const int first = mentions[i].first;
+        if (quiet[first] >= levels)
+            continue;
+        Node& parent = nodes[mentions[i].parent];
+        if (!parent.resolved)
+            Visit(parent, levels - 1);
+        if (Good())
+            Copy(node, parent, mentions[first]);
+        if (!Good())
+            return;
+        quiet[first] = QuietLevels(mentions[first]);
     }
-    if (sorted && !section->keepSorted)
-        section->Sort();
-    section->inheritanceDone = complete;
-    if (revision == revisionBefore) {
-        section->quietDepth = depth;
-        section->quietRevision = revision;
-    }
-    return complete;
+    unsigned char least = always;
+    for (int i = node.firstMention; i < node.endOfMentions; ++i)
+        least = std::min(least, quiet[mentions[i].first]);
+    node.quiet = least;
 }
 
-CIniSection* CIniFileReader::FindParent(const char* parentName) const noexcept {
-    if (keepSorted || sectionNames == nullptr)
-        return FindSection(parentName, nullptr);
-    return sections.At(sectionNames->Find(parentName));
+/// Where a header names thousands of parents, mostly one or two of them have changed: eight are
+/// passed over at a time.
+int IniInheritance::NextToVisit(int from, int end, int levels) const {
+    constexpr unsigned long long one = ~0ULL / 255;
+    const unsigned char* const mention = quiet.begin();
+    int i = from;
+    for (unsigned long long eight = 0; i + 8 <= end; i += 8) {
+        std::memcpy(&eight, mention + i, sizeof eight);
+        // Not 0 when some byte is smaller: all are below 128.
+        if (((eight - one * static_cast<unsigned>(levels)) & one * 128) != 0)
+            break;
+    }
+    while (i < end && mention[i] >= levels)
+        ++i;
+    return i;
 }
 
-/// Copies what `child` lacks of `parent`. `keys` is the index of the child's keys, empty or left
-/// from an earlier parent. False when the limit is reached or memory runs out.
-bool CIniFileReader::CopyMissing(CIniSection& child, const CIniSection& parent,
-                                 vtr::NameIndex& keys) noexcept {
-    if (!TakeSteps(parent.NumValues() + 1 + child.NumValues() - keys.Count()))
-        return false;
-    if (!CatchUp(keys, child)) {
-        outOfMemory = true;
-        return false;
+/// A visit visits the parent for one level less and looks at what is new in it.
+unsigned char IniInheritance::QuietLevels(const Mention& mention) const {
+    const Node& parent = nodes[mention.parent];
+    if (mention.pairs != parent.pairs.Count() || mention.filled != parent.filled.Count())
+        return 0;
+    return parent.resolved || parent.quiet == always ? always
+                                                     : static_cast<unsigned char>(parent.quiet + 1);
+}
+
+/// True when the child lacks nothing, as far as that can be told fast.
+bool IniInheritance::IsPart(const Node& parent, const Node& child) const {
+    return parent.known.IsKnownPartOf(child.known, Limit()) &&
+           std::none_of(child.halfEmpty.begin(), child.halfEmpty.end(), [&](unsigned key) {
+               return child.empty.Find(key) != none && parent.known.Has(key * 2 + 1);
+           });
+}
+
+/// Gives the child what it lacks of what is new in the parent.
+void IniInheritance::Copy(Node& child, const Node& parent, Mention& seen) {
+    const int pairs = child.pairs.Count();
+    const int filled = child.filled.Count();
+    const auto unseen = static_cast<unsigned>(parent.pairs.Count() - seen.pairs);
+    if (unseen > Limit() / 64 && IsPart(parent, child)) {
+        seen.pairs = parent.pairs.Count();
+        seen.filled = parent.filled.Count();
     }
-    if (child.keepSorted && keys.HasRepeats())
-        return CopyMissingOneByOne(child, parent);
-    for (const CIniValue* from : parent.values) {
-        if (from->Key() == nullptr)
+    for (; seen.pairs < parent.pairs.Count() && Good(); ++seen.pairs)
+        Give(child, parent.pairs[seen.pairs]);
+    for (; seen.filled < parent.filled.Count() && Good(); ++seen.filled)
+        Give(child, parent.pairs[parent.filled[seen.filled]]);
+    if (child.pairs.Count() != pairs || child.filled.Count() != filled)
+        Disturb(child, 0);
+}
+
+void IniInheritance::Give(Node& child, const Pair& pair) {
+    if (pair.number == none)
+        return;
+    const bool isMissing = !child.known.Has(pair.number * 2);
+    if (!isMissing && (pair.value == nullptr || child.empty.Find(pair.number) == none))
+        return;
+    if (copiesLeft-- == 0)
+        trouble = Trouble::copies;
+    else
+        NeedMemory(isMissing ? AddPair(child, pair) : FillPair(child, pair));
+}
+
+bool IniInheritance::AddPair(Node& child, const Pair& pair) {
+    const unsigned place = static_cast<unsigned>(child.pairs.Count());
+    return child.pairs.Append(pair) && child.known.Add(pair.number * 2, Limit()) &&
+           (pair.value != nullptr ? child.known.Add(pair.number * 2 + 1, Limit())
+                                  : child.empty.Set(pair.number, place));
+}
+
+bool IniInheritance::FillPair(Node& child, const Pair& pair) {
+    const int place = static_cast<int>(child.empty.Find(pair.number));
+    child.pairs[place].value = pair.value;
+    return child.empty.Set(pair.number, none) && child.filled.Append(place) &&
+           (child.known.Has(pair.number * 2 + 1) || child.known.Add(pair.number * 2 + 1, Limit()));
+}
+
+/// The node has changed, or one so many levels above it: visits of its children may change them.
+void IniInheritance::Disturb(const Node& node, unsigned char levels) {
+    for (int i = node.firstHeir; i < node.endOfHeirs; ++i) {
+        const Heir heir = heirs[i];
+        Node& child = nodes[heir.section];
+        quiet[heir.mention] = std::min(quiet[heir.mention], levels);
+        if (child.quiet <= levels)
             continue;
-        const unsigned place = keys.Find(from->Key());
-        CIniValue* own = child.GetValue(place);
-        if (own != nullptr && (own->Value() != nullptr || from->Value() == nullptr))
-            continue;
-        const bool copied = own != nullptr ? child.SetValue(static_cast<int>(place), from->Value())
-                                           : child.AddValue(from->Key(), from->Value());
-        // Sorted once, after the last parent.
-        child.keepSorted = child.keepSorted && own != nullptr;
-        ++revision;
-        if (!copied || !CatchUp(keys, child)) {
-            outOfMemory = true;
+        child.quiet = levels;
+        if (levels < mostLevels)
+            Disturb(child, static_cast<unsigned char>(levels + 1));
+    }
+}
+
+/// All pairs are added before any value changes: the texts are those of pairs of the document.
+bool IniInheritance::MakeCopies() {
+    for (const auto& step : {&IniInheritance::AddPairs, &IniInheritance::FillPairs}) {
+        for (unsigned i = 0; i < document.sections.Count() && Good(); ++i)
+            NeedMemory((this->*step)(nodes[i]));
+    }
+    return Good();
+}
+
+bool IniInheritance::AddPairs(Node& node) {
+    CIniSection& section = *node.section;
+    node.own = static_cast<int>(section.NumValues());
+    for (int i = node.own; i < node.pairs.Count(); ++i) {
+        if (!section.AddValue(node.pairs[i].key, node.pairs[i].value))
             return false;
-        }
     }
     return true;
 }
 
-/// For a sorted section with repeated keys, where each added pair reorders the repeated ones and so
-/// decides which of them the next search finds.
-bool CIniFileReader::CopyMissingOneByOne(CIniSection& child, const CIniSection& parent) noexcept {
-    for (const CIniValue* from : parent.values) {
-        if (!TakeSteps(child.NumValues()))
+/// A section that is kept sorted is as if it had been sorted after each pair that it got, which
+/// turns its repeated keys around each time.
+bool IniInheritance::FillPairs(Node& node) {
+    CIniSection& section = *node.section;
+    for (int i = 0; i < node.filled.Count(); ++i) {
+        const int place = node.filled[i];
+        if (!section.SetValue(place, node.pairs[place].value))
             return false;
-        if (from->Key() == nullptr || child.HasValue(from->Key()))
-            continue;
-        if (!child.SetValue(from->Key(), from->Value())) {
-            outOfMemory = true;
-            return false;
-        }
-        ++revision;
     }
+    const int added = static_cast<int>(section.NumValues()) - node.own;
+    for (int i = added > 0 ? 2 - added % 2 : 0; i > 0 && section.keepSorted; --i)
+        section.Sort();
     return true;
 }
 
-bool CIniFileReader::TakeSteps(unsigned steps) noexcept {
-    stepsLeft = stepsLeft > steps ? stepsLeft - steps : 0;
-    return stepsLeft > 0;
-}
+} // namespace vtr

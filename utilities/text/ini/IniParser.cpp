@@ -1,5 +1,6 @@
 #include "utilities/text/ini/IniParser.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace vtr {
@@ -180,20 +181,11 @@ CIniSection* IniParser::SectionForHeader() {
 }
 
 IniParser::State IniParser::StorePair(Slice value) {
-    const std::size_t keySize = pendingKey.Length() + 1;
-    const std::size_t valueSize = value.Length() > 0 ? value.Length() + 1 : 0;
-    CIniValue* pair = CIniValue::CreateWithRoom(keySize + valueSize);
+    CIniValue* pair =
+        CIniValue::Create(pendingKey.begin, pendingKey.Length(), value.begin, value.Length());
     if (pair == nullptr)
         return State::failed;
-    pair->key = pair->Room();
-    for (std::size_t i = 0; i < pendingKey.Length(); ++i)
-        pair->key[i] = pendingKey.begin[i] == '\t' ? ' ' : pendingKey.begin[i];
-    pair->key[keySize - 1] = '\0';
-    if (valueSize > 0) {
-        pair->value = pair->Room() + keySize;
-        std::memcpy(pair->value, value.begin, value.Length());
-        pair->value[valueSize - 1] = '\0';
-    }
+    std::replace(pair->key, pair->key + pendingKey.Length(), '\t', ' ');
     CIniSection* section = current != nullptr ? current : unnamed;
     if (!section->AddValue(pair)) {
         delete pair;

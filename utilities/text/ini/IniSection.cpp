@@ -50,8 +50,7 @@ std::size_t LargestSavedSize(const CIniValue& pair) {
 CIniSection::CIniSection() noexcept : CIniSection(nullptr) {}
 
 CIniSection::CIniSection(const char* newName) noexcept
-    : keepSorted(false), keysDiffer(false), behindFound(0), inheritanceDone(false), quietDepth(0),
-      quietRevision(0) {
+    : keepSorted(false), keysDiffer(false), behindFound(0) {
     SetName(newName);
 }
 
@@ -79,10 +78,8 @@ void CIniSection::AppendToName(char c) noexcept {
 bool CIniSection::AddValue(const char* key, const char* value) noexcept {
     if (IsEmptyText(key))
         return false;
-    std::unique_ptr<CIniValue> pair(new (std::nothrow) CIniValue(key, value));
-    if (pair == nullptr || pair->Key() == nullptr ||
-        (pair->Value() == nullptr && !IsEmptyText(value)))
-        return false;
+    const std::size_t valueLength = value != nullptr ? std::strlen(value) : 0;
+    std::unique_ptr<CIniValue> pair(CIniValue::Create(key, std::strlen(key), value, valueLength));
     return AddValue(pair.get()) && pair.release() != nullptr;
 }
 

@@ -8,6 +8,10 @@
 #include <cstddef>
 #include <cstdio>
 
+namespace vtr {
+class IniInheritance;
+}
+
 /// A named list of pairs of an INI document, in file order until sorted; keys may repeat. Names and
 /// keys compare without regard to case in the current multibyte code page.
 /// Thread-safety: one thread at a time.
@@ -97,6 +101,7 @@ public:
 
 private:
     friend class CIniFileReader;
+    friend class vtr::IniInheritance;
     friend class vtr::IniParser;
 
     const CIniValue* Find(const char* key) const noexcept;
@@ -110,11 +115,6 @@ private:
     bool keysDiffer;              ///< no two keys are the same: known by sorting
     mutable unsigned behindFound; ///< where a look-up in order goes on; may be out of range
     vtr::PtrArray<char> parents;
-
-    // What the resolving of parents remembers of this section; see IniInheritance.cpp.
-    bool inheritanceDone;
-    int quietDepth;
-    unsigned quietRevision;
 };
 
 #endif

@@ -3,6 +3,7 @@
 #include "utilities/text/strings/StringFunctions.h"
 
 #include <cstdlib>
+#include <cstring>
 #include <functional>
 
 CIniValue::CIniValue() noexcept : key(nullptr), value(nullptr), roomSize(0) {}
@@ -49,12 +50,23 @@ void CIniValue::Assign(char*& field, const char* text) noexcept {
     }
 }
 
-CIniValue* CIniValue::CreateWithRoom(std::size_t size) noexcept {
-    void* block = std::malloc(sizeof(CIniValue) + size);
+/// In one block with its texts; an empty value is null. Null when memory runs out.
+CIniValue* CIniValue::Create(const char* keyText, std::size_t keyLength, const char* valueText,
+                             std::size_t valueLength) noexcept {
+    const std::size_t room = keyLength + 1 + (valueLength > 0 ? valueLength + 1 : 0);
+    void* block = std::malloc(sizeof(CIniValue) + room);
     if (block == nullptr)
         return nullptr;
     CIniValue* pair = new (block) CIniValue;
-    pair->roomSize = size;
+    pair->roomSize = room;
+    pair->key = pair->Room();
+    std::memcpy(pair->key, keyText, keyLength);
+    pair->key[keyLength] = '\0';
+    if (valueLength > 0) {
+        pair->value = pair->key + keyLength + 1;
+        std::memcpy(pair->value, valueText, valueLength);
+        pair->value[valueLength] = '\0';
+    }
     return pair;
 }
 

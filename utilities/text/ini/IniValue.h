@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <new>
 
+class CIniSection;
 namespace vtr {
 class IniParser;
 }
@@ -30,7 +31,7 @@ public:
     void SetKey(const char* newKey) noexcept;
     void SetValue(const char* newValue) noexcept;
 
-    /// Pairs that the parser makes are one block with their texts; every pair is freed by `delete`.
+    /// Pairs that a document makes are one block with their texts; every pair is freed by `delete`.
     /// Null when memory runs out.
     static void* operator new(std::size_t size) noexcept;
     static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;
@@ -40,14 +41,16 @@ public:
     VTRUTILS_INLINE static void operator delete(void*, void*) noexcept {}
 
 private:
+    friend class CIniSection;
     friend class vtr::IniParser;
-    static CIniValue* CreateWithRoom(std::size_t size) noexcept;
+    static CIniValue* Create(const char* keyText, std::size_t keyLength, const char* valueText,
+                             std::size_t valueLength) noexcept;
     char* Room() noexcept { return reinterpret_cast<char*>(this + 1); }
     void Assign(char*& field, const char* text) noexcept;
 
     char* key;
     char* value;
-    std::size_t roomSize; ///< bytes right behind the object that hold texts of the parser's
+    std::size_t roomSize; ///< bytes right after the object that hold the texts it was made with
 };
 
 #endif

@@ -5,7 +5,6 @@
 #include "utilities/base/SameText.h"
 
 #include <cstdlib>
-#include <memory>
 #include <utility>
 
 namespace vtr {

@@ -1,6 +1,8 @@
 #ifndef VTRUTILS_BASE_NUMBERSET_H
 #define VTRUTILS_BASE_NUMBERSET_H
 
+#include "utilities/base/OwnedText.h"
+
 #include <cstddef>
 #include <cstdlib>
 #include <utility>
@@ -12,11 +14,6 @@ namespace vtr {
 class NumberTable {
 public:
     static constexpr unsigned none = ~0u;
-
-    NumberTable() = default;
-    NumberTable(const NumberTable&) = delete;
-    NumberTable& operator=(const NumberTable&) = delete;
-    ~NumberTable() { std::free(slots); }
 
     /// False when memory runs out. Requires: a number other than `none`.
     bool Set(unsigned number, unsigned value) {
@@ -45,7 +42,7 @@ public:
     }
 
     void Clear() {
-        std::free(std::exchange(slots, nullptr));
+        slots.reset();
         size = used = 0;
     }
 
@@ -66,19 +63,19 @@ private:
     bool Grow() {
         NumberTable grown;
         grown.size = size == 0 ? 8 : size * 2;
-        grown.slots = static_cast<Slot*>(std::calloc(grown.size, sizeof(Slot)));
+        grown.slots.reset(static_cast<Slot*>(std::calloc(grown.size, sizeof(Slot))));
         if (grown.slots == nullptr)
             return false;
         for (unsigned i = 0; i < size; ++i) {
             if (slots[i].key != 0)
                 grown.slots[grown.PlaceOf(slots[i].key - 1)] = slots[i];
         }
-        std::swap(slots, grown.slots);
+        slots = std::move(grown.slots);
         size = grown.size;
         return true;
     }
 
-    Slot* slots = nullptr;
+    std::unique_ptr<Slot[], Free> slots;
     unsigned size = 0; ///< a power of two
     unsigned used = 0;
 };
@@ -88,11 +85,6 @@ private:
 /// One thread at a time.
 class NumberSet {
 public:
-    NumberSet() = default;
-    NumberSet(const NumberSet&) = delete;
-    NumberSet& operator=(const NumberSet&) = delete;
-    ~NumberSet() { std::free(words); }
-
     bool Has(unsigned number) const {
         if (words != nullptr)
             return (words[number / wordBits] >> number % wordBits & 1) != 0;
@@ -133,7 +125,7 @@ private:
     }
 
     bool MakeWords(unsigned limit) {
-        words = static_cast<Word*>(std::calloc(WordsFor(limit), sizeof(Word)));
+        words.reset(static_cast<Word*>(std::calloc(WordsFor(limit), sizeof(Word))));
         if (words == nullptr)
             return false;
         few.ForEach([this](unsigned number) { SetBit(number); });
@@ -142,7 +134,7 @@ private:
     }
 
     NumberTable few;
-    Word* words = nullptr;
+    std::unique_ptr<Word[], Free> words;
     unsigned count = 0;
 };
 

@@ -67,4 +67,5 @@ TEST(IniAllocation, EveryFailureIsReportedAndLeavesAValidDocument) {
     });
     EXPECT_GT(failures, 200u);
     EXPECT_TRUE(refused > 50 && refused < 1000) << refused << " without what they inherit";
+    EXPECT_TRUE(refused > 50 && refused < 1000) << refused << " without what they inherit";
 }

@@ -6,9 +6,9 @@
 namespace vtr {
 
 /// The two-way search: linear time for any texts, and no memory of its own. It cuts the wanted text
-/// where its local period is that of the whole, compares what follows the cut first, and moves on by
-/// what that has shown. Texts are only ever read forwards, because characters of two bytes cannot be
-/// read backwards. Private to the library. One thread at a time.
+/// where its local period is that of the whole, compares what follows the cut first, and moves on
+/// by what that has shown. Texts are only ever read forwards, because characters of two bytes
+/// cannot be read backwards. Private to the library. One thread at a time.
 class TwoWaySearch {
 public:
     /// `wanted` is not empty. Adds to `steps` how many characters are read, now and later.

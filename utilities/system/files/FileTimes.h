@@ -5,8 +5,8 @@
 
 namespace vtr {
 
-/// Both times of a file, which is opened for reading and shared with all others. False, with nothing
-/// written, when that fails. Private to the library. Immutable and safe.
+/// Both times of a file, which is opened for reading and shared with all others. False, with
+/// nothing written, when that fails. Private to the library. Immutable and safe.
 bool ReadFileTimes(const wchar_t* path, FILETIME& lastAccess, FILETIME& lastWrite);
 
 } // namespace vtr

@@ -5,7 +5,7 @@ cd "$(dirname "$0")/.."
 
 # What several rows share. PUBLIC, in the row of utilities and below, is the list of headers for hosts in
 # utilities/CMakeLists.txt, without those of utilities/base.
-blocks='utilities/Export.h common vtrfutls utilities/base'
+blocks='utilities/Export.h utilities/Fields.h common vtrfutls utilities/base'
 ground="$blocks utilities/text/strings utilities/system/locks utilities/system/files"
 hosts='common vtrfutls PUBLIC'
 
@@ -14,9 +14,10 @@ hosts='common vtrfutls PUBLIC'
 # folder's * stands for one name or more. ANY, in the last row, is everything.
 table="
 utilities/Export.h
+utilities/Fields.h
 common
 vtrfutls                  common
-utilities/base            utilities/Export.h common vtrfutls
+utilities/base            utilities/Export.h utilities/Fields.h common vtrfutls
 utilities/text/strings    $blocks
 utilities/system/locks    $blocks
 utilities/system/files    $blocks utilities/text/strings utilities/system/locks

@@ -20,9 +20,14 @@
 #endif
 
 namespace vtr {
-/// Specialised beside the source of a class whose field order hosts rely on: sees its private
-/// fields and asserts where they stand.
-template <class Record>
+/// The one friend of an exported class, specialised by the library beside the class's source:
+/// asserts where the fields stand, on whose order hosts rely, and has as static functions what
+/// works on them and is not a member that hosts may know.
+template <class Class>
+struct Internals;
+
+/// The same for classes whose private functions are members.
+template <class Class>
 struct Layout;
 } // namespace vtr
 

@@ -3,29 +3,18 @@
 
 #include <cstddef>
 
-/// The elements of an array list, and how their block grows and shrinks. Private to the library.
-/// One thread at a time.
+/// How the block of an array list grows and shrinks. Private to the library. One thread at a time.
 
 namespace vtr {
 
-template <class Value>
-struct Element {
-    void* item; ///< never dereferenced
-    Value sortValue;
-};
-
 /// The size of an element of either kind.
 constexpr std::size_t elementSize = 16;
-static_assert(sizeof(Element<long long>) == elementSize);
-static_assert(sizeof(Element<double>) == elementSize);
-static_assert(offsetof(Element<long long>, sortValue) == 8);
-static_assert(offsetof(Element<double>, sortValue) == 8);
 
-/// The block itself, whose growth is the same for both kinds.
+/// The fields of a list, without the kind of its elements, which growth does not ask for.
 struct BlockFields {
-    void* block = nullptr;
-    int capacity = 0;
-    int count = 0;
+    void* block;
+    int capacity;
+    int count;
 };
 
 /// Makes room for `needed` elements: the first block gets the whole steps above `needed`, a later

@@ -7,47 +7,39 @@
 
 namespace vtr {
 
-/// The chain of nodes behind `CMyList` and `CMegaList`, with the cursor that makes a walk by
-/// ascending index cost one step a call. A `Node` has the fields `item`, `sortValue` and `next`.
-/// Insertions answer -1, with nothing changed, when memory runs out, and throw
-/// `std::length_error` beyond the largest `int`. Hosts see it only as a private field. One thread
-/// at a time.
+/// Works on the nodes of a list, with the cursor that makes a walk by ascending index cost one step
+/// a call. A `Node` has the fields `item`, `sortValue` and `next`. Insertions answer -1, with
+/// nothing changed, when memory runs out, and throw `std::length_error` beyond the largest `int`.
+/// The list frees its nodes with `RemoveAll` when it is destroyed. Private to the library. One
+/// thread at a time.
 template <class Node>
 class NodeChain : private NodeCursor<Node> {
     using Base = NodeCursor<Node>;
-    using Base::count;
-    using Base::cursor;
-    using Base::cursorIndex;
-    using Base::head;
-    using Base::sorted;
-    using Base::tail;
+    using Base::list;
 
 public:
     using typename Base::Value;
 
-    NodeChain() = default;
-    NodeChain(const NodeChain&) = delete;
-    NodeChain& operator=(const NodeChain&) = delete;
-    ~NodeChain() { RemoveAll(); }
+    explicit NodeChain(NodeFields<Node>& record) : Base(record) {}
 
-    int Count() const { return count; }
+    int Count() const { return list.count; }
 
     /// Keeps the sorted flag, which the insertions at head and tail set.
     int AddSorted(void* item, Value value, bool afterEquals) {
-        const bool wasSorted = sorted;
+        const bool wasSorted = list.sorted;
         int index = 0;
-        if (head == nullptr || value < head->sortValue ||
-            (!afterEquals && value == head->sortValue)) {
+        if (list.head == nullptr || value < list.head->sortValue ||
+            (!afterEquals && value == list.head->sortValue)) {
             index = InsertNewHead(item, value);
-        } else if (value > tail->sortValue || (afterEquals && value == tail->sortValue)) {
+        } else if (value > list.tail->sortValue || (afterEquals && value == list.tail->sortValue)) {
             index = AppendToTail(item, value);
         } else {
             this->AdvanceFromHead([=](const Node* next) {
                 return next->sortValue < value || (afterEquals && next->sortValue == value);
             });
-            return this->LinkBehindCursor(item, value) ? cursorIndex + 1 : -1;
+            return this->LinkBehindCursor(item, value) ? list.cursorIndex + 1 : -1;
         }
-        sorted = wasSorted;
+        list.sorted = wasSorted;
         return index;
     }
 
@@ -55,48 +47,43 @@ public:
         Node* node = this->MakeNode(item, value, nullptr);
         if (node == nullptr)
             return -1;
-        sorted = cursorIndex == 0;
-        if (tail != nullptr)
-            tail->next = node;
+        list.sorted = list.cursorIndex == 0;
+        if (list.tail != nullptr)
+            list.tail->next = node;
         else
-            head = cursor = node;
-        tail = node;
-        return count++;
+            list.head = list.cursor = node;
+        list.tail = node;
+        return list.count++;
     }
 
     int InsertNewHead(void* item, Value value) {
-        Node* node = this->MakeNode(item, value, head);
+        Node* node = this->MakeNode(item, value, list.head);
         if (node == nullptr)
             return -1;
-        sorted = cursorIndex == 0;
-        if (head != nullptr)
-            ++cursorIndex;
+        list.sorted = list.cursorIndex == 0;
+        if (list.head != nullptr)
+            ++list.cursorIndex;
         else
-            tail = cursor = node;
-        head = node;
-        ++count;
+            list.tail = list.cursor = node;
+        list.head = node;
+        ++list.count;
         return 0;
     }
 
     int InsertAfter(void* item, Value value, int index) {
-        if (head == nullptr)
+        if (list.head == nullptr)
             return AppendToTail(item, value);
-        const bool atHead = cursorIndex == 0;
-        this->WalkTo(index < 0 ? 0 : index < count ? index : count - 1);
+        const bool atHead = list.cursorIndex == 0;
+        list.WalkTo(index < 0 ? 0 : index < list.count ? index : list.count - 1);
         if (!this->LinkBehindCursor(item, value))
             return -1;
-        sorted = atHead;
-        cursor = cursor->next;
-        return ++cursorIndex;
+        list.sorted = atHead;
+        list.cursor = list.cursor->next;
+        return ++list.cursorIndex;
     }
 
     /// Null when out of range; otherwise the cursor is there.
-    Node* NodeByIndex(int index) {
-        if (index < 0 || index >= count)
-            return nullptr;
-        this->WalkTo(index);
-        return cursor;
-    }
+    Node* NodeByIndex(int index) { return list.WalkTo(index); }
 
     void* Index(int index, Value* valueOut) {
         const Node* node = NodeByIndex(index);
@@ -110,13 +97,13 @@ public:
     /// Null in an empty list. The last node before the first that is above `value`, but the head in
     /// any case where its value is not below `value`.
     const Node* FindPrevious(Value value, int* indexOut) {
-        if (head == nullptr)
+        if (list.head == nullptr)
             return nullptr;
-        const bool stays = head->sortValue >= value;
+        const bool stays = list.head->sortValue >= value;
         this->AdvanceFromHead([=](const Node* next) { return !stays && next->sortValue <= value; });
         if (indexOut != nullptr)
-            *indexOut = cursorIndex;
-        return cursor;
+            *indexOut = list.cursorIndex;
+        return list.cursor;
     }
 
     void* PrevElemBySortValue(Value value, int* indexOut, Value* valueOut) {
@@ -151,38 +138,38 @@ public:
     }
 
     void RemoveByIndex(int index) {
-        if (index < 0 || index >= count)
+        if (index < 0 || index >= list.count)
             return;
-        this->WalkTo(index > 0 ? index - 1 : 0);
-        this->Unlink(index > 0 ? cursor->next : head);
+        list.WalkTo(index > 0 ? index - 1 : 0);
+        this->Unlink(index > 0 ? list.cursor->next : list.head);
     }
 
     /// The sorted flag stays.
     void RemoveAll() {
-        while (head != nullptr) {
-            Node* next = head->next;
-            delete head;
-            head = next;
+        while (list.head != nullptr) {
+            Node* next = list.head->next;
+            delete list.head;
+            list.head = next;
         }
-        tail = cursor = nullptr;
-        count = cursorIndex = 0;
+        list.tail = list.cursor = nullptr;
+        list.count = list.cursorIndex = 0;
     }
 
     /// Sets the sorted flag anew: equal neighbours, and a first value of -2147483647 or below,
     /// count as unsorted. The cursor ends on the node that decided.
     bool VerifyIsSorted() {
         Value previous = -2147483647;
-        sorted = true;
-        for (int i = 0; sorted && i < count; ++i) {
-            this->WalkTo(i);
-            sorted = !(cursor->sortValue <= previous);
-            previous = cursor->sortValue;
+        list.sorted = true;
+        for (int i = 0; list.sorted && i < list.count; ++i) {
+            list.WalkTo(i);
+            list.sorted = !(list.cursor->sortValue <= previous);
+            previous = list.cursor->sortValue;
         }
-        return sorted;
+        return list.sorted;
     }
 
     /// Nodes of its own with the other's items, cursor and flag. Empty when memory runs out.
-    void Copy(const NodeChain& other) {
+    void Copy(const NodeFields<Node>& other) {
         RemoveAll();
         for (const Node* node = other.head; node != nullptr; node = node->next) {
             if (AppendToTail(node->item, node->sortValue) < 0) {
@@ -190,19 +177,19 @@ public:
                 break;
             }
             if (node == other.cursor)
-                cursor = tail;
+                list.cursor = list.tail;
         }
-        cursorIndex = head != nullptr ? other.cursorIndex : 0;
-        sorted = other.sorted;
+        list.cursorIndex = list.head != nullptr ? other.cursorIndex : 0;
+        list.sorted = other.sorted;
     }
 
-    void Swap(NodeChain& other) {
-        std::swap(head, other.head);
-        std::swap(tail, other.tail);
-        std::swap(cursor, other.cursor);
-        std::swap(count, other.count);
-        std::swap(cursorIndex, other.cursorIndex);
-        std::swap(sorted, other.sorted);
+    void Swap(NodeFields<Node>& other) {
+        std::swap(list.head, other.head);
+        std::swap(list.tail, other.tail);
+        std::swap(list.cursor, other.cursor);
+        std::swap(list.count, other.count);
+        std::swap(list.cursorIndex, other.cursorIndex);
+        std::swap(list.sorted, other.sorted);
     }
 };
 

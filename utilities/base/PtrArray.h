@@ -1,77 +1,84 @@
 #ifndef VTRUTILS_BASE_PTRARRAY_H
 #define VTRUTILS_BASE_PTRARRAY_H
 
+#include "utilities/Fields.h"
+
 #include <cstdlib>
 #include <cstring>
 #include <utility>
 
 namespace vtr {
 
+template <class T>
+class PtrArray;
+
 /// The growable array of pointers behind the library's lists: empty until the first item, then 8
 /// slots, doubled when full, halved (not below 8) when at most half full after a removal. It never
-/// owns what its items point to. Not part of the interface: hosts see it only as a private field.
-/// One thread at a time.
-template <class T>
-class PtrArray {
+/// owns what its items point to. This class only reads; `Holder` has the fields, or refers to them,
+/// under the name `fields`. Not part of the interface. One thread at a time.
+template <class T, class Holder>
+class PointerReading {
 public:
-    PtrArray() : capacity(0), borrowed(0) {}
-    PtrArray(const PtrArray&) = delete;
-    PtrArray& operator=(const PtrArray&) = delete;
-    ~PtrArray() { FreeSlots(); }
-
-    /// Uses slots of the caller's until they are full. Requires: an array that has just been made,
-    /// and slots that stay for as long as it.
-    void Borrow(T** place, unsigned room) {
-        slots = place;
-        capacity = room & mostCapacity;
-        borrowed = 1;
-    }
-
-    unsigned Count() const { return count; }
-    unsigned Capacity() const { return capacity; }
-    T** Data() { return slots; }
-    T* const* Data() const { return slots; }
-    T** begin() { return slots; }
-    T** end() { return slots + count; }
-    T* const* begin() const { return slots; }
-    T* const* end() const { return slots + count; }
+    unsigned Count() const { return Fields().count; }
+    unsigned Capacity() const { return Fields().capacity; }
+    T* const* Data() const { return Fields().slots; }
+    T* const* begin() const { return Data(); }
+    T* const* end() const { return Data() + Count(); }
 
     /// Requires: index < Count().
-    T* operator[](unsigned index) const { return slots[index]; }
+    T* operator[](unsigned index) const { return Data()[index]; }
 
     /// The item, or null when the index is out of range.
-    T* At(unsigned index) const { return index < count ? slots[index] : nullptr; }
+    T* At(unsigned index) const { return index < Count() ? Data()[index] : nullptr; }
+
+private:
+    const PointerFields<T>& Fields() const { return static_cast<const Holder*>(this)->fields; }
+};
+
+/// What changes the array, too.
+template <class T, class Holder>
+class PointerOperations : public PointerReading<T, Holder> {
+    using Reading = PointerReading<T, Holder>;
+
+public:
+    using Reading::begin;
+    using Reading::Capacity;
+    using Reading::Count;
+    using Reading::Data;
+    using Reading::end;
+
+    T** Data() { return Fields().slots; }
+    T** begin() { return Data(); }
+    T** end() { return Data() + Count(); }
 
     /// False, with the array unchanged, when memory runs out.
     bool Append(T* item) {
-        if (count == capacity && !Grow())
+        if (Count() == Capacity() && !Grow())
             return false;
-        slots[count++] = item;
+        Data()[Fields().count++] = item;
         return true;
     }
 
     /// Items from `index` on move up. Requires: index <= Count().
     bool Insert(unsigned index, T* item) {
-        if (count == capacity && !Grow())
+        if (Count() == Capacity() && !Grow())
             return false;
-        std::memmove(slots + index + 1, slots + index, (count - index) * sizeof(T*));
-        slots[index] = item;
-        ++count;
+        T** place = Data() + index;
+        std::memmove(place + 1, place, (Count() - index) * sizeof(T*));
+        *place = item;
+        ++Fields().count;
         return true;
     }
 
     /// Requires: index < Count().
-    T* Replace(unsigned index, T* item) {
-        T* old = slots[index];
-        slots[index] = item;
-        return old;
-    }
+    T* Replace(unsigned index, T* item) { return std::exchange(Data()[index], item); }
 
     /// Takes the item out and returns it. Requires: index < Count().
     T* Remove(unsigned index) {
-        T* item = slots[index];
-        --count;
-        std::memmove(slots + index, slots + index + 1, (count - index) * sizeof(T*));
+        T** place = Data() + index;
+        T* item = *place;
+        --Fields().count;
+        std::memmove(place, place + 1, (Count() - index) * sizeof(T*));
         ShrinkOnce();
         return item;
     }
@@ -83,9 +90,9 @@ public:
         if (first == last)
             return;
         for (unsigned i = first; i < last; ++i)
-            dispose(slots[i]);
-        std::memmove(slots + first, slots + last, (count - last) * sizeof(T*));
-        count -= last - first;
+            dispose(Data()[i]);
+        std::memmove(Data() + first, Data() + last, (Count() - last) * sizeof(T*));
+        Fields().count -= last - first;
         Shrink();
     }
 
@@ -94,15 +101,15 @@ public:
     template <class Predicate, class Dispose>
     unsigned RemoveIf(Predicate isUnwanted, Dispose dispose) {
         unsigned kept = 0;
-        for (unsigned i = 0; i < count; ++i) {
-            T* item = slots[i];
+        for (unsigned i = 0; i < Count(); ++i) {
+            T* item = Data()[i];
             if (isUnwanted(item))
                 dispose(item);
             else
-                slots[kept++] = item;
+                Data()[kept++] = item;
         }
-        const unsigned removed = count - kept;
-        count = kept;
+        const unsigned removed = Count() - kept;
+        Fields().count = kept;
         if (removed > 0)
             Shrink();
         return removed;
@@ -111,67 +118,125 @@ public:
     /// Forgets every item, disposed of in order, and gives the slots back.
     template <class Dispose>
     void Clear(Dispose dispose) {
-        PtrArray old;
-        Swap(old);
+        PtrArray<T> old;
+        Swap(old.fields);
         for (T* item : old)
             dispose(item);
     }
 
     /// Forgets every item; the slots stay for the next ones.
-    void Forget() { count = 0; }
+    void Forget() { Fields().count = 0; }
 
-    void Swap(PtrArray& other) {
-        std::swap(slots, other.slots);
-        std::swap(count, other.count);
+    void Swap(PointerFields<T>& other) {
+        PointerFields<T>& own = Fields();
+        std::swap(own.slots, other.slots);
+        std::swap(own.count, other.count);
         const unsigned otherCapacity = other.capacity;
         const unsigned otherBorrowed = other.borrowed;
-        other.capacity = capacity;
-        other.borrowed = borrowed;
-        capacity = otherCapacity & mostCapacity;
-        borrowed = otherBorrowed & 1;
+        other.capacity = own.capacity;
+        other.borrowed = own.borrowed;
+        own.capacity = otherCapacity & mostCapacity;
+        own.borrowed = otherBorrowed & 1;
     }
 
-private:
+protected:
     static constexpr unsigned minimumCapacity = 8;
     static constexpr unsigned mostCapacity = ~0u / 2;
 
-    void FreeSlots() {
-        if (borrowed == 0)
-            std::free(slots);
-    }
+private:
+    PointerFields<T>& Fields() { return static_cast<Holder*>(this)->fields; }
 
     bool Resize(unsigned newCapacity) {
-        void* resized = std::realloc(borrowed == 0 ? slots : nullptr, newCapacity * sizeof(T*));
+        PointerFields<T>& own = Fields();
+        void* old = own.borrowed == 0 ? own.slots : nullptr;
+        void* resized = std::realloc(old, newCapacity * sizeof(T*));
         if (resized == nullptr)
             return false;
-        if (borrowed != 0)
-            std::memcpy(resized, slots, count * sizeof(T*));
-        slots = static_cast<T**>(resized);
-        capacity = newCapacity & mostCapacity;
-        borrowed = 0;
+        if (own.borrowed != 0)
+            std::memcpy(resized, own.slots, own.count * sizeof(T*));
+        own.slots = static_cast<T**>(resized);
+        own.capacity = newCapacity & mostCapacity;
+        own.borrowed = 0;
         return true;
     }
 
     bool Grow() {
-        if (capacity > mostCapacity / 2)
+        if (Capacity() > mostCapacity / 2)
             return false;
-        return Resize(capacity < minimumCapacity ? minimumCapacity : capacity * 2);
+        return Resize(Capacity() < minimumCapacity ? minimumCapacity : Capacity() * 2);
     }
 
     bool ShrinkOnce() {
         // A block that cannot be made smaller still holds its items.
-        return capacity > minimumCapacity && count <= capacity / 2 && Resize(capacity / 2);
+        return Capacity() > minimumCapacity && Count() <= Capacity() / 2 && Resize(Capacity() / 2);
     }
 
     void Shrink() {
         while (ShrinkOnce()) {
         }
     }
+};
 
-    T** slots = nullptr;
-    unsigned count = 0;
-    unsigned capacity : 31;
-    unsigned borrowed : 1;
+/// Works on the fields of a public class, which gives the slots back with `Clear` when it is
+/// destroyed.
+template <class T>
+class Pointers : public PointerOperations<T, Pointers<T>> {
+public:
+    explicit Pointers(PointerFields<T>& record) : fields(record) {}
+
+private:
+    template <class Item, class Holder>
+    friend class PointerReading;
+    template <class Item, class Holder>
+    friend class PointerOperations;
+
+    PointerFields<T>& fields;
+};
+
+/// The same for fields that must not change.
+template <class T>
+class ConstPointers : public PointerReading<T, ConstPointers<T>> {
+public:
+    explicit ConstPointers(const PointerFields<T>& record) : fields(record) {}
+
+private:
+    template <class Item, class Holder>
+    friend class PointerReading;
+
+    const PointerFields<T>& fields;
+};
+
+/// Has the fields and frees the slots.
+template <class T>
+class PtrArray : public PointerOperations<T, PtrArray<T>> {
+    using Operations = PointerOperations<T, PtrArray>;
+
+public:
+    PtrArray() = default;
+    PtrArray(const PtrArray&) = delete;
+    PtrArray& operator=(const PtrArray&) = delete;
+    ~PtrArray() {
+        if (fields.borrowed == 0)
+            std::free(fields.slots);
+    }
+
+    /// Uses slots of the caller's until they are full. Requires: an array that has just been made,
+    /// and slots that stay for as long as it.
+    void Borrow(T** place, unsigned room) {
+        fields.slots = place;
+        fields.capacity = room & Operations::mostCapacity;
+        fields.borrowed = 1;
+    }
+
+    void Swap(PtrArray& other) { Operations::Swap(other.fields); }
+
+private:
+    template <class Item, class Holder>
+    friend class PointerReading;
+    template <class Item, class Holder>
+    friend class PointerOperations;
+
+    PointerFields<T> fields;
 };
 
 } // namespace vtr

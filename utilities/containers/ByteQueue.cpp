@@ -1,9 +1,10 @@
 #include "utilities/containers/ByteQueue.h"
 
+#include "utilities/base/Layout.h"
+#include "utilities/base/PtrArray.h"
 #include "utilities/system/locks/Lock.h"
 
 #include <algorithm>
-#include <cstddef>
 #include <cstdlib>
 #include <cstring>
 #include <limits>
@@ -66,20 +67,27 @@ struct CByteQueue::Block {
 };
 
 template <>
-struct vtr::Layout<CByteQueue> {
+struct vtr::Internals<CByteQueue> {
     using Block = CByteQueue::Block;
     static_assert(sizeof(Block) == 32);
-    static_assert(offsetof(Block, readPtr) == 8 && offsetof(Block, unread) == 16);
-    static_assert(offsetof(Block, size) == 20 && offsetof(Block, free) == 24);
+    VTR_FIELD_AT(Block, readPtr, 8);
+    VTR_FIELD_AT(Block, unread, 16);
+    VTR_FIELD_AT(Block, size, 20);
+    VTR_FIELD_AT(Block, free, 24);
 
-    static_assert(sizeof(PtrArray<Block>) == 16 && sizeof(CRITICAL_SECTION) == 40);
+    static_assert(sizeof(CRITICAL_SECTION) == 40);
     static_assert(sizeof(CByteQueue) == 88);
-    static_assert(offsetof(CByteQueue, blocks) == 0);
-    static_assert(offsetof(CByteQueue, section) == 16);
-    static_assert(offsetof(CByteQueue, recycle) == 56);
-    static_assert(offsetof(CByteQueue, minRecycledSize) == 60);
-    static_assert(offsetof(CByteQueue, maxRecycledSize) == 64);
+    VTR_FIELD_AT(CByteQueue, blocks, 0);
+    VTR_FIELD_AT(CByteQueue, section, 16);
+    VTR_FIELD_AT(CByteQueue, recycle, 56);
+    VTR_FIELD_AT(CByteQueue, minRecycledSize, 60);
+    VTR_FIELD_AT(CByteQueue, maxRecycledSize, 64);
+
+    static void TakeFromFront(CByteQueue& queue, unsigned number);
+    static void CopyBlocks(CByteQueue& queue, const CByteQueue& other);
 };
+
+using Internals = vtr::Internals<CByteQueue>;
 
 CByteQueue::CByteQueue() noexcept
     : recycle(true), minRecycledSize(smallestRecycled), maxRecycledSize(largestRecycled),
@@ -90,7 +98,7 @@ CByteQueue::CByteQueue() noexcept
 CByteQueue::CByteQueue(const CByteQueue& other) noexcept : CByteQueue() {
     const CSmartLock hold(&other.section);
     recycle = other.recycle;
-    CopyBlocks(other);
+    Internals::CopyBlocks(*this, other);
 }
 
 CByteQueue& CByteQueue::operator=(const CByteQueue& other) noexcept {
@@ -99,7 +107,7 @@ CByteQueue& CByteQueue::operator=(const CByteQueue& other) noexcept {
     // One lock at a time: two queues may be assigned to each other on two threads.
     CByteQueue copy(other);
     const CSmartLock hold(&section);
-    blocks.Swap(copy.blocks);
+    vtr::Pointers(blocks).Swap(copy.blocks);
     recycle = copy.recycle;
     emptySlots = copy.emptySlots;
     fullBlocks = copy.fullBlocks;
@@ -116,18 +124,19 @@ bool CByteQueue::AddData(const unsigned char* data, unsigned long length) noexce
     if (data == nullptr || length == 0)
         return false;
     const CSmartLock hold(&section);
-    for (unsigned i = emptySlots + fullBlocks; recycle && i < blocks.Count() && length > 0; ++i) {
-        const unsigned int taken = blocks[i]->Write(data, length);
+    vtr::Pointers list(blocks);
+    for (unsigned i = emptySlots + fullBlocks; recycle && i < list.Count() && length > 0; ++i) {
+        const unsigned int taken = list[i]->Write(data, length);
         data += taken;
         length -= taken;
         waiting += taken;
-        if (blocks[i]->free == 0)
+        if (list[i]->free == 0)
             ++fullBlocks;
     }
     if (length == 0)
         return true;
     Block* added = Block::Make(data, length);
-    if (added == nullptr || !blocks.Append(added)) {
+    if (added == nullptr || !list.Append(added)) {
         std::free(added);
         return false;
     }
@@ -140,15 +149,16 @@ unsigned long CByteQueue::GetData(unsigned char* buffer, unsigned long maxLength
     if (buffer == nullptr)
         return 0;
     const CSmartLock hold(&section);
+    const vtr::Pointers list(blocks);
     unsigned long copied = 0;
     unsigned next = emptySlots;
-    while (copied < maxLength && next < blocks.Count() && blocks[next]->unread > 0) {
-        copied += blocks[next]->Read(buffer + copied, maxLength - copied);
-        if (blocks[next]->unread == 0)
+    while (copied < maxLength && next < list.Count() && list[next]->unread > 0) {
+        copied += list[next]->Read(buffer + copied, maxLength - copied);
+        if (list[next]->unread == 0)
             ++next;
     }
     waiting -= copied;
-    TakeFromFront(next - emptySlots);
+    Internals::TakeFromFront(*this, next - emptySlots);
     return copied;
 }
 
@@ -160,14 +170,14 @@ unsigned long CByteQueue::TotalBytesAvailable() const noexcept {
 
 void CByteQueue::RemoveEverything() noexcept {
     const CSmartLock hold(&section);
-    blocks.Clear(std::free);
+    vtr::Pointers(blocks).Clear(std::free);
     emptySlots = fullBlocks = 0;
     waiting = 0;
 }
 
 void CByteQueue::SetRecycleBuffers(bool on) noexcept {
     const CSmartLock hold(&section);
-    if (blocks.Count() == 0)
+    if (blocks.count == 0)
         recycle = on;
 }
 
@@ -189,14 +199,16 @@ void CByteQueue::Unlock() noexcept {
 }
 
 /// Moves the first blocks, which are drained, to the end, or frees those of other sizes.
-void CByteQueue::TakeFromFront(unsigned number) noexcept {
-    fullBlocks -= std::min(fullBlocks, number);
-    Block** const first = blocks.begin() + emptySlots;
+void Internals::TakeFromFront(CByteQueue& queue, unsigned number) {
+    vtr::Pointers blocks(queue.blocks);
+    queue.fullBlocks -= std::min(queue.fullBlocks, number);
+    Block** const first = blocks.begin() + queue.emptySlots;
     Block** const end = first + number;
     Block** kept = end;
     for (Block** place = end; place != first;) {
         Block* drained = *--place;
-        if (recycle && drained->size >= minRecycledSize && drained->size <= maxRecycledSize) {
+        if (queue.recycle && drained->size >= queue.minRecycledSize &&
+            drained->size <= queue.maxRecycledSize) {
             drained->Reset();
             *--kept = drained;
         } else {
@@ -205,25 +217,27 @@ void CByteQueue::TakeFromFront(unsigned number) noexcept {
     }
     std::rotate(kept, end, blocks.end());
     std::fill(first, kept, nullptr);
-    emptySlots += static_cast<unsigned>(kept - first);
-    if (emptySlots > 0 && emptySlots >= (blocks.Count() - emptySlots) / blocksPerEmptySlot) {
+    queue.emptySlots += static_cast<unsigned>(kept - first);
+    if (queue.emptySlots > 0 &&
+        queue.emptySlots >= (blocks.Count() - queue.emptySlots) / blocksPerEmptySlot) {
         blocks.RemoveIf([](const Block* block) { return block == nullptr; }, [](Block*) {});
-        emptySlots = 0;
+        queue.emptySlots = 0;
     }
 }
 
 /// Requires: no blocks, and the other queue is locked.
-void CByteQueue::CopyBlocks(const CByteQueue& other) noexcept {
-    for (const Block* block : other.blocks) {
+void Internals::CopyBlocks(CByteQueue& queue, const CByteQueue& other) {
+    vtr::Pointers blocks(queue.blocks);
+    for (const Block* block : vtr::ConstPointers(other.blocks)) {
         if (block == nullptr || block->unread == 0)
             continue;
         Block* copy = Block::Make(block->readPtr, block->unread);
         if (copy == nullptr || !blocks.Append(copy)) {
             std::free(copy);
-            RemoveEverything();
+            queue.RemoveEverything();
             return;
         }
-        ++fullBlocks;
-        waiting += block->unread;
+        ++queue.fullBlocks;
+        queue.waiting += block->unread;
     }
 }

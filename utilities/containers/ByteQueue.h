@@ -2,7 +2,7 @@
 #define VTRUTILS_CONTAINERS_BYTEQUEUE_H
 
 #include "utilities/Export.h"
-#include "utilities/base/PtrArray.h"
+#include "utilities/Fields.h"
 
 #include <windows.h>
 
@@ -44,14 +44,11 @@ public:
     void Unlock() noexcept;
 
 private:
-    friend struct vtr::Layout<CByteQueue>;
+    friend struct vtr::Internals<CByteQueue>;
     struct Block;
 
-    void TakeFromFront(unsigned number) noexcept;
-    void CopyBlocks(const CByteQueue& other) noexcept;
-
     /// First blocks with waiting bytes, of which all but the last are full, then empty ones.
-    vtr::PtrArray<Block> blocks;
+    vtr::PointerFields<Block> blocks;
     mutable CRITICAL_SECTION section;
     bool recycle;
     unsigned int minRecycledSize;

@@ -1,5 +1,6 @@
 #include "utilities/containers/HashTable.h"
 
+#include "utilities/base/Layout.h"
 #include "utilities/base/MultibyteText.h"
 
 #include <cstddef>
@@ -7,14 +8,20 @@
 // Behind them: its one-letter macros break C++ headers.
 #include <mbstring.h>
 
-#pragma GCC diagnostic ignored "-Winvalid-offsetof" // asserted on, which is safe
-
 template <>
-struct vtr::Layout<CHashTable> {
+struct vtr::Internals<CHashTable> {
     static_assert(sizeof(CHashTable) == 24);
-    static_assert(offsetof(CHashTable, bucketCount) == 8);
-    static_assert(offsetof(CHashTable, buckets) == 16);
+    VTR_FIELD_AT(CHashTable, bucketCount, 8);
+    VTR_FIELD_AT(CHashTable, buckets, 16);
+
+    static void MakeBuckets(CHashTable& table, int number);
+    static void FreeBuckets(CHashTable& table);
+    static void CopyBuckets(CHashTable& table, const CHashTable& other);
+    static int IndexOf(const CHashTable& table, const char* key, const long long* value,
+                       CMyArrayList*& bucket);
 };
+
+using Internals = vtr::Internals<CHashTable>;
 
 namespace {
 
@@ -38,56 +45,56 @@ bool SameKey(const char* left, const char* right) {
 } // namespace
 
 CHashTable::CHashTable(int number) noexcept : bucketCount(0), buckets(nullptr) {
-    MakeBuckets(number > 0 ? number : 1);
+    Internals::MakeBuckets(*this, number > 0 ? number : 1);
 }
 
 CHashTable::CHashTable(const CHashTable& other) noexcept : bucketCount(0), buckets(nullptr) {
-    CopyBuckets(other);
+    Internals::CopyBuckets(*this, other);
 }
 
 CHashTable& CHashTable::operator=(const CHashTable& other) noexcept {
     if (this != &other) {
-        FreeBuckets();
-        CopyBuckets(other);
+        Internals::FreeBuckets(*this);
+        Internals::CopyBuckets(*this, other);
     }
     return *this;
 }
 
 CHashTable::~CHashTable() {
-    FreeBuckets();
+    Internals::FreeBuckets(*this);
 }
 
 /// All lists are one array, so that a table costs two allocations.
-void CHashTable::MakeBuckets(int number) noexcept {
+void Internals::MakeBuckets(CHashTable& table, int number) {
     const std::size_t size = static_cast<std::size_t>(number);
     CMyArrayList* lists = new (std::nothrow) CMyArrayList[size];
-    buckets = new (std::nothrow) CMyArrayList*[size];
-    if (lists == nullptr || buckets == nullptr) {
+    table.buckets = new (std::nothrow) CMyArrayList*[size];
+    if (lists == nullptr || table.buckets == nullptr) {
         delete[] lists;
-        delete[] buckets;
-        buckets = nullptr;
+        delete[] table.buckets;
+        table.buckets = nullptr;
         return;
     }
     for (std::size_t i = 0; i < size; ++i)
-        buckets[i] = &lists[i];
-    bucketCount = number;
+        table.buckets[i] = &lists[i];
+    table.bucketCount = number;
 }
 
-void CHashTable::FreeBuckets() noexcept {
-    if (bucketCount > 0)
-        delete[] buckets[0];
-    delete[] buckets;
-    buckets = nullptr;
-    bucketCount = 0;
+void Internals::FreeBuckets(CHashTable& table) {
+    if (table.bucketCount > 0)
+        delete[] table.buckets[0];
+    delete[] table.buckets;
+    table.buckets = nullptr;
+    table.bucketCount = 0;
 }
 
-void CHashTable::CopyBuckets(const CHashTable& other) noexcept {
+void Internals::CopyBuckets(CHashTable& table, const CHashTable& other) {
     if (other.bucketCount > 0)
-        MakeBuckets(other.bucketCount);
-    for (int i = 0; i < bucketCount; ++i) {
-        buckets[i]->Copy(*other.buckets[i]);
-        if (buckets[i]->NumNodes() != other.buckets[i]->NumNodes())
-            FreeBuckets();
+        MakeBuckets(table, other.bucketCount);
+    for (int i = 0; i < table.bucketCount; ++i) {
+        table.buckets[i]->Copy(*other.buckets[i]);
+        if (table.buckets[i]->NumNodes() != other.buckets[i]->NumNodes())
+            FreeBuckets(table);
     }
 }
 
@@ -100,19 +107,20 @@ unsigned int CHashTable::HashFunction(const char* key) const noexcept {
 }
 
 /// The first entry with this key, and this value unless that is null, in its bucket; or -1.
-int CHashTable::IndexOf(const char* key, const long long* value,
-                        CMyArrayList*& bucket) const noexcept {
-    if (key == nullptr || bucketCount == 0)
+int Internals::IndexOf(const CHashTable& table, const char* key, const long long* value,
+                       CMyArrayList*& bucket) {
+    if (key == nullptr || table.bucketCount == 0)
         return -1;
-    bucket = buckets[HashFunction(key)];
-    const int count = bucket->NumNodes();
+    CMyArrayList* const list = table.buckets[table.HashFunction(key)];
+    bucket = list;
+    const int count = list->NumNodes();
     for (int i = 0; i < count; ++i) {
-        const char* other = static_cast<const char*>(bucket->FastIndex(i));
+        const char* other = static_cast<const char*>(list->FastIndex(i));
         // A host that has the bucket may have put a null there.
         if (other == nullptr || !SameKey(other, key))
             continue;
         long long found = 0;
-        bucket->Index(i, &found);
+        list->Index(i, &found);
         if (value == nullptr || found == *value)
             return i;
     }
@@ -127,13 +135,13 @@ bool CHashTable::AddEntry(char* key, long long value) noexcept {
 
 bool CHashTable::Find(const char* key, long long& valueOut) noexcept {
     CMyArrayList* bucket = nullptr;
-    const int index = IndexOf(key, nullptr, bucket);
+    const int index = Internals::IndexOf(*this, key, nullptr, bucket);
     return index >= 0 && bucket->Index(index, &valueOut) != nullptr;
 }
 
 bool CHashTable::Remove(char* key, long long value) noexcept {
     CMyArrayList* bucket = nullptr;
-    const int index = IndexOf(key, &value, bucket);
+    const int index = Internals::IndexOf(*this, key, &value, bucket);
     if (index < 0)
         return false;
     bucket->RemoveByIndex(index);

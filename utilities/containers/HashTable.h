@@ -36,13 +36,9 @@ public:
     void RemoveAll() noexcept;
 
 private:
-    friend struct vtr::Layout<CHashTable>;
+    friend struct vtr::Internals<CHashTable>;
 
     unsigned int HashFunction(const char* key) const noexcept;
-    int IndexOf(const char* key, const long long* value, CMyArrayList*& bucket) const noexcept;
-    void MakeBuckets(int number) noexcept;
-    void FreeBuckets() noexcept;
-    void CopyBuckets(const CHashTable& other) noexcept;
 
     int bucketCount; ///< 0 when there was no memory
     CMyArrayList** buckets;

@@ -1,5 +1,6 @@
 #include "utilities/containers/LastDirList.h"
 
+#include "utilities/base/NodeChain.h"
 #include "utilities/base/PathText.h"
 #include "utilities/base/StoreCut.h"
 
@@ -30,6 +31,59 @@ struct StoredPath {
     char text[sizeof _lastDirList::path];
 };
 
+/// The entries as items of the list.
+class Entries {
+public:
+    explicit Entries(vtr::NodeFields<_tNode_t>& nodes) : chain(nodes) {}
+
+    int Count() const { return chain.Count(); }
+
+    /// Null when out of range.
+    _lastDirList* At(int index) {
+        return static_cast<_lastDirList*>(chain.Index(index, /*valueOut=*/nullptr));
+    }
+
+    /// Requires: 0 <= index < Count().
+    void Put(int index, _lastDirList* entry) { chain.NodeByIndex(index)->item = entry; }
+
+    /// -1 when it is not in the list.
+    int IndexOf(const char* path) {
+        if (path == nullptr)
+            return -1;
+        const StoredPath stored(path);
+        for (int i = 0; i < Count(); ++i) {
+            if (vtr::SamePath(At(i)->path, stored.text))
+                return i;
+        }
+        return -1;
+    }
+
+    /// Where time order puts the entry, which may be in the list already.
+    int PlaceFor(const _lastDirList* entry) {
+        int place = 0;
+        for (; place < Count(); ++place) {
+            const _lastDirList* other = At(place);
+            if (other != entry && other->time < entry->time)
+                break;
+        }
+        return place;
+    }
+
+    /// False when memory runs out.
+    bool Insert(int index, _lastDirList* entry) {
+        const int inserted = index == 0
+                                 ? chain.InsertNewHead(entry, /*value=*/0)
+                                 : chain.InsertAfter(entry, /*value=*/0, /*index=*/index - 1);
+        return inserted >= 0;
+    }
+
+    /// The entry stays.
+    void Remove(int index) { chain.RemoveByIndex(index); }
+
+private:
+    vtr::NodeChain<_tNode_t> chain;
+};
+
 } // namespace
 
 CLastDirList::CLastDirList() noexcept = default;
@@ -46,15 +100,17 @@ int CLastDirList::Add(char* path, long long time, int value, int unused) {
 }
 
 int CLastDirList::AddPtr(_lastDirList* entry, int /*unused*/) {
-    return entry != nullptr && InsertAt(entry, PlaceFor(entry)) ? 1 : 0;
+    Entries entries(nodes);
+    return entry != nullptr && entries.Insert(entries.PlaceFor(entry), entry) ? 1 : 0;
 }
 
 int CLastDirList::MoveOrAddToTop(char* path) {
-    const int old = IndexOf(path);
-    const _lastDirList* known = EntryAt(old);
+    Entries entries(nodes);
+    const int old = entries.IndexOf(path);
+    const _lastDirList* known = entries.At(old);
     const int value = known != nullptr ? known->value : valueOfNewEntry;
     std::unique_ptr<_lastDirList> entry = MakeEntry(path, _time64(nullptr), value);
-    if (entry == nullptr || !InsertAt(entry.get(), 0))
+    if (entry == nullptr || !entries.Insert(0, entry.get()))
         return 0;
     (void)entry.release();
     if (known != nullptr)
@@ -63,31 +119,34 @@ int CLastDirList::MoveOrAddToTop(char* path) {
 }
 
 int CLastDirList::UpdateOrAdd(char* path, long long time, int value, int reposition) {
-    const int old = IndexOf(path);
+    Entries entries(nodes);
+    const int old = entries.IndexOf(path);
     if (old < 0)
         return Add(path, time, value, /*unused=*/0);
-    _lastDirList* entry = EntryAt(old);
+    _lastDirList* entry = entries.At(old);
     entry->time = time;
     entry->value = value;
     if (reposition != 0) {
         // Its new node comes first, so that it stays where it was when there is no memory for one.
-        const int place = PlaceFor(entry);
-        if (InsertAt(entry, place))
-            entries.RemoveByIndex(place <= old ? old + 1 : old);
+        const int place = entries.PlaceFor(entry);
+        if (entries.Insert(place, entry))
+            entries.Remove(place <= old ? old + 1 : old);
     }
     return 1;
 }
 
 _lastDirList* CLastDirList::ContainsDir(char* path) noexcept {
-    return EntryAt(IndexOf(path));
+    Entries entries(nodes);
+    return entries.At(entries.IndexOf(path));
 }
 
 void CLastDirList::DeletePath(char* path) noexcept {
     if (path == nullptr)
         return;
+    Entries entries(nodes);
     const StoredPath stored(path);
     for (int i = 0; i < entries.Count();) {
-        if (vtr::SamePath(EntryAt(i)->path, stored.text))
+        if (vtr::SamePath(entries.At(i)->path, stored.text))
             DeleteIndex(i);
         else
             ++i;
@@ -95,62 +154,30 @@ void CLastDirList::DeletePath(char* path) noexcept {
 }
 
 void CLastDirList::DeleteIndex(int index) noexcept {
-    const std::unique_ptr<_lastDirList> entry(EntryAt(index));
-    entries.RemoveByIndex(index);
+    Entries entries(nodes);
+    const std::unique_ptr<_lastDirList> entry(entries.At(index));
+    entries.Remove(index);
 }
 
 void CLastDirList::DeleteAll() noexcept {
+    Entries entries(nodes);
     while (entries.Count() > 0)
         DeleteIndex(0);
 }
 
 int CLastDirList::Sort() noexcept {
+    Entries entries(nodes);
     const std::size_t count = static_cast<std::size_t>(entries.Count());
     const std::unique_ptr<_lastDirList*[]> block(new (std::nothrow) _lastDirList*[count]);
     if (block == nullptr)
         return 0;
     _lastDirList** const first = block.get();
     for (int i = 0; i < entries.Count(); ++i)
-        first[i] = EntryAt(i);
+        first[i] = entries.At(i);
     std::stable_sort(first, first + count, [](const _lastDirList* a, const _lastDirList* b) {
         return a->time > b->time;
     });
     for (int i = 0; i < entries.Count(); ++i)
-        entries.NodeByIndex(i)->item = first[i];
+        entries.Put(i, first[i]);
     return 1;
-}
-
-/// Null when out of range.
-_lastDirList* CLastDirList::EntryAt(int index) noexcept {
-    return static_cast<_lastDirList*>(entries.Index(index, /*valueOut=*/nullptr));
-}
-
-/// -1 when it is not in the list.
-int CLastDirList::IndexOf(const char* path) noexcept {
-    if (path == nullptr)
-        return -1;
-    const StoredPath stored(path);
-    for (int i = 0; i < entries.Count(); ++i) {
-        if (vtr::SamePath(EntryAt(i)->path, stored.text))
-            return i;
-    }
-    return -1;
-}
-
-/// Where time order puts the entry, which may be in the list already.
-int CLastDirList::PlaceFor(const _lastDirList* entry) noexcept {
-    int place = 0;
-    for (; place < entries.Count(); ++place) {
-        const _lastDirList* other = EntryAt(place);
-        if (other != entry && other->time < entry->time)
-            break;
-    }
-    return place;
-}
-
-/// False when memory runs out.
-bool CLastDirList::InsertAt(_lastDirList* entry, int index) {
-    const int inserted = index == 0 ? entries.InsertNewHead(entry, /*value=*/0)
-                                    : entries.InsertAfter(entry, /*value=*/0, /*index=*/index - 1);
-    return inserted >= 0;
 }

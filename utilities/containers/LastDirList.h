@@ -2,6 +2,7 @@
 #define VTRUTILS_CONTAINERS_LASTDIRLIST_H
 
 #include "utilities/Export.h"
+#include "utilities/Fields.h"
 #include "utilities/containers/MyList.h"
 
 #include <cstddef>
@@ -60,12 +61,7 @@ public:
     int Sort() noexcept;
 
 private:
-    _lastDirList* EntryAt(int index) noexcept;
-    int IndexOf(const char* path) noexcept;
-    int PlaceFor(const _lastDirList* entry) noexcept;
-    bool InsertAt(_lastDirList* entry, int index);
-
-    vtr::NodeChain<_tNode_t> entries;
+    vtr::NodeFields<_tNode_t> nodes;
 };
 
 #endif

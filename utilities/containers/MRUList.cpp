@@ -2,8 +2,10 @@
 
 #include "common/WidePath.h"
 #include "utilities/base/CodePage.h"
+#include "utilities/base/Layout.h"
 #include "utilities/base/OwnedText.h"
 #include "utilities/base/PathText.h"
+#include "utilities/base/PtrArray.h"
 #include "utilities/system/files/FileTimes.h"
 #include "utilities/system/files/RegistryStrings.h"
 #include "vtrfutls/FileNames.h"
@@ -14,11 +16,21 @@
 #include <shlwapi.h>
 
 template <>
-struct vtr::Layout<CMRUList> {
-    static_assert(offsetof(CMRUList, root) == 16 && offsetof(CMRUList, subKey) == 24 &&
-                  offsetof(CMRUList, pathFormat) == 32 && offsetof(CMRUList, lengthFormat) == 160 &&
-                  offsetof(CMRUList, timeFormat) == 288 && offsetof(CMRUList, initialized) == 416);
+struct vtr::Internals<CMRUList> {
+    static_assert(sizeof(CMRUList) == 424);
+    VTR_FIELD_AT(CMRUList, entries, 0);
+    VTR_FIELD_AT(CMRUList, root, 16);
+    VTR_FIELD_AT(CMRUList, subKey, 24);
+    VTR_FIELD_AT(CMRUList, pathFormat, 32);
+    VTR_FIELD_AT(CMRUList, lengthFormat, 160);
+    VTR_FIELD_AT(CMRUList, timeFormat, 288);
+    VTR_FIELD_AT(CMRUList, initialized, 416);
+
+    static void Load(CMRUList& list, HKEY pathRoot, const char* pathSubkey);
 };
+
+using Internals = vtr::Internals<CMRUList>;
+using Entries = vtr::Pointers<_MRUData>;
 
 namespace {
 
@@ -96,7 +108,7 @@ CMRUList::CMRUList(char* baseName) noexcept : root(nullptr), subKey(nullptr), in
 }
 
 CMRUList::~CMRUList() {
-    entries.Clear(&DeleteEntry);
+    Entries(entries).Clear(&DeleteEntry);
     std::free(subKey);
 }
 
@@ -106,37 +118,37 @@ void CMRUList::Init(HKEY rootKey, const char* subkey) noexcept {
     const bool copied = subkey != nullptr && (subKey != nullptr || *subkey == '\0');
     root = copied ? rootKey : nullptr;
     ClearMRUList(/*save=*/false);
-    Load(rootKey, subkey);
+    Internals::Load(*this, rootKey, subkey);
     initialized = true;
     Log("CMRUList::Init - exit");
 }
 
 void CMRUList::LoadFrom(HKEY rootKey, const char* subkey) noexcept {
-    Load(rootKey, subkey);
+    Internals::Load(*this, rootKey, subkey);
     SaveList();
 }
 
-void CMRUList::Load(HKEY pathRoot, const char* pathSubkey) {
+void Internals::Load(CMRUList& list, HKEY pathRoot, const char* pathSubkey) {
     vtr::RegistryStrings paths;
     if (!paths.OpenForReading(pathRoot, pathSubkey))
         return;
     vtr::RegistryStrings own;
-    own.OpenForReading(root, subKey != nullptr ? subKey : "");
+    own.OpenForReading(list.root, list.subKey != nullptr ? list.subKey : "");
     char path[longestValue];
-    for (unsigned k = 1; paths.Read(ValueName(pathFormat, k), path, sizeof path) && *path != '\0';
-         ++k) {
+    for (unsigned k = 1;
+         paths.Read(ValueName(list.pathFormat, k), path, sizeof path) && *path != '\0'; ++k) {
         _MRUData* entry = MakeEntry(path);
         if (entry == nullptr)
             continue;
         char number[longestNumber];
-        own.Read(ValueName(lengthFormat, k), number, sizeof number);
+        own.Read(ValueName(list.lengthFormat, k), number, sizeof number);
         entry->lastLength = static_cast<unsigned>(std::strtoll(number, nullptr, 10));
-        own.Read(ValueName(timeFormat, k), number, sizeof number);
+        own.Read(ValueName(list.timeFormat, k), number, sizeof number);
         if (*number != '\0')
             entry->lastTime = std::strtoull(number, nullptr, 10);
         else if (entry->exists)
             entry->lastTime = FoundPath(path).LastAccess();
-        if (!entries.Append(entry))
+        if (!Entries(list.entries).Append(entry))
             delete entry;
     }
 }
@@ -149,11 +161,12 @@ void CMRUList::AddFile(const char* path, unsigned long length) noexcept {
     GetSystemTimeAsFileTime(&now);
     added->lastTime = Ticks(now);
     added->lastLength = length;
-    if (!entries.Insert(0, added)) {
+    Entries files(entries);
+    if (!files.Insert(0, added)) {
         delete added;
         return;
     }
-    entries.RemoveIf(
+    files.RemoveIf(
         [=](const _MRUData* entry) {
             return entry != added && vtr::SamePath(entry->path, added->path);
         },
@@ -166,14 +179,14 @@ void CMRUList::MoveFileToTop(const char* path, unsigned long length) noexcept {
 }
 
 void CMRUList::RemoveFile(unsigned int index, bool save) noexcept {
-    if (index < entries.Count())
-        delete entries.Remove(index);
+    if (index < entries.count)
+        delete Entries(entries).Remove(index);
     if (save)
         SaveList();
 }
 
 void CMRUList::ClearMRUList(bool save) noexcept {
-    entries.Clear(&DeleteEntry);
+    Entries(entries).Clear(&DeleteEntry);
     if (save)
         SaveList();
 }
@@ -183,15 +196,15 @@ bool CMRUList::Contains(const char* path) noexcept {
 }
 
 int CMRUList::IndexOf(const char* path) noexcept {
-    for (unsigned i = 0; i < entries.Count(); ++i) {
-        if (vtr::SamePath(entries[i]->path, path))
+    for (unsigned i = 0; i < entries.count; ++i) {
+        if (vtr::SamePath(entries.slots[i]->path, path))
             return static_cast<int>(i);
     }
     return -1;
 }
 
 const char* CMRUList::GetFileWithPath(unsigned int index) const noexcept {
-    const _MRUData* entry = entries.At(index);
+    const _MRUData* entry = vtr::ConstPointers(entries).At(index);
     return entry != nullptr ? entry->path : nullptr;
 }
 
@@ -201,7 +214,7 @@ const char* CMRUList::GetFileNameOnly(unsigned int index) const noexcept {
 }
 
 _MRUData CMRUList::GetMRUItem(unsigned int index) noexcept {
-    const _MRUData* entry = entries.At(index);
+    const _MRUData* entry = vtr::ConstPointers(entries).At(index);
     return entry != nullptr ? *entry : _MRUData{};
 }
 
@@ -210,8 +223,8 @@ void CMRUList::SaveList() {
     vtr::RegistryStrings values;
     if (values.OpenForWriting(root, subKey != nullptr ? subKey : "")) {
         unsigned written = 0;
-        for (unsigned i = 0; i < entries.Count(); ++i) {
-            const _MRUData& entry = *entries[i];
+        for (unsigned i = 0; i < entries.count; ++i) {
+            const _MRUData& entry = *entries.slots[i];
             if (!FoundPath(entry.path).Exists())
                 continue;
             char number[longestNumber];
@@ -222,7 +235,7 @@ void CMRUList::SaveList() {
             std::snprintf(number, sizeof number, "%llu", entry.lastTime);
             values.Write(ValueName(timeFormat, i + 1), number);
         }
-        while (written < entries.Count() + blanksBehindList)
+        while (written < entries.count + blanksBehindList)
             values.Write(ValueName(pathFormat, ++written), "");
     }
     Log("CMRUList::void CMRUList::SaveList() - exit");

@@ -2,7 +2,7 @@
 #define VTRUTILS_CONTAINERS_MRULIST_H
 
 #include "utilities/Export.h"
-#include "utilities/base/PtrArray.h"
+#include "utilities/Fields.h"
 
 #include <cstddef>
 #include <windows.h>
@@ -77,12 +77,11 @@ public:
     VTRUTILS_INLINE bool Initialized() const noexcept { return initialized; }
 
 private:
-    friend struct vtr::Layout<CMRUList>;
+    friend struct vtr::Internals<CMRUList>;
 
-    void Load(HKEY pathRoot, const char* pathSubkey);
     void SaveList();
 
-    vtr::PtrArray<_MRUData> entries;
+    vtr::PointerFields<_MRUData> entries;
     HKEY root;    ///< null: nothing is loaded or saved
     char* subKey; ///< null stands for ""
     char pathFormat[128];

@@ -1,40 +1,25 @@
 #include "utilities/containers/MegaArrayList.h"
 
+#include "utilities/base/ElementBlock.h"
+#include "utilities/base/Layout.h"
 #include "vtrfutls/Log.h"
 
 #include <limits>
 
-#pragma GCC diagnostic ignored "-Winvalid-offsetof" // asserted on, which is safe
-
 template <>
-struct vtr::Layout<CMegaArrayList> {
+struct vtr::Internals<CMegaArrayList> {
     static_assert(sizeof(CMegaArrayList) == 32);
-    static_assert(offsetof(CMegaArrayList, elements) == 8);
-    static_assert(offsetof(CMegaArrayList, sorted) == 24);
+    VTR_FIELD_AT(CMegaArrayList, elements, 8);
+    VTR_FIELD_AT(CMegaArrayList, sorted, 24);
 };
 
 namespace {
 
+using Elements = vtr::ElementBlock<double>;
+
 constexpr unsigned growStep = 10;
 
-} // namespace
-
-CMegaArrayList::CMegaArrayList() noexcept : sorted(true) {}
-
-CMegaArrayList::CMegaArrayList(const CMegaArrayList& other) noexcept : sorted(false) {
-    Copy(other);
-}
-
-CMegaArrayList& CMegaArrayList::operator=(const CMegaArrayList& other) noexcept {
-    Copy(other);
-    return *this;
-}
-
-CMegaArrayList::~CMegaArrayList() {
-    CMegaArrayList::RemoveAll(/*keepAllocation=*/false);
-}
-
-int CMegaArrayList::PlaceFor(double sortValue, _AddSortedLoc where) const noexcept {
+int PlaceFor(const Elements& elements, double sortValue, _AddSortedLoc where) {
     const int count = elements.Count();
     if (count == 0 || (where == addSortedDefault && elements[0].sortValue >= sortValue))
         return 0;
@@ -55,92 +40,118 @@ int CMegaArrayList::PlaceFor(double sortValue, _AddSortedLoc where) const noexce
     return place;
 }
 
-int CMegaArrayList::AddSorted(void* item, double sortValue, _AddSortedLoc where) noexcept {
-    const int count = elements.Count();
-    const int place = PlaceFor(sortValue, where);
-    if (elements.Insert(place, item, sortValue, growStep) || place < count || count == 0)
-        return place;
-    // Only what is above the last element goes to the tail, and is answered as there.
-    return sortValue > elements[count - 1].sortValue ? place - 1 : place;
+} // namespace
+
+CMegaArrayList::CMegaArrayList() noexcept : sorted(true) {}
+
+CMegaArrayList::CMegaArrayList(const CMegaArrayList& other) noexcept : sorted(false) {
+    Copy(other);
 }
 
-int CMegaArrayList::GrowAndAppend(void* item, double sortValue) noexcept {
-    elements.Insert(elements.Count(), item, sortValue, growStep);
-    return elements.Count() - 1;
+CMegaArrayList& CMegaArrayList::operator=(const CMegaArrayList& other) noexcept {
+    Copy(other);
+    return *this;
+}
+
+CMegaArrayList::~CMegaArrayList() {
+    CMegaArrayList::RemoveAll(/*keepAllocation=*/false);
+}
+
+int CMegaArrayList::AddSorted(void* item, double sortValue, _AddSortedLoc where) noexcept {
+    Elements list(elements);
+    const int count = list.Count();
+    const int place = PlaceFor(list, sortValue, where);
+    if (list.Insert(place, item, sortValue, growStep) || place < count || count == 0)
+        return place;
+    // Only what is above the last element goes to the tail, and is answered as there.
+    return sortValue > list[count - 1].sortValue ? place - 1 : place;
+}
+
+int CMegaArrayList::Grow(int needed) noexcept {
+    return Elements(elements).Grow(needed, growStep) ? 1 : 0;
 }
 
 int CMegaArrayList::InsertNewHead(void* item, double sortValue) noexcept {
-    elements.Insert(0, item, sortValue, growStep);
+    Elements(elements).Insert(0, item, sortValue, growStep);
     return 0;
 }
 
 int CMegaArrayList::InsertToIndex(int index, void* item, double sortValue) noexcept {
-    if (elements.IsEmpty())
+    Elements list(elements);
+    if (list.IsEmpty())
         return InsertNewHead(item, sortValue);
-    if (index >= elements.Count())
+    if (index >= list.Count())
         return AppendToTail(item, sortValue);
     const int place = index > 0 ? index : 0;
-    return elements.Insert(place, item, sortValue, growStep) ? place : -1;
+    return list.Insert(place, item, sortValue, growStep) ? place : -1;
 }
 
 void* CMegaArrayList::Index(int index, double* sortValueOut) noexcept {
-    if (!elements.HasBlock())
+    Elements list(elements);
+    if (!list.HasBlock())
         LogFmtA("ERR>>Index called for index %d and list is NULL!!!", index);
-    return elements.At(index, sortValueOut);
+    return list.At(index, sortValueOut);
 }
 
 void* CMegaArrayList::ElemBySortValue(double value, int* indexOut) noexcept {
-    return elements.Report(elements.FindEqual(value), indexOut, nullptr);
+    Elements list(elements);
+    return list.Report(list.FindEqual(value), indexOut, nullptr);
 }
 
 void* CMegaArrayList::PrevElemBySortValue(double value, int* indexOut,
                                           double* sortValueOut) noexcept {
-    return elements.Report(elements.FindPrevious(value), indexOut, sortValueOut);
+    Elements list(elements);
+    return list.Report(list.FindPrevious(value), indexOut, sortValueOut);
 }
 
 void* CMegaArrayList::FirstOfValue(double value, int* indexOut) noexcept {
-    return elements.ReportRunStart(elements.FindEqual(value), indexOut);
+    Elements list(elements);
+    return list.ReportRunStart(list.FindEqual(value), indexOut);
 }
 
 void* CMegaArrayList::LastOfValue(double value, int* indexOut) noexcept {
-    return elements.ReportRunEnd(value, indexOut);
+    return Elements(elements).ReportRunEnd(value, indexOut);
 }
 
 void* CMegaArrayList::FirstOfValueAtIndex(int index, int* indexOut) noexcept {
-    return elements.ReportRunStart(index, indexOut);
+    return Elements(elements).ReportRunStart(index, indexOut);
 }
 
 int CMegaArrayList::GetIndexOfItem(void* item, double sortValue, bool useSortValue) noexcept {
-    return useSortValue && elements.SearchesRun(sortValue) ? elements.FindItemInRun(item, sortValue)
-                                                           : elements.FindItem(item);
+    Elements list(elements);
+    return useSortValue && list.SearchesRun(sortValue) ? list.FindItemInRun(item, sortValue)
+                                                       : list.FindItem(item);
 }
 
 int CMegaArrayList::Member(void* item, double sortValue, bool useSortValue) noexcept {
     const int index = GetIndexOfItem(item, sortValue, useSortValue);
     if (index < 0)
         return 0;
-    return useSortValue && elements.SearchesRun(sortValue) ? index : 1;
+    return useSortValue && Elements(elements).SearchesRun(sortValue) ? index : 1;
 }
 
 bool CMegaArrayList::Remove(void* item, double sortValue, bool useSortValue) noexcept {
-    const bool inRun = useSortValue && elements.SearchesRun(sortValue);
-    return elements.RemoveItem(item, sortValue, inRun, growStep);
+    Elements list(elements);
+    const bool inRun = useSortValue && list.SearchesRun(sortValue);
+    return list.RemoveItem(item, sortValue, inRun, growStep);
 }
 
 bool CMegaArrayList::RemoveByIndex(int index) noexcept {
-    if (!elements.Contains(index))
+    Elements list(elements);
+    if (!list.Contains(index))
         return false;
-    elements.Remove(index, growStep);
+    list.Remove(index, growStep);
     return true;
 }
 
 bool CMegaArrayList::RemoveAll(bool keepAllocation) noexcept {
+    Elements list(elements);
     if (keepAllocation) {
-        elements.ForgetElements();
+        list.ForgetElements();
         return true;
     }
-    elements.Clear(growStep);
-    if (elements.HasBlock()) {
+    list.Clear(growStep);
+    if (list.HasBlock()) {
         Log("RemoveAll list is not NULL!");
         return false;
     }
@@ -148,38 +159,40 @@ bool CMegaArrayList::RemoveAll(bool keepAllocation) noexcept {
 }
 
 bool CMegaArrayList::SetSortValue(void* item, double value) noexcept {
-    return SetSortValueByIndex(elements.FindItem(item), value);
+    return SetSortValueByIndex(Elements(elements).FindItem(item), value);
 }
 
 bool CMegaArrayList::SetSortValueByIndex(int index, double value) noexcept {
-    if (!elements.Contains(index))
+    Elements list(elements);
+    if (!list.Contains(index))
         return false;
-    elements[index].sortValue = value;
+    list[index].sortValue = value;
     return true;
 }
 
 void CMegaArrayList::AdjustAllSortValues(double delta) noexcept {
-    for (auto& element : elements)
+    for (auto& element : Elements(elements))
         element.sortValue += delta;
 }
 
 void CMegaArrayList::ScaleAllSortValues(double factor) noexcept {
-    for (auto& element : elements)
+    for (auto& element : Elements(elements))
         element.sortValue *= factor;
 }
 
 bool CMegaArrayList::VerifyListIsSorted() noexcept {
+    Elements list(elements);
     double previous = std::numeric_limits<double>::lowest();
-    const int index = elements.FindDescent(previous);
+    const int index = list.FindDescent(previous);
     if (index < 0)
         return true;
     LogFmtA("CMegaArrayList::VerifyListIsSorted() fails on item %d with sort value of %g being "
             "bigger than %g",
-            index, elements[index].sortValue, previous);
+            index, list[index].sortValue, previous);
     return false;
 }
 
 void CMegaArrayList::Copy(const CMegaArrayList& other) noexcept {
     if (this != &other)
-        elements.Copy(other.elements, growStep);
+        Elements(elements).Copy(other.elements, growStep);
 }

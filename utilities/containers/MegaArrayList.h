@@ -2,7 +2,7 @@
 #define VTRUTILS_CONTAINERS_MEGAARRAYLIST_H
 
 #include "utilities/Export.h"
-#include "utilities/base/ElementBlock.h"
+#include "utilities/Fields.h"
 
 /// Where an element lands among those of equal value: by default, as in front of them.
 enum _AddSortedLoc { addSortedDefault = 0, addSortedAfterEquals = 1, addSortedBeforeEquals = 2 };
@@ -29,10 +29,10 @@ public:
 
     /// The new element's index, which is `NumNodes()` - 1 also when memory runs out.
     VTRUTILS_INLINE int AppendToTail(void* item, double sortValue) noexcept {
-        if (!elements.HasRoom())
-            return GrowAndAppend(item, sortValue);
-        elements.Append(item, sortValue);
-        return elements.Count() - 1;
+        const bool hasRoom = elements.block != nullptr && elements.count < elements.capacity;
+        if (hasRoom || Grow(elements.count + 1) != 0)
+            elements.block[elements.count++] = {item, sortValue};
+        return elements.count - 1;
     }
 
     /// Always 0.
@@ -46,7 +46,7 @@ public:
     /// Null when out of range, with a log line when there is no block.
     void* Index(int index, double* sortValueOut) noexcept;
 
-    VTRUTILS_INLINE int NumNodes() const noexcept { return elements.Count(); }
+    VTRUTILS_INLINE int NumNodes() const noexcept { return elements.count; }
 
     /// An element with exactly this value.
     void* ElemBySortValue(double value, int* indexOut) noexcept;
@@ -104,12 +104,12 @@ public:
     void Copy(const CMegaArrayList& other) noexcept;
 
 private:
-    friend struct vtr::Layout<CMegaArrayList>;
+    friend struct vtr::Internals<CMegaArrayList>;
 
-    int GrowAndAppend(void* item, double sortValue) noexcept;
-    int PlaceFor(double sortValue, _AddSortedLoc where) const noexcept;
+    /// 0 when there is no memory for so many elements; then nothing has changed.
+    int Grow(int needed) noexcept;
 
-    vtr::ElementBlock<double> elements;
+    vtr::ElementFields<double> elements;
     bool sorted;
 };
 

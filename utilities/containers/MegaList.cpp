@@ -1,22 +1,25 @@
 #include "utilities/containers/MegaList.h"
 
-#pragma GCC diagnostic ignored "-Winvalid-offsetof" // asserted on, which is safe
+#include "utilities/base/Layout.h"
+#include "utilities/base/NodeChain.h"
 
 template <>
-struct vtr::Layout<CMegaList> {
+struct vtr::Internals<CMegaList> {
     static_assert(sizeof(CMegaList) == 48);
-    static_assert(offsetof(CMegaList, chain) == 8);
+    VTR_FIELD_AT(CMegaList, nodes, 8);
 };
+
+using Chain = vtr::NodeChain<_tMegaNode_t>;
 
 CMegaList::CMegaList() noexcept = default;
 
 CMegaList::CMegaList(const CMegaList& other) noexcept {
-    chain.Copy(other.chain);
+    Chain(nodes).Copy(other.nodes);
 }
 
 CMegaList& CMegaList::operator=(const CMegaList& other) noexcept {
     if (this != &other)
-        chain.Copy(other.chain);
+        Chain(nodes).Copy(other.nodes);
     return *this;
 }
 
@@ -25,49 +28,49 @@ CMegaList::~CMegaList() {
 }
 
 int CMegaList::AddSorted(void* item, double sortValue, bool afterEquals) {
-    return chain.AddSorted(item, sortValue, afterEquals);
+    return Chain(nodes).AddSorted(item, sortValue, afterEquals);
 }
 
 int CMegaList::AppendToTail(void* item, double sortValue) {
-    return chain.AppendToTail(item, sortValue);
+    return Chain(nodes).AppendToTail(item, sortValue);
 }
 
 int CMegaList::InsertNewHead(void* item, double sortValue) {
-    return chain.InsertNewHead(item, sortValue);
+    return Chain(nodes).InsertNewHead(item, sortValue);
 }
 
 int CMegaList::InsertAfter(void* item, double sortValue, int index) {
-    return chain.InsertAfter(item, sortValue, index);
+    return Chain(nodes).InsertAfter(item, sortValue, index);
 }
 
 void* CMegaList::ElemBySortValue(double value, int* indexOut) noexcept {
-    return chain.ElemBySortValue(value, indexOut);
+    return Chain(nodes).ElemBySortValue(value, indexOut);
 }
 
 void* CMegaList::PrevElemBySortValue(double value, int* indexOut, double* sortValueOut) noexcept {
-    return chain.PrevElemBySortValue(value, indexOut, sortValueOut);
+    return Chain(nodes).PrevElemBySortValue(value, indexOut, sortValueOut);
 }
 
 int CMegaList::Member(void* item) noexcept {
-    return chain.Contains(item) ? 1 : 0;
+    return Chain(nodes).Contains(item) ? 1 : 0;
 }
 
 bool CMegaList::Remove(void* item) noexcept {
-    return chain.Remove(item);
+    return Chain(nodes).Remove(item);
 }
 
 bool CMegaList::RemoveByNode(_tMegaNode_t* node) noexcept {
-    return chain.RemoveByNode(node);
+    return Chain(nodes).RemoveByNode(node);
 }
 
 void CMegaList::RemoveByIndex(int index) noexcept {
-    chain.RemoveByIndex(index);
+    Chain(nodes).RemoveByIndex(index);
 }
 
 void CMegaList::RemoveAll() noexcept {
-    chain.RemoveAll();
+    Chain(nodes).RemoveAll();
 }
 
 bool CMegaList::VerifyIsSorted() noexcept {
-    return chain.VerifyIsSorted();
+    return Chain(nodes).VerifyIsSorted();
 }

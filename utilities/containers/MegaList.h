@@ -2,7 +2,7 @@
 #define VTRUTILS_CONTAINERS_MEGALIST_H
 
 #include "utilities/Export.h"
-#include "utilities/base/NodeChain.h"
+#include "utilities/Fields.h"
 
 #include <cstddef>
 
@@ -43,11 +43,14 @@ public:
 
     /// Null when out of range.
     VTRUTILS_INLINE void* Index(int index, double* sortValueOut) noexcept {
-        return chain.Index(index, sortValueOut);
+        const _tMegaNode_t* node = nodes.WalkTo(index);
+        if (node == nullptr)
+            return nullptr;
+        if (sortValueOut != nullptr)
+            *sortValueOut = node->sortValue;
+        return node->item;
     }
-    VTRUTILS_INLINE _tMegaNode_t* NodeByIndex(int index) noexcept {
-        return chain.NodeByIndex(index);
-    }
+    VTRUTILS_INLINE _tMegaNode_t* NodeByIndex(int index) noexcept { return nodes.WalkTo(index); }
 
     /// The last item with exactly this value; the first, when the list starts with it.
     void* ElemBySortValue(double value, int* indexOut) noexcept;
@@ -67,15 +70,15 @@ public:
     /// Nothing when out of range.
     void RemoveByIndex(int index) noexcept;
     void RemoveAll() noexcept;
-    VTRUTILS_INLINE int NumNodes() noexcept { return chain.Count(); }
+    VTRUTILS_INLINE int NumNodes() noexcept { return nodes.count; }
 
     /// False for values that do not ascend strictly, and for a first one of -2147483647 or below.
     bool VerifyIsSorted() noexcept;
 
 private:
-    friend struct vtr::Layout<CMegaList>;
+    friend struct vtr::Internals<CMegaList>;
 
-    vtr::NodeChain<_tMegaNode_t> chain;
+    vtr::NodeFields<_tMegaNode_t> nodes;
 };
 
 #endif

@@ -1,20 +1,13 @@
 #include "utilities/containers/MyArrayList.h"
 
+#include "utilities/containers/MyArrayListInternals.h"
 #include "vtrfutls/Log.h"
 
 #include <limits>
 
-#pragma GCC diagnostic ignored "-Winvalid-offsetof" // asserted on, which is safe
-
-template <>
-struct vtr::Layout<CMyArrayList> {
-    static_assert(sizeof(CMyArrayList) == 32);
-    static_assert(offsetof(CMyArrayList, elements) == 8);
-    static_assert(offsetof(CMyArrayList, growStep) == 24);
-    static_assert(offsetof(CMyArrayList, sorted) == 28);
-};
-
 namespace {
+
+using Elements = vtr::ElementBlock<long long>;
 
 constexpr unsigned defaultStep = 10;
 
@@ -52,75 +45,76 @@ CMyArrayList::~CMyArrayList() {
 }
 
 int CMyArrayList::AddSorted(void* item, long long sortValue) noexcept {
-    const int count = elements.Count();
+    Elements list(elements);
+    const int count = list.Count();
     int index = 0;
-    if (count > 0 && sortValue > elements[0].sortValue)
-        index = sortValue >= elements[count - 1].sortValue ? count : elements.Bisect(sortValue) + 1;
-    const bool inserted = elements.Insert(index, item, sortValue, growStep);
+    if (count > 0 && sortValue > list[0].sortValue)
+        index = sortValue >= list[count - 1].sortValue ? count : list.Bisect(sortValue) + 1;
+    const bool inserted = list.Insert(index, item, sortValue, growStep);
     return inserted || index < count || count == 0 ? index : index - 1;
 }
 
-int CMyArrayList::GrowAndAppend(void* item, long long sortValue) noexcept {
-    const bool first = elements.IsEmpty();
-    if (elements.Insert(elements.Count(), item, sortValue, growStep))
-        sorted = first;
-    return elements.Count() - 1;
+int CMyArrayList::Grow(int needed) noexcept {
+    return Elements(elements).Grow(needed, growStep) ? 1 : 0;
 }
 
 int CMyArrayList::InsertNewHead(void* item, long long sortValue) noexcept {
-    if (elements.Insert(0, item, sortValue, growStep))
+    if (Elements(elements).Insert(0, item, sortValue, growStep))
         sorted = false;
     return 0;
 }
 
 int CMyArrayList::InsertToIndex(int index, void* item, long long sortValue) noexcept {
-    if (elements.IsEmpty())
+    Elements list(elements);
+    if (list.IsEmpty())
         return InsertNewHead(item, sortValue);
-    if (index >= elements.Count())
+    if (index >= list.Count())
         return AppendToTail(item, sortValue);
     const int place = index > 0 ? index : 0;
-    if (!elements.Insert(place, item, sortValue, growStep))
+    if (!list.Insert(place, item, sortValue, growStep))
         return -1;
     sorted = false;
     return place;
 }
 
 void* CMyArrayList::ElemBySortValue(long long value, int* indexOut, _tscanDir dir) noexcept {
-    int found = elements.FindPrevious(value);
+    Elements list(elements);
+    int found = list.FindPrevious(value);
     if (found >= 0 && dir == scanAtOrAfter) {
-        const int count = elements.Count();
+        const int count = list.Count();
         do
             ++found;
-        while (found < count && elements[found].sortValue < value);
+        while (found < count && list[found].sortValue < value);
         if (found == count)
             found = -1;
     } else if (found >= 0 && dir != scanAtOrBefore) {
-        const bool hit = dir == scanExact && elements[found].sortValue == value;
+        const bool hit = dir == scanExact && list[found].sortValue == value;
         found = hit ? found : -1;
     }
-    return elements.Report(found, indexOut, nullptr);
+    return list.Report(found, indexOut, nullptr);
 }
 
 void* CMyArrayList::PrevElemBySortValue(long long value, int* indexOut,
                                         long long* sortValueOut) noexcept {
-    return elements.Report(elements.FindPrevious(value), indexOut, sortValueOut);
+    Elements list(elements);
+    return list.Report(list.FindPrevious(value), indexOut, sortValueOut);
 }
 
 void* CMyArrayList::FirstOfValue(long long value, int* indexOut) noexcept {
-    return FirstOfValueAtIndex(elements.FindEqual(value), indexOut);
+    return FirstOfValueAtIndex(Elements(elements).FindEqual(value), indexOut);
 }
 
 void* CMyArrayList::LastOfValue(long long value, int* indexOut) noexcept {
-    return elements.ReportRunEnd(value, indexOut);
+    return Elements(elements).ReportRunEnd(value, indexOut);
 }
 
 void* CMyArrayList::FirstOfValueAtIndex(int index, int* indexOut) noexcept {
-    return elements.ReportRunStart(index, indexOut);
+    return Elements(elements).ReportRunStart(index, indexOut);
 }
 
 int CMyArrayList::MemberIndex(void* item, long long sortValue) noexcept {
-    return elements.SearchesRun(sortValue) ? elements.FindItemInRun(item, sortValue)
-                                           : elements.FindItem(item);
+    Elements list(elements);
+    return list.SearchesRun(sortValue) ? list.FindItemInRun(item, sortValue) : list.FindItem(item);
 }
 
 int CMyArrayList::Member(void* item, long long sortValue) noexcept {
@@ -128,47 +122,50 @@ int CMyArrayList::Member(void* item, long long sortValue) noexcept {
 }
 
 bool CMyArrayList::Remove(void* item, long long sortValue) noexcept {
-    return elements.RemoveItem(item, sortValue, elements.SearchesRun(sortValue), growStep);
+    Elements list(elements);
+    return list.RemoveItem(item, sortValue, list.SearchesRun(sortValue), growStep);
 }
 
 void CMyArrayList::RemoveByIndex(int index) noexcept {
-    if (elements.Contains(index))
-        elements.Remove(index, growStep);
+    Elements list(elements);
+    if (list.Contains(index))
+        list.Remove(index, growStep);
 }
 
 void CMyArrayList::RemoveAll() noexcept {
-    elements.Clear(growStep);
+    Elements list(elements);
+    list.Clear(growStep);
     sorted = true;
-    if (elements.HasBlock())
+    if (list.HasBlock())
         Log("RemoveAll list is not NULL!");
 }
 
 void CMyArrayList::RemoveAllButLeaveAllocation() noexcept {
-    elements.ForgetElements();
+    Elements(elements).ForgetElements();
     sorted = true;
 }
 
 void CMyArrayList::AdjustAllSortValues(long delta) noexcept {
-    for (auto& element : elements)
+    for (auto& element : Elements(elements))
         element.sortValue =
             static_cast<long long>(static_cast<unsigned long long>(element.sortValue) +
                                    static_cast<unsigned long long>(delta));
 }
 
 void CMyArrayList::ScaleAllSortValues(double factor) noexcept {
-    for (auto& element : elements)
+    for (auto& element : Elements(elements))
         element.sortValue = Truncate(static_cast<double>(element.sortValue) * factor);
 }
 
 bool CMyArrayList::VerifyListIsSorted() noexcept {
     long long previous = lowestSorted;
-    sorted = elements.FindDescent(previous) < 0;
+    sorted = Elements(elements).FindDescent(previous) < 0;
     return sorted;
 }
 
 void CMyArrayList::Copy(const CMyArrayList& other) noexcept {
     if (this == &other)
         return;
-    elements.Copy(other.elements, growStep);
+    Elements(elements).Copy(other.elements, growStep);
     sorted = other.sorted;
 }

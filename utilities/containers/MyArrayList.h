@@ -2,7 +2,7 @@
 #define VTRUTILS_CONTAINERS_MYARRAYLIST_H
 
 #include "utilities/Export.h"
-#include "utilities/base/ElementBlock.h"
+#include "utilities/Fields.h"
 
 /// Which element answers a search by sort value.
 enum _tscanDir { scanAtOrBefore = 0, scanAtOrAfter = 1, scanExact = 2 };
@@ -33,11 +33,12 @@ public:
     /// The new element's index, which is `NumNodes()` - 1 also when memory runs out. The list
     /// counts as sorted afterwards only if it was empty.
     VTRUTILS_INLINE int AppendToTail(void* item, long long sortValue) noexcept {
-        if (!elements.HasRoom())
-            return GrowAndAppend(item, sortValue);
-        sorted = elements.IsEmpty();
-        elements.Append(item, sortValue);
-        return elements.Count() - 1;
+        const bool hasRoom = elements.block != nullptr && elements.count < elements.capacity;
+        if (hasRoom || Grow(elements.count + 1) != 0) {
+            sorted = elements.count == 0;
+            elements.block[elements.count++] = {item, sortValue};
+        }
+        return elements.count - 1;
     }
 
     /// Always 0. The list does not count as sorted afterwards.
@@ -54,9 +55,9 @@ public:
     }
 
     /// Requires: 0 <= index < NumNodes().
-    VTRUTILS_INLINE void* FastIndex(int index) noexcept { return elements[index].item; }
+    VTRUTILS_INLINE void* FastIndex(int index) noexcept { return elements.block[index].item; }
 
-    VTRUTILS_INLINE int NumNodes() const noexcept { return elements.Count(); }
+    VTRUTILS_INLINE int NumNodes() const noexcept { return elements.count; }
     VTRUTILS_INLINE bool IsSorted() const noexcept { return sorted; }
 
     /// Starts from what `PrevElemBySortValue` finds; without that, null. If its value is equal,
@@ -110,12 +111,12 @@ public:
     void Copy(const CMyArrayList& other) noexcept;
 
 private:
-    friend struct vtr::Layout<CMyArrayList>;
-    friend class Observable; // blanks an element where it may neither move the others nor allocate
+    friend struct vtr::Internals<CMyArrayList>;
 
-    int GrowAndAppend(void* item, long long sortValue) noexcept;
+    /// 0 when there is no memory for so many elements; then nothing has changed.
+    int Grow(int needed) noexcept;
 
-    vtr::ElementBlock<long long> elements;
+    vtr::ElementFields<long long> elements;
     unsigned int growStep;
     bool sorted;
 };

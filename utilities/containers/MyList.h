@@ -2,7 +2,7 @@
 #define VTRUTILS_CONTAINERS_MYLIST_H
 
 #include "utilities/Export.h"
-#include "utilities/base/NodeChain.h"
+#include "utilities/Fields.h"
 #include "utilities/system/locks/Lock.h"
 
 #include <cstddef>
@@ -71,10 +71,10 @@ public:
     bool VerifyIsSorted() noexcept;
 
 private:
-    friend struct vtr::Layout<CMyList>;
+    friend struct vtr::Internals<CMyList>;
 
     mutable CLock lock;
-    vtr::NodeChain<_tNode_t> chain;
+    vtr::NodeFields<_tNode_t> nodes;
 };
 
 #endif

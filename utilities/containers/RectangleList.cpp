@@ -1,24 +1,12 @@
 #include "utilities/containers/RectangleList.h"
 
+#include "utilities/base/Layout.h"
 #include "utilities/containers/RectangleGeometry.h"
 #include "utilities/containers/RectangleMerging.h"
 
-#include <cstddef>
 #include <memory>
 #include <new>
 #include <utility>
-
-#pragma GCC diagnostic ignored "-Winvalid-offsetof" // asserted on, which is safe
-
-template <>
-struct vtr::Layout<RectangleList> {
-    static_assert(sizeof(CMyArrayList) == 32 && sizeof(RectangleList) == 56);
-    static_assert(offsetof(RectangleList, consolidateOnAdd) == 32);
-    static_assert(offsetof(RectangleList, consolidationThreshold) == 36);
-    static_assert(offsetof(RectangleList, addCounter) == 40);
-    static_assert(offsetof(RectangleList, nextConsolidationAt) == 44);
-    static_assert(offsetof(RectangleList, consolidationInterval) == 48);
-};
 
 namespace {
 
@@ -78,14 +66,122 @@ bool FillsBounds(unsigned sum, const RECT& bounds) {
     return sum > width * height * 2 / 3;
 }
 
+/// The rectangles as items of the list, which are copies of its own.
+class Rectangles {
+public:
+    explicit Rectangles(CMyArrayList& items) : list(items) {}
+
+    int Count() const { return list.NumNodes(); }
+
+    /// Requires: 0 <= index < Count().
+    RECT& operator[](int index) const { return *static_cast<RECT*>(list.FastIndex(index)); }
+
+    /// False when memory runs out.
+    bool Append(const RECT& rectangle) const {
+        std::unique_ptr<RECT> copy(new (std::nothrow) RECT(rectangle));
+        const int count = Count();
+        if (copy == nullptr || list.AppendToTail(copy.get(), 0) < count)
+            return false;
+        static_cast<void>(copy.release());
+        return true;
+    }
+
+    void Truncate(int count) const {
+        while (Count() > count) {
+            delete &(*this)[Count() - 1];
+            list.RemoveByIndex(Count() - 1);
+        }
+    }
+
+    /// Removes, in one pass, those of the rectangles [from, to) that `keep`, which may change them,
+    /// does not accept. Values move, their places stay: one removal in the middle would move all
+    /// elements behind it.
+    template <class Keep>
+    void KeepOnly(int from, int to, Keep keep) const {
+        int kept = from;
+        for (int i = from; i < Count(); ++i) {
+            if (i < to && !keep((*this)[i]))
+                continue;
+            if (kept != i)
+                (*this)[kept] = (*this)[i];
+            ++kept;
+        }
+        Truncate(kept);
+    }
+
+    bool ReplaceFrom(int first, const vtr::RectangleRun& rectangles) const;
+    bool AppendUncovered(const RECT& added, int count) const;
+
+private:
+    CMyArrayList& list;
+};
+
+/// Puts these rectangles in the place of those from `first` on. False, with nothing changed, when
+/// memory runs out.
+bool Rectangles::ReplaceFrom(int first, const vtr::RectangleRun& rectangles) const {
+    const int before = Count();
+    const int after = first + rectangles.Count();
+    while (Count() < after) {
+        if (!Append(RECT{})) {
+            Truncate(before);
+            return false;
+        }
+    }
+    Truncate(after);
+    for (int i = first; i < after; ++i)
+        (*this)[i] = rectangles[i - first];
+    return true;
+}
+
+/// Appends what the first `count` rectangles leave of `added`. False, with nothing changed, when
+/// memory runs out.
+bool Rectangles::AppendUncovered(const RECT& added, int count) const {
+    vtr::RectangleRun runs[2];
+    vtr::RectangleRun* pieces = &runs[0];
+    vtr::RectangleRun* next = &runs[1];
+    pieces->Append(added);
+    for (int i = count - 1; i >= 0; --i) {
+        const RECT& e = (*this)[i];
+        if (!OverlapRemains(e, added))
+            continue;
+        next->Truncate(0);
+        for (const RECT& piece : *pieces) {
+            if (!vtr::AppendOutside(piece, e, *next))
+                return false;
+        }
+        std::swap(pieces, next);
+    }
+    for (int i = pieces->Count() - 1; i >= 0; --i) {
+        if (!Append((*pieces)[i])) {
+            Truncate(count);
+            return false;
+        }
+    }
+    return true;
+}
+
 } // namespace
+
+template <>
+struct vtr::Internals<RectangleList> {
+    static_assert(sizeof(CMyArrayList) == 32 && sizeof(RectangleList) == 56);
+    VTR_FIELD_AT(RectangleList, consolidateOnAdd, 32);
+    VTR_FIELD_AT(RectangleList, consolidationThreshold, 36);
+    VTR_FIELD_AT(RectangleList, addCounter, 40);
+    VTR_FIELD_AT(RectangleList, nextConsolidationAt, 44);
+    VTR_FIELD_AT(RectangleList, consolidationInterval, 48);
+
+    static void ConsolidateWhenDue(RectangleList& list);
+};
+
+using Internals = vtr::Internals<RectangleList>;
 
 RectangleList::RectangleList() noexcept {
     set_consolidate_on_add(true, 12, 8);
 }
 
 RectangleList::RectangleList(RECT& rectangle) noexcept : RectangleList() {
-    Append(rectangle);
+    addWithoutMerging(rectangle);
 }
 
 RectangleList::RectangleList(const RectangleList& other) noexcept : RectangleList() {
@@ -96,8 +192,10 @@ RectangleList& RectangleList::operator=(const RectangleList& other) noexcept {
     if (this == &other)
         return *this;
     clear();
-    for (int i = 0; i < other.NumNodes(); ++i) {
-        if (!Append(other.At(i))) {
+    // Reading an item does not change the list, though the base does not say so.
+    const Rectangles others(const_cast<RectangleList&>(other));
+    for (int i = 0; i < others.Count(); ++i) {
+        if (!Rectangles(*this).Append(others[i])) {
             clear();
             break;
         }
@@ -123,25 +221,26 @@ void RectangleList::set_consolidate_on_add(bool on, int threshold, int interval)
 }
 
 void RectangleList::add(RECT* rectangle) noexcept {
+    const Rectangles list(*this);
     if (rectangle == nullptr)
         return;
     const RECT added = *rectangle; // it may be one of these
-    const int count = NumNodes();
+    const int count = list.Count();
     if (count == 0) {
-        Append(added);
+        list.Append(added);
         return;
     }
     int from = count;
     bool overlapRemains = false;
-    while (from > 0 && !Contains(At(from - 1), added))
-        overlapRemains = OverlapRemains(At(--from), added) || overlapRemains;
+    while (from > 0 && !Contains(list[from - 1], added))
+        overlapRemains = OverlapRemains(list[--from], added) || overlapRemains;
     const bool isCovered = from > 0;
 
     // What takes memory comes first, so that without it nothing has changed.
-    if (!isCovered && !(overlapRemains ? AppendUncovered(added, count) : Append(added)))
+    if (!isCovered && !(overlapRemains ? list.AppendUncovered(added, count) : list.Append(added)))
         return;
-    const bool appended = NumNodes() > count;
-    KeepOnly(from, count, [&](RECT& e) {
+    const bool appended = list.Count() > count;
+    list.KeepOnly(from, count, [&](RECT& e) {
         if (!vtr::Intersect(e, added))
             return true;
         if (Contains(added, e))
@@ -150,66 +249,73 @@ void RectangleList::add(RECT* rectangle) noexcept {
         return true;
     });
     if (appended)
-        ConsolidateWhenDue();
+        Internals::ConsolidateWhenDue(*this);
 }
 
 void RectangleList::add(RectangleList& other) noexcept {
-    for (int i = 0; i < other.NumNodes(); ++i)
-        add(&other.At(i));
+    const Rectangles others(other);
+    for (int i = 0; i < others.Count(); ++i)
+        add(&others[i]);
 }
 
 void RectangleList::addWithoutMerging(RECT& rectangle) noexcept {
-    Append(rectangle);
+    Rectangles(*this).Append(rectangle);
 }
 
 void RectangleList::subtract(RECT* rectangle) noexcept {
+    const Rectangles list(*this);
     if (rectangle == nullptr)
         return;
     const RECT hole = *rectangle; // it may be one of these
-    const int count = NumNodes();
+    const int count = list.Count();
     int first = 0;
-    while (first < count && !vtr::Overlap(At(first), hole))
+    while (first < count && !vtr::Overlap(list[first], hole))
         ++first;
     if (first == count)
         return;
     vtr::RectangleRun rest;
     for (int i = first; i < count; ++i) {
-        if (!vtr::AppendOutside(At(i), hole, rest))
+        if (!vtr::AppendOutside(list[i], hole, rest))
             return;
     }
-    ReplaceFrom(first, rest);
+    list.ReplaceFrom(first, rest);
 }
 
 bool RectangleList::subtract(RectangleList& other) noexcept {
+    const Rectangles others(other);
     if (this == &other)
         clear();
-    for (int i = other.NumNodes() - 1; i >= 0 && !isEmpty(); --i)
-        subtract(&other.At(i));
+    for (int i = others.Count() - 1; i >= 0 && !isEmpty(); --i)
+        subtract(&others[i]);
     return !isEmpty();
 }
 
 bool RectangleList::clipTo(RECT& rectangle) noexcept {
+    const Rectangles list(*this);
     const RECT area = rectangle; // it may be one of these
-    KeepOnly(0, NumNodes(), [&](const RECT& e) { return vtr::Intersect(e, area); });
+    list.KeepOnly(0, list.Count(), [&](const RECT& e) { return vtr::Intersect(e, area); });
     return !isEmpty();
 }
 
 bool RectangleList::clipTo(RectangleList& other) noexcept {
+    const Rectangles list(*this);
+    const Rectangles others(other);
     vtr::RectangleRun common;
-    for (int i = 0; i < NumNodes(); ++i) {
-        for (int j = 0; j < other.NumNodes(); ++j) {
-            const RECT& e = At(i);
-            const RECT& area = other.At(j);
+    for (int i = 0; i < list.Count(); ++i) {
+        for (int j = 0; j < others.Count(); ++j) {
+            const RECT& e = list[i];
+            const RECT& area = others[j];
             if (vtr::Intersect(e, area) && !common.Append(vtr::Intersection(e, area)))
                 return !isEmpty();
         }
     }
-    ReplaceFrom(0, common);
+    list.ReplaceFrom(0, common);
     return !isEmpty();
 }
 
 void RectangleList::SetNewObjectRect(RECT area) noexcept {
-    KeepOnly(0, NumNodes(), [&](RECT& e) {
+    const Rectangles list(*this);
+    list.KeepOnly(0, list.Count(), [&](RECT& e) {
         const bool intersects = vtr::Intersect(e, area);
         e = vtr::Intersection(e, area);
         return intersects;
@@ -217,32 +323,34 @@ void RectangleList::SetNewObjectRect(RECT area) noexcept {
 }
 
 void RectangleList::consolidate() noexcept {
+    const Rectangles list(*this);
     if (isEmpty())
         return;
     unsigned sum = 0;
-    for (int i = 0; i < NumNodes(); ++i) {
-        const RECT& e = At(i);
+    for (int i = 0; i < list.Count(); ++i) {
+        const RECT& e = list[i];
         const unsigned width = AsUnsigned(e.right) - AsUnsigned(e.left);
         sum += width * AsUnsigned(e.bottom) - AsUnsigned(e.top);
     }
     const RECT bounds = getBounds();
-    if (NumNodes() > mostConsolidated || FillsBounds(sum, bounds)) {
-        At(0) = bounds;
-        Truncate(1);
+    if (list.Count() > mostConsolidated || FillsBounds(sum, bounds)) {
+        list[0] = bounds;
+        list.Truncate(1);
         return;
     }
     vtr::RectangleRun merged;
-    for (int i = 0; i < NumNodes(); ++i) {
-        if (!merged.Append(At(i)))
+    for (int i = 0; i < list.Count(); ++i) {
+        if (!merged.Append(list[i]))
             return;
     }
     if (vtr::AlignEdges(merged) && vtr::MergeAdjacent(merged))
-        ReplaceFrom(0, merged);
+        list.ReplaceFrom(0, merged);
 }
 
 bool RectangleList::containsPoint(int x, int y) noexcept {
-    for (int i = 0; i < NumNodes(); ++i) {
-        const RECT& e = At(i);
+    const Rectangles list(*this);
+    for (int i = 0; i < list.Count(); ++i) {
+        const RECT& e = list[i];
         if (IsWithin(x, e.left, e.right) && IsWithin(y, e.top, e.bottom))
             return true;
     }
@@ -250,25 +358,28 @@ bool RectangleList::containsPoint(int x, int y) noexcept {
 }
 
 bool RectangleList::intersectsRectangle(RECT* rectangle) noexcept {
-    for (int i = 0; rectangle != nullptr && i < NumNodes(); ++i) {
-        if (vtr::Intersect(At(i), *rectangle))
+    const Rectangles list(*this);
+    for (int i = 0; rectangle != nullptr && i < list.Count(); ++i) {
+        if (vtr::Intersect(list[i], *rectangle))
             return true;
     }
     return false;
 }
 
 bool RectangleList::intersects(RectangleList& other) noexcept {
-    for (int i = 0; i < other.NumNodes(); ++i) {
-        if (intersectsRectangle(&other.At(i)))
+    const Rectangles others(other);
+    for (int i = 0; i < others.Count(); ++i) {
+        if (intersectsRectangle(&others[i]))
             return true;
     }
     return false;
 }
 
 RECT RectangleList::getBounds() noexcept {
+    const Rectangles list(*this);
     RECT bounds{0, 0, 0, 0};
-    for (int i = 0; i < NumNodes(); ++i)
-        bounds = vtr::Union(bounds, At(i));
+    for (int i = 0; i < list.Count(); ++i)
+        bounds = vtr::Union(bounds, list[i]);
     return bounds;
 }
 
@@ -281,33 +392,36 @@ int RectangleList::getNumRectangles() noexcept {
 }
 
 RECT* RectangleList::getRectangle(int index) noexcept {
-    return &At(index);
+    return &Rectangles(*this)[index];
 }
 
 void RectangleList::offsetAll(int dx, int dy) noexcept {
-    for (int i = 0; i < NumNodes(); ++i) {
-        RECT& e = At(i);
+    const Rectangles list(*this);
+    for (int i = 0; i < list.Count(); ++i) {
+        RECT& e = list[i];
         e = {Sum(e.left, dx), Sum(e.top, dy), Sum(e.right, dx), Sum(e.bottom, dy)};
     }
 }
 
 void RectangleList::clear() noexcept {
-    for (int i = 0; i < NumNodes(); ++i)
-        delete &At(i);
+    const Rectangles list(*this);
+    for (int i = 0; i < list.Count(); ++i)
+        delete &list[i];
     RemoveAll();
 }
 
 void RectangleList::swapWith(RectangleList& other) noexcept {
-    RectangleList& longer = NumNodes() > other.NumNodes() ? *this : other;
-    RectangleList& shorter = &longer == this ? other : *this;
-    const int common = shorter.NumNodes();
-    for (int i = common; i < longer.NumNodes(); ++i) {
-        if (!shorter.Append(longer.At(i)))
+    const bool isLonger = NumNodes() > other.NumNodes();
+    const Rectangles longer(isLonger ? *this : other);
+    const Rectangles shorter(isLonger ? other : *this);
+    const int common = shorter.Count();
+    for (int i = common; i < longer.Count(); ++i) {
+        if (!shorter.Append(longer[i]))
             return shorter.Truncate(common);
     }
     longer.Truncate(common);
     for (int i = 0; i < common; ++i)
-        std::swap(At(i), other.At(i));
+        std::swap(longer[i], shorter[i]);
 }
 
 bool RectangleList::rectContainsRect(RECT* a, RECT* b) noexcept {
@@ -325,95 +439,15 @@ bool RectangleList::reduceIfPartlyContainedIn(RECT* a, RECT* b) noexcept {
     return a != nullptr && b != nullptr && Trim(*a, *b);
 }
 
-RECT& RectangleList::At(int index) const noexcept {
-    // Reading an item does not change the list, though the base does not say so.
-    return *static_cast<RECT*>(const_cast<RectangleList*>(this)->FastIndex(index));
-}
-
-bool RectangleList::Append(const RECT& rectangle) noexcept {
-    std::unique_ptr<RECT> copy(new (std::nothrow) RECT(rectangle));
-    const int count = NumNodes();
-    if (copy == nullptr || AppendToTail(copy.get(), 0) < count)
-        return false;
-    static_cast<void>(copy.release());
-    return true;
-}
-
-void RectangleList::Truncate(int count) noexcept {
-    while (NumNodes() > count) {
-        delete &At(NumNodes() - 1);
-        RemoveByIndex(NumNodes() - 1);
-    }
-}
-
-/// Removes, in one pass, those of the rectangles [from, to) that `keep`, which may change them,
-/// does not accept. Values move, their places stay: one removal in the middle would move all
-/// elements behind it.
-template <class Keep>
-void RectangleList::KeepOnly(int from, int to, Keep keep) noexcept {
-    int kept = from;
-    for (int i = from; i < NumNodes(); ++i) {
-        if (i < to && !keep(At(i)))
-            continue;
-        if (kept != i)
-            At(kept) = At(i);
-        ++kept;
-    }
-    Truncate(kept);
-}
-
-/// Puts these rectangles in the place of those from `first` on. False, with nothing changed, when
-/// memory runs out.
-bool RectangleList::ReplaceFrom(int first, const vtr::RectangleRun& rectangles) noexcept {
-    const int before = NumNodes();
-    const int after = first + rectangles.Count();
-    while (NumNodes() < after) {
-        if (!Append(RECT{})) {
-            Truncate(before);
-            return false;
-        }
-    }
-    Truncate(after);
-    for (int i = first; i < after; ++i)
-        At(i) = rectangles[i - first];
-    return true;
-}
-
-/// Appends what the first `count` rectangles leave of `added`. False, with nothing changed, when
-/// memory runs out.
-bool RectangleList::AppendUncovered(const RECT& added, int count) noexcept {
-    vtr::RectangleRun runs[2];
-    vtr::RectangleRun* pieces = &runs[0];
-    vtr::RectangleRun* next = &runs[1];
-    pieces->Append(added);
-    for (int i = count - 1; i >= 0; --i) {
-        const RECT& e = At(i);
-        if (!OverlapRemains(e, added))
-            continue;
-        next->Truncate(0);
-        for (const RECT& piece : *pieces) {
-            if (!vtr::AppendOutside(piece, e, *next))
-                return false;
-        }
-        std::swap(pieces, next);
-    }
-    for (int i = pieces->Count() - 1; i >= 0; --i) {
-        if (!Append((*pieces)[i])) {
-            Truncate(count);
-            return false;
-        }
-    }
-    return true;
-}
-
-void RectangleList::ConsolidateWhenDue() noexcept {
-    if (!consolidateOnAdd || NumNodes() <= consolidationThreshold)
+void Internals::ConsolidateWhenDue(RectangleList& list) {
+    if (!list.consolidateOnAdd || list.getNumRectangles() <= list.consolidationThreshold)
         return;
     // Compared by their distance, which is right also where one has wrapped around.
-    const unsigned counter = static_cast<unsigned>(addCounter) + 1;
-    addCounter = static_cast<int>(counter);
-    if (static_cast<int>(counter - static_cast<unsigned>(nextConsolidationAt)) < 0)
+    const unsigned counter = static_cast<unsigned>(list.addCounter) + 1;
+    list.addCounter = static_cast<int>(counter);
+    if (static_cast<int>(counter - static_cast<unsigned>(list.nextConsolidationAt)) < 0)
         return;
-    consolidate();
-    nextConsolidationAt = static_cast<int>(counter + static_cast<unsigned>(consolidationInterval));
+    list.consolidate();
+    list.nextConsolidationAt =
+        static_cast<int>(counter + static_cast<unsigned>(list.consolidationInterval));
 }

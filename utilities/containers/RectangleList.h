@@ -6,11 +6,6 @@
 
 #include <windows.h>
 
-namespace vtr {
-template <class T>
-class ValueRun;
-}
-
 /// A region of the screen as rectangles that do not overlap, to keep track of what must be painted.
 /// Right and bottom edges are exclusive. Adding adds what is not yet covered, subtracting cuts
 /// pieces away; every now and then an addition consolidates, which may cover more than was added.
@@ -91,16 +86,7 @@ public:
     static bool reduceIfPartlyContainedIn(RECT* a, RECT* b) noexcept;
 
 private:
-    friend struct vtr::Layout<RectangleList>;
-
-    RECT& At(int index) const noexcept;
-    bool Append(const RECT& rectangle) noexcept;
-    void Truncate(int count) noexcept;
-    template <class Keep>
-    void KeepOnly(int from, int to, Keep keep) noexcept;
-    bool ReplaceFrom(int first, const vtr::ValueRun<RECT>& rectangles) noexcept;
-    bool AppendUncovered(const RECT& added, int count) noexcept;
-    void ConsolidateWhenDue() noexcept;
+    friend struct vtr::Internals<RectangleList>;
 
     /// Starts on a boundary of its own with every compiler: some would place it in the base's
     /// padding.

@@ -1,12 +1,10 @@
 #include "utilities/containers/Stack.h"
 
+#include "utilities/base/Layout.h"
 #include "utilities/base/ScopedLock.h"
 
-#include <cstddef>
 #include <limits>
 #include <new>
-
-#pragma GCC diagnostic ignored "-Winvalid-offsetof" // asserted on, which is safe
 
 struct CStack::Node {
     void* item;
@@ -14,12 +12,13 @@ struct CStack::Node {
 };
 
 template <>
-struct vtr::Layout<CStack> {
-    static_assert(sizeof(CStack::Node) == 16 && offsetof(CStack::Node, next) == 8);
+struct vtr::Internals<CStack> {
+    static_assert(sizeof(CStack::Node) == 16);
+    VTR_FIELD_AT(CStack::Node, next, 8);
     static_assert(sizeof(CStack) == 72);
-    static_assert(offsetof(CStack, lock) == 8);
-    static_assert(offsetof(CStack, head) == 48);
-    static_assert(offsetof(CStack, count) == 56);
+    VTR_FIELD_AT(CStack, lock, 8);
+    VTR_FIELD_AT(CStack, head, 48);
+    VTR_FIELD_AT(CStack, count, 56);
 };
 
 using Locked = vtr::ScopedLock<CLock>;

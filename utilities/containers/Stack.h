@@ -28,7 +28,7 @@ public:
     virtual int NumNodes();
 
 private:
-    friend struct vtr::Layout<CStack>;
+    friend struct vtr::Internals<CStack>;
     struct Node;
 
     CLock lock;

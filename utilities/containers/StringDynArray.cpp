@@ -1,7 +1,9 @@
 #include "utilities/containers/StringDynArray.h"
 
+#include "utilities/base/Layout.h"
 #include "utilities/base/MultibyteText.h"
 #include "utilities/base/OwnedText.h"
+#include "utilities/base/PtrArray.h"
 
 #include <algorithm>
 #include <cctype>
@@ -14,17 +16,6 @@
 #include <string>
 #include <utility>
 #include <windows.h>
-
-template <>
-struct vtr::Layout<CStringDynArray> {
-    static_assert(sizeof(PtrArray<char>) == 16 && sizeof(PtrArray<wchar_t>) == 16);
-    static_assert(sizeof(CStringDynArray) == 48);
-    static_assert(offsetof(CStringDynArray, wide) == 0);
-    static_assert(offsetof(CStringDynArray, wideTexts) == 8);
-    static_assert(offsetof(CStringDynArray, narrowTexts) == 24);
-    static_assert(offsetof(CStringDynArray, sorted) == 40);
-    static_assert(offsetof(CStringDynArray, maintainSorted) == 41);
-};
 
 namespace {
 
@@ -77,16 +68,16 @@ bool Convert(const From* text, OwnedChars<To>& converted) {
 }
 
 template <class Char>
-void FreeAll(vtr::PtrArray<Char>& texts) {
-    texts.Clear([](Char* text) { std::free(text); });
+void FreeAll(vtr::PointerFields<Char>& texts) {
+    vtr::Pointers(texts).Clear([](Char* text) { std::free(text); });
 }
 
 /// False, with none of them, when memory runs out. Requires: an empty target.
 template <class Char>
-bool CopyAll(const vtr::PtrArray<Char>& source, vtr::PtrArray<Char>& target) {
-    for (const Char* text : source) {
+bool CopyAll(const vtr::PointerFields<Char>& source, vtr::PointerFields<Char>& target) {
+    for (const Char* text : vtr::ConstPointers(source)) {
         OwnedChars<Char> copy;
-        if (!Keep(text, copy) || !target.Append(copy.get())) {
+        if (!Keep(text, copy) || !vtr::Pointers(target).Append(copy.get())) {
             FreeAll(target);
             return false;
         }
@@ -163,7 +154,8 @@ private:
 };
 
 template <class Char>
-int FirstWith(const vtr::PtrArray<Char>& texts, const Char* text) {
+int FirstWith(const vtr::PointerFields<Char>& entries, const Char* text) {
+    const vtr::ConstPointers texts(entries);
     const SubStringFinder<Char> finder(text);
     if (!finder.HasMemory())
         return -1;
@@ -173,6 +165,49 @@ int FirstWith(const vtr::PtrArray<Char>& texts, const Char* text) {
 }
 
 } // namespace
+
+template <>
+struct vtr::Internals<CStringDynArray> {
+    static_assert(sizeof(CStringDynArray) == 48);
+    VTR_FIELD_AT(CStringDynArray, wide, 0);
+    VTR_FIELD_AT(CStringDynArray, wideTexts, 8);
+    VTR_FIELD_AT(CStringDynArray, narrowTexts, 24);
+    VTR_FIELD_AT(CStringDynArray, sorted, 40);
+    VTR_FIELD_AT(CStringDynArray, maintainSorted, 41);
+
+    template <class Char>
+    static bool Add(CStringDynArray& array, PointerFields<Char>& entries, OwnedChars<Char> text) {
+        Pointers texts(entries);
+        const auto* place = texts.end();
+        if (array.maintainSorted)
+            place = std::upper_bound(texts.begin(), texts.end(), text.get(), IsLess<Char>);
+        if (!texts.Insert(static_cast<unsigned>(place - texts.begin()), text.get()))
+            return false;
+        static_cast<void>(text.release());
+        array.sorted = array.maintainSorted;
+        return true;
+    }
+
+    template <class Char>
+    static int Find(const CStringDynArray& array, const PointerFields<Char>& entries,
+                    const Char* text) {
+        const ConstPointers texts(entries);
+        if (IsEmptyText(text))
+            text = nullptr;
+        const auto isSame = [text](const Char* entry) {
+            return entry != nullptr && text != nullptr ? Compare(entry, text) == 0 : entry == text;
+        };
+        Char* const* found = texts.end();
+        if (array.sorted)
+            found = std::lower_bound(texts.begin(), texts.end(), text, IsLess<Char>);
+        else
+            found = std::find_if(texts.begin(), texts.end(), isSame);
+        return found != texts.end() && isSame(*found) ? static_cast<int>(found - texts.begin())
+                                                      : -1;
+    }
+};
+
+using Internals = vtr::Internals<CStringDynArray>;
 
 CStringDynArray::CStringDynArray() noexcept : CStringDynArray(/*keepWide=*/false) {}
 
@@ -189,8 +224,8 @@ CStringDynArray& CStringDynArray::operator=(const CStringDynArray& other) noexce
     if (this == &other)
         return *this;
     CStringDynArray copy(other);
-    wideTexts.Swap(copy.wideTexts);
-    narrowTexts.Swap(copy.narrowTexts);
+    vtr::Pointers(wideTexts).Swap(copy.wideTexts);
+    vtr::Pointers(narrowTexts).Swap(copy.narrowTexts);
     wide = copy.wide;
     sorted = copy.sorted;
     maintainSorted = copy.maintainSorted;
@@ -205,58 +240,30 @@ bool CStringDynArray::AddString(const wchar_t* text) noexcept {
     vtr::OwnedText narrowed;
     OwnedChars<wchar_t> same;
     if (wide)
-        return Keep(text, same) && Add(wideTexts, std::move(same));
-    return Convert(text, narrowed) && Add(narrowTexts, std::move(narrowed));
+        return Keep(text, same) && Internals::Add(*this, wideTexts, std::move(same));
+    return Convert(text, narrowed) && Internals::Add(*this, narrowTexts, std::move(narrowed));
 }
 
 bool CStringDynArray::AddString(const char* text, bool) noexcept {
     vtr::OwnedText same;
     OwnedChars<wchar_t> widened;
     if (wide)
-        return Convert(text, widened) && Add(wideTexts, std::move(widened));
-    return Keep(text, same) && Add(narrowTexts, std::move(same));
-}
-
-template <class Texts, class Text>
-bool CStringDynArray::Add(Texts& texts, Text text) noexcept {
-    const auto* place = texts.end();
-    if (maintainSorted)
-        place = std::upper_bound(texts.begin(), texts.end(), text.get(),
-                                 IsLess<typename Text::element_type>);
-    if (!texts.Insert(static_cast<unsigned>(place - texts.begin()), text.get()))
-        return false;
-    static_cast<void>(text.release());
-    sorted = maintainSorted;
-    return true;
+        return Convert(text, widened) && Internals::Add(*this, wideTexts, std::move(widened));
+    return Keep(text, same) && Internals::Add(*this, narrowTexts, std::move(same));
 }
 
 int CStringDynArray::FindString(const char* text) noexcept {
     if (!wide)
-        return Find(narrowTexts, text);
+        return Internals::Find(*this, narrowTexts, text);
     OwnedChars<wchar_t> converted;
-    return Convert(text, converted) ? Find(wideTexts, converted.get()) : -1;
+    return Convert(text, converted) ? Internals::Find(*this, wideTexts, converted.get()) : -1;
 }
 
 int CStringDynArray::FindString(const wchar_t* text) noexcept {
     if (wide)
-        return Find(wideTexts, text);
+        return Internals::Find(*this, wideTexts, text);
     vtr::OwnedText converted;
-    return Convert(text, converted) ? Find(narrowTexts, converted.get()) : -1;
-}
-
-template <class Char>
-int CStringDynArray::Find(const vtr::PtrArray<Char>& texts, const Char* text) const noexcept {
-    if (vtr::IsEmptyText(text))
-        text = nullptr;
-    const auto isSame = [text](const Char* entry) {
-        return entry != nullptr && text != nullptr ? Compare(entry, text) == 0 : entry == text;
-    };
-    Char* const* found = texts.end();
-    if (sorted)
-        found = std::lower_bound(texts.begin(), texts.end(), text, IsLess<Char>);
-    else
-        found = std::find_if(texts.begin(), texts.end(), isSame);
-    return found != texts.end() && isSame(*found) ? static_cast<int>(found - texts.begin()) : -1;
+    return Convert(text, converted) ? Internals::Find(*this, narrowTexts, converted.get()) : -1;
 }
 
 int CStringDynArray::FindSubString(const char* text) noexcept {
@@ -269,28 +276,28 @@ int CStringDynArray::FindSubString(const char* text) noexcept {
 }
 
 const wchar_t* CStringDynArray::GetWCString(unsigned int index) const noexcept {
-    return wideTexts.At(index);
+    return vtr::ConstPointers(wideTexts).At(index);
 }
 
 const char* CStringDynArray::GetChString(unsigned int index) const noexcept {
-    return narrowTexts.At(index);
+    return vtr::ConstPointers(narrowTexts).At(index);
 }
 
 const char* CStringDynArray::GetString(unsigned int index) const noexcept {
-    return narrowTexts.At(index);
+    return vtr::ConstPointers(narrowTexts).At(index);
 }
 
 unsigned int CStringDynArray::NumStrings() const noexcept {
-    return wide ? wideTexts.Count() : narrowTexts.Count();
+    return wide ? wideTexts.count : narrowTexts.count;
 }
 
 bool CStringDynArray::RemoveString(unsigned int index) noexcept {
     if (index >= NumStrings())
         return false;
     if (wide)
-        std::free(wideTexts.Remove(index));
+        std::free(vtr::Pointers(wideTexts).Remove(index));
     else
-        std::free(narrowTexts.Remove(index));
+        std::free(vtr::Pointers(narrowTexts).Remove(index));
     return true;
 }
 
@@ -307,8 +314,10 @@ void CStringDynArray::SetMaintainSorted(bool on) noexcept {
 }
 
 void CStringDynArray::Sort() noexcept {
+    vtr::Pointers wideOnes(wideTexts);
+    vtr::Pointers narrowOnes(narrowTexts);
     // Where there is no memory for the merging, it is done in place.
-    std::stable_sort(wideTexts.begin(), wideTexts.end(), IsLess<wchar_t>);
-    std::stable_sort(narrowTexts.begin(), narrowTexts.end(), IsLess<char>);
+    std::stable_sort(wideOnes.begin(), wideOnes.end(), IsLess<wchar_t>);
+    std::stable_sort(narrowOnes.begin(), narrowOnes.end(), IsLess<char>);
     sorted = true;
 }

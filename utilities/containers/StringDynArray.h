@@ -2,7 +2,7 @@
 #define VTRUTILS_CONTAINERS_STRINGDYNARRAY_H
 
 #include "utilities/Export.h"
-#include "utilities/base/PtrArray.h"
+#include "utilities/Fields.h"
 
 /// An array of texts, each a copy of its own, kept either as UTF-16 or in single bytes, and sorted
 /// if wanted. A text of the other kind is converted with the system's ANSI code page. Texts compare
@@ -50,16 +50,11 @@ public:
     void Sort() noexcept;
 
 private:
-    friend struct vtr::Layout<CStringDynArray>;
-
-    template <class Texts, class Text>
-    bool Add(Texts& texts, Text text) noexcept;
-    template <class Char>
-    int Find(const vtr::PtrArray<Char>& texts, const Char* text) const noexcept;
+    friend struct vtr::Internals<CStringDynArray>;
 
     bool wide;
-    vtr::PtrArray<wchar_t> wideTexts;
-    vtr::PtrArray<char> narrowTexts;
+    vtr::PointerFields<wchar_t> wideTexts;
+    vtr::PointerFields<char> narrowTexts;
     bool sorted;
     bool maintainSorted;
 };

@@ -1,5 +1,6 @@
 #include "utilities/containers/StringList.h"
 
+#include "utilities/base/Layout.h"
 #include "utilities/base/ListTooLong.h"
 #include "utilities/base/SameText.h"
 
@@ -9,8 +10,10 @@
 #include <limits>
 #include <new>
 
+namespace {
+
 /// What a text and the sentinel have. The text stands behind it, in the same allocation.
-struct CStringList::Links {
+struct Links {
     Links* next;
     Links* previous;
 
@@ -32,6 +35,8 @@ struct CStringList::Links {
         before->next = behind->previous = this;
     }
 };
+
+} // namespace
 
 struct CStringList::List {
     Links sentinel{&sentinel, &sentinel}; ///< before the first text and behind the last
@@ -109,21 +114,27 @@ struct CStringList::List {
 };
 
 template <>
-struct vtr::Layout<CStringList> {
+struct vtr::Internals<CStringList> {
+    using List = CStringList::List;
     static_assert(sizeof(CStringList) == sizeof(void*));
-    static_assert(sizeof(CStringList::Links) == 16);
-    static_assert(offsetof(CStringList::List, count) == 16);
+    static_assert(sizeof(Links) == 16);
+    VTR_FIELD_AT(List, count, 16);
+
+    static List* CopyOf(const List* source);
+    static void InsertBefore(CStringList& strings, Links* place, long index, const char* text);
 };
+
+using Internals = vtr::Internals<CStringList>;
 
 CStringList::CStringList() noexcept : list(nullptr) {}
 
-CStringList::CStringList(const CStringList& other) noexcept : list(CopyOf(other.list)) {}
+CStringList::CStringList(const CStringList& other) noexcept : list(Internals::CopyOf(other.list)) {}
 
 CStringList& CStringList::operator=(const CStringList& other) noexcept {
     if (this == &other)
         return *this;
     delete list;
-    list = CopyOf(other.list);
+    list = Internals::CopyOf(other.list);
     return *this;
 }
 
@@ -132,11 +143,11 @@ CStringList::~CStringList() {
 }
 
 void CStringList::AddLatestString(const char* text) {
-    InsertBefore(list != nullptr ? list->sentinel.next : nullptr, 0, text);
+    Internals::InsertBefore(*this, list != nullptr ? list->sentinel.next : nullptr, 0, text);
 }
 
 void CStringList::PushBackList(char* text) {
-    InsertBefore(list != nullptr ? &list->sentinel : nullptr, Count(), text);
+    Internals::InsertBefore(*this, list != nullptr ? &list->sentinel : nullptr, Count(), text);
 }
 
 void CStringList::AddSortedString(char* text) {
@@ -146,7 +157,7 @@ void CStringList::AddSortedString(char* text) {
     long index = 0;
     for (; place != &list->sentinel && vtr::CompareText(place->Text(), text) <= 0; ++index)
         place = place->next;
-    InsertBefore(place, index, text);
+    Internals::InsertBefore(*this, place, index, text);
 }
 
 int CStringList::ContainsString(char* text) noexcept {
@@ -196,7 +207,7 @@ void CStringList::DeleteStringList() noexcept {
 }
 
 int CStringList::CopyFrom(CStringList& other) noexcept {
-    List* copy = CopyOf(other.list);
+    List* copy = Internals::CopyOf(other.list);
     if (copy == nullptr && other.Count() > 0)
         return 0;
     delete list;
@@ -209,7 +220,7 @@ long CStringList::Count() noexcept {
 }
 
 /// Null for an empty list and when memory runs out.
-CStringList::List* CStringList::CopyOf(const List* source) noexcept {
+Internals::List* Internals::CopyOf(const List* source) {
     if (source == nullptr || source->count == 0)
         return nullptr;
     List* copy = new (std::nothrow) List;
@@ -227,9 +238,10 @@ CStringList::List* CStringList::CopyOf(const List* source) noexcept {
 }
 
 /// `place` is null before the first text.
-void CStringList::InsertBefore(Links* place, long index, const char* text) {
+void Internals::InsertBefore(CStringList& strings, Links* place, long index, const char* text) {
     if (text == nullptr)
         return;
+    List*& list = strings.list;
     if (list == nullptr) {
         list = new (std::nothrow) List;
         if (list == nullptr)

@@ -53,12 +53,8 @@ public:
     long Count() noexcept;
 
 private:
-    friend struct vtr::Layout<CStringList>;
-    struct Links;
+    friend struct vtr::Internals<CStringList>;
     struct List;
-
-    static List* CopyOf(const List* source) noexcept;
-    void InsertBefore(Links* place, long index, const char* text);
 
     List* list; ///< null before the first text
 };

@@ -1,5 +1,6 @@
 #include "utilities/system/objects/Observable.h"
 
+#include "utilities/containers/MyArrayListInternals.h"
 #include "utilities/system/locks/Lock.h"
 
 #include <cstdarg>
@@ -136,12 +137,8 @@ void Observable::TakeOut(Observer* observer) {
 /// Leaves empty places, for good, so that the deliveries under way find the others where they were.
 void Observable::Blank(const Observer* observer) {
     const int count = codes.NumNodes();
-    for (int i = 0; i < count; ++i) {
-        for (auto& element : ListAt(codes, i)->elements) {
-            if (element.item == observer)
-                element.item = nullptr;
-        }
-    }
+    for (int i = 0; i < count; ++i)
+        vtr::Internals<CMyArrayList>::Blank(*ListAt(codes, i), observer);
 }
 
 void Observable::RemoveObserver(Observer* observer) {

@@ -1,13 +1,11 @@
 #include "utilities/system/objects/RefObject.h"
 
-#include <cstddef>
-
-#pragma GCC diagnostic ignored "-Winvalid-offsetof" // asserted on, which is safe
+#include "utilities/base/Layout.h"
 
 template <>
-struct vtr::Layout<CRefObject> {
+struct vtr::Internals<CRefObject> {
     static_assert(sizeof(CRefObject) == 16);
-    static_assert(offsetof(CRefObject, references) == 8);
+    VTR_FIELD_AT(CRefObject, references, 8);
 };
 
 CRefObject::CRefObject() noexcept : references(1) {}

@@ -18,7 +18,7 @@ public:
     int DecrementRefCount() noexcept;
 
 private:
-    friend struct vtr::Layout<CRefObject>;
+    friend struct vtr::Internals<CRefObject>;
 
     int references;
 };

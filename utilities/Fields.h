@@ -1,0 +1,86 @@
+#ifndef VTRUTILS_FIELDS_H
+#define VTRUTILS_FIELDS_H
+
+/// The private fields of exported classes, as plain records, because hosts rely on their order. The
+/// library fills and frees them. Of what works on them, only the steps of a host's loop stand here,
+/// so that they need no call.
+/// Thread-safety: one thread at a time.
+
+namespace vtr {
+
+/// A growable array of pointers.
+template <class T>
+struct PointerFields {
+    PointerFields() noexcept : capacity(0), borrowed(0) {}
+    PointerFields(const PointerFields&) = delete;
+    PointerFields& operator=(const PointerFields&) = delete;
+
+    T** slots = nullptr;
+    unsigned count = 0;
+    unsigned capacity : 31;
+    unsigned borrowed : 1; ///< the slots are another's, who frees them
+};
+
+template <class Value>
+struct Element {
+    void* item; ///< never dereferenced
+    Value sortValue;
+};
+
+/// The elements of an array list, in one block.
+template <class Value>
+struct ElementFields {
+    ElementFields() = default;
+    ElementFields(const ElementFields&) = delete;
+    ElementFields& operator=(const ElementFields&) = delete;
+
+    /// Null when out of range; `sortValueOut` may be null and is then not written.
+    void* At(int index, Value* sortValueOut) const noexcept {
+        if (index < 0 || index >= count)
+            return nullptr;
+        if (sortValueOut != nullptr)
+            *sortValueOut = block[index].sortValue;
+        return block[index].item;
+    }
+
+    Element<Value>* block = nullptr;
+    int capacity = 0;
+    int count = 0;
+};
+
+/// A chain of nodes, and the one that was reached last.
+template <class Node>
+struct NodeFields {
+    NodeFields() = default;
+    NodeFields(const NodeFields&) = delete;
+    NodeFields& operator=(const NodeFields&) = delete;
+
+    /// Puts the cursor there and returns its node; null, with the cursor as it was, when out of
+    /// range.
+    Node* WalkTo(int index) noexcept {
+        if (index < 0 || index >= count)
+            return nullptr;
+        if (index == count - 1) {
+            cursorIndex = index;
+            return cursor = tail;
+        }
+        if (index < cursorIndex) {
+            cursor = head;
+            cursorIndex = 0;
+        }
+        for (; cursorIndex < index; ++cursorIndex)
+            cursor = cursor->next;
+        return cursor;
+    }
+
+    Node* head = nullptr;
+    Node* tail = nullptr;
+    Node* cursor = nullptr; ///< null only while the list is empty
+    int count = 0;
+    int cursorIndex = 0;
+    bool sorted = true;
+};
+
+} // namespace vtr
+
+#endif

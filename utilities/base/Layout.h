@@ -1,0 +1,47 @@
+#ifndef VTRUTILS_BASE_LAYOUT_H
+#define VTRUTILS_BASE_LAYOUT_H
+
+#include "utilities/Fields.h"
+
+#include <cstddef>
+
+/// Where the fields stand on whose order hosts rely: those of a class beside its source, those of
+/// the records that several classes have here. Private to the library. Immutable and safe.
+
+/// Asserts where a field stands. In a class with virtual functions `offsetof` is not portable, but
+/// right with the compilers of the library.
+// clang-format off
+#define VTR_FIELD_AT(Class, field, offset)                          \
+    _Pragma("GCC diagnostic push")                                  \
+    _Pragma("GCC diagnostic ignored \"-Winvalid-offsetof\"")        \
+    static_assert(offsetof(Class, field) == (offset));              \
+    _Pragma("GCC diagnostic pop")                                   \
+    static_assert(true)
+// clang-format on
+
+namespace vtr {
+
+static_assert(sizeof(PointerFields<int>) == 16);
+VTR_FIELD_AT(PointerFields<int>, slots, 0);
+VTR_FIELD_AT(PointerFields<int>, count, 8);
+
+static_assert(sizeof(Element<long long>) == 16 && sizeof(Element<double>) == 16);
+VTR_FIELD_AT(Element<long long>, sortValue, 8);
+VTR_FIELD_AT(Element<double>, sortValue, 8);
+
+static_assert(sizeof(ElementFields<int>) == 16);
+VTR_FIELD_AT(ElementFields<int>, block, 0);
+VTR_FIELD_AT(ElementFields<int>, capacity, 8);
+VTR_FIELD_AT(ElementFields<int>, count, 12);
+
+static_assert(sizeof(NodeFields<int>) == 40);
+VTR_FIELD_AT(NodeFields<int>, head, 0);
+VTR_FIELD_AT(NodeFields<int>, tail, 8);
+VTR_FIELD_AT(NodeFields<int>, cursor, 16);
+VTR_FIELD_AT(NodeFields<int>, count, 24);
+VTR_FIELD_AT(NodeFields<int>, cursorIndex, 28);
+VTR_FIELD_AT(NodeFields<int>, sorted, 32);
+
+} // namespace vtr
+
+#endif

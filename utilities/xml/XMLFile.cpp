@@ -23,6 +23,10 @@ void LogNoMemory(unsigned fileSize) {
     LogFmtA("Leaving CXMLFile::Open, can't alloc buffer of %u bytes", fileSize + 2);
 }
 
+void LogNoText() {
+    Log("Leaving CXMLFile::Open, file length < 1");
+}
+
 /// False, with the reason logged, when there is nothing to load.
 bool ReadFile(const char* path, vtr::FileBytes& file) {
     LogFmtA("Entered CXMLFile::Open, file <%s>", path != nullptr ? path : "");
@@ -44,7 +48,7 @@ bool ReadFile(const char* path, vtr::FileBytes& file) {
         break;
     }
     if (file.Size() == 0)
-        Log("Leaving CXMLFile::Open, file length < 1");
+        LogNoText();
     return file.Size() > 0;
 }
 
@@ -68,15 +72,17 @@ bool CXMLFile::Open(const char* path) noexcept {
         return false;
     }
     // Loading only reads.
-    return LoadFromBuffer(const_cast<char*>(text.Text()));
+    if (LoadFromBuffer(const_cast<char*>(text.Text())))
+        return true;
+    // The file begins with a zero.
+    LogNoText();
+    return false;
 }
 
 bool CXMLFile::LoadFromBuffer(char* text) noexcept {
     const std::size_t length = text != nullptr ? vtr::TextLength(text) : 0;
-    if (length == 0 || length >= INT_MAX) {
-        Log("Leaving CXMLFile::Load, no data");
+    if (length == 0 || length >= INT_MAX)
         return false;
-    }
     bufferLength = static_cast<unsigned>(length);
     Clear();
     progressCallback = loadCallback;

@@ -20,11 +20,11 @@ bool IsBlank(char c) {
     return c == ' ' || static_cast<signed char>(c) <= '\r';
 }
 
-bool IsSameName(const char* name, std::string_view other) {
+bool IsSameName(const char* name, unsigned short key, std::string_view other) {
     // Mostly it is the same, letter by letter.
     if (std::strncmp(name, other.data(), other.size()) == 0)
         return name[other.size()] == '\0';
-    if (!MayBeSameXMLName(XMLNameKey(name), XMLNameKey(other)))
+    if (!MayBeSameXMLName(key, XMLNameKey(other)))
         return false;
     const OwnedText copy(CopyXMLText(other));
     return copy != nullptr && SameText(name, copy.get());
@@ -41,7 +41,7 @@ void XMLLoader::Run() {
         MeetToken();
         ReadTexts();
         const bool closes = token.startKind == XMLStart::closing && open->name != nullptr &&
-                            IsSameName(open->name, token.name);
+                            IsSameName(open->name, open->nameKey, token.name);
         if (!closes && BeginChild()) {
             MeetToken();
             ReadOwnTag();

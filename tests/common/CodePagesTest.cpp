@@ -47,6 +47,13 @@ void Write(const fs::path& file, std::string_view text) {
     std::ofstream(file, std::ios::binary) << text;
 }
 
+void Write(const std::string& path) {
+    Write(vtr::WidePath(path.c_str(), vtr::CurrentCodePage()).Get(), "");
+}
+
+/// Of letters that none of the pages has.
+constexpr wchar_t foreign[] = L"\xE01\xE02";
+
 using PathBuffer = std::array<char, MAX_PATH>;
 
 PathBuffer BufferWith(const std::string& path) {
@@ -119,8 +126,11 @@ bool Tables(const Place& place) {
 
 bool Folders(const Place& place) {
     const std::string made = place.File("one\\") + place.name + "\\";
-    PathBuffer sub{};
-    return CreateMultiLevelDir(made.c_str()) != 0 && IsValidDirectory(made.c_str()) &&
+    fs::create_directories(place.wide / L"two" / foreign);
+    PathBuffer sub{}, shortName{};
+    return HasSubDir(place.File("two\\").c_str(), shortName.data()) == 1 &&
+           IsValidDirectory((place.File("two\\") + shortName.data()).c_str()) &&
+           CreateMultiLevelDir(made.c_str()) != 0 && IsValidDirectory(made.c_str()) &&
            place.Has(L"one") && HasSubDir(place.File("one\\").c_str(), sub.data()) == 1 &&
            sub.data() == place.name && !FolderEmpty(place.path.c_str()) &&
            IsOnLocalHardDrive(place.path.c_str()) && GetKBFree(place.path.c_str()) > 0;
@@ -131,9 +141,17 @@ std::string Exact(const std::wstring& text, unsigned codePage);
 bool Search(const Place& place) {
     fs::create_directories(place.wide / L"deep" / L"er");
     Write(place.wide / L"deep" / L"er" / L"f.wav", "");
-    PathBuffer found{}, above{};
+    fs::create_directory(place.wide / foreign);
+    Write(place.wide / foreign / L"f.ogg", "");
+    const std::string named = place.name + ".mp3";
+    Write(place.File(named.c_str()));
+    PathBuffer found{}, above{}, shortName{}, asNamed{};
     return FindFilesRecursively(place.path.c_str(), "*.wav", found.data()) == 1 &&
            found.data() == place.File("deep\\er\\f.wav") &&
+           FindFilesRecursively(place.path.c_str(), "*.ogg", shortName.data()) == 1 &&
+           DoesFileExist(shortName.data()) &&
+           FindFilesRecursively(place.path.c_str(), named.c_str(), asNamed.data()) == 1 &&
+           asNamed.data() == place.File(named.c_str()) &&
            // From a folder that all pages have.
            FindFilesRecursively(Exact(place.wide.parent_path().parent_path(), 0).c_str(), "f.wav",
                                 above.data()) &&
@@ -155,15 +173,13 @@ bool Times(const Place& place) {
 }
 
 bool UniqueNames(const Place& place) {
-    const std::string stem = place.File(place.name.c_str());
-    const auto put = [&](const std::string& path) {
-        Write(vtr::WidePath(path.c_str(), vtr::CurrentCodePage()).Get(), "");
-    };
+    // A backslash after the mark would hide it.
+    const std::string stem = place.File("x") + place.name;
     for (const char* tail : {".wav", "_1.wav", " [8].wav"})
-        put(stem + tail);
-    PathBuffer plain = BufferWith(stem + ".wav"), marked = BufferWith(stem + " [3].wav");
+        Write(stem + tail);
+    PathBuffer plain = BufferWith(stem + ".wav");
+    PathBuffer marked = BufferWith(place.File("x[3]") + place.name + ".wav"), stripped = marked;
     SetNextUniqueFileID(7);
-    PathBuffer stripped = BufferWith(stem + "[12].wav");
     return UniqueFileName(plain.data(), true, '_', false) == 1 && plain.data() == stem + "_2.wav" &&
            UniqueFileName(marked.data(), true, '_', true) == 1 &&
            marked.data() == stem + " [9].wav" && StripUniqueID(stripped.data(), false) &&
@@ -171,13 +187,13 @@ bool UniqueNames(const Place& place) {
 }
 
 bool Names(const Place& place) {
-    const std::string file = place.File(place.name.c_str()) + ".wav";
+    const std::string file = place.File(place.name.c_str()) + ".mp3";
     PathBuffer part{}, whole{};
     return DoesFileExist(file.c_str()) && ExtractDirectory(file.c_str(), part.data(), MAX_PATH) &&
            part.data() == place.path && ExtractFileName(file.c_str(), whole.data(), MAX_PATH) &&
-           whole.data() == place.name + ".wav" &&
+           whole.data() == place.name + ".mp3" &&
            ExtractExtension(file.c_str(), part.data(), MAX_PATH) &&
-           part.data() == std::string(".wav");
+           part.data() == std::string(".mp3");
 }
 
 bool Clipboard(const Place& place) {
@@ -211,14 +227,14 @@ bool SpecialFolder(const Place& place) {
 
 bool Remembered(const Place& place) {
     const TestKey key;
-    const std::string file = place.File(place.name.c_str()) + ".wav";
+    const std::string file = place.File(place.name.c_str()) + ".mp3";
     char baseName[] = "N";
     CMRUList list(baseName), again(baseName);
     list.Init(key.Root(), key.SubKey());
     list.AddFile(file.c_str(), 5);
     again.Init(key.Root(), key.SubKey());
     PathBuffer text{};
-    return again.IndexOf(file.c_str()) == 0 && again.GetFileNameOnly(0) == place.name + ".wav" &&
+    return again.IndexOf(file.c_str()) == 0 && again.GetFileNameOnly(0) == place.name + ".mp3" &&
            WriteRegistryString(key.Root(), key.SubKey(), "Path", file.c_str()) &&
            GetRegistryString(key.Root(), key.SubKey(), "Path", text.data(), sizeof text) &&
            text.data() == file;

@@ -1,6 +1,8 @@
 #include "gallery/Arguments.h"
 
+#include "common/Require.h"
 #include "gallery/text/Text.h"
+#include "utilities/text/language/LanguageStrings.h"
 #include "utilities/text/strings/StringFunctions.h"
 
 namespace gallery {
@@ -43,6 +45,7 @@ void ReadParameters(Arguments& arguments) {
 } // namespace
 
 Arguments ReadArguments() {
+    VTR_REQUIRE(GetCurrentCodePage() == 0);
     Arguments arguments;
     ReadParameters(arguments);
     if (arguments.document.empty())

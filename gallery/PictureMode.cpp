@@ -1,5 +1,6 @@
 #include "gallery/PictureMode.h"
 
+#include "common/Require.h"
 #include "gallery/Picture.h"
 #include "gallery/app/MainWindow.h"
 
@@ -34,6 +35,7 @@ bool MakePicture(MainWindow& window, int page, const PictureWriter& writer,
 } // namespace
 
 bool MakePictures(MainWindow& window, const std::wstring& folder) {
+    VTR_REQUIRE(IsWindowVisible(window.Handle()) != FALSE);
     if (!CreateDirectoryW(folder.c_str(), /*lpSecurityAttributes=*/nullptr) &&
         GetLastError() != ERROR_ALREADY_EXISTS) {
         std::fprintf(stderr, "gallery: could not make the folder %ls\n", folder.c_str());

@@ -1,6 +1,7 @@
 #include "gallery/widgets/Look.h"
 
 #include "common/DynamicFunction.h"
+#include "common/Require.h"
 #include "gallery/widgets/Controls.h"
 
 #include <algorithm>
@@ -57,6 +58,7 @@ private:
 } // namespace
 
 void Look::Update(HWND window) {
+    VTR_REQUIRE(IsWindow(window) != FALSE);
     Update(DpiOf(window));
 }
 

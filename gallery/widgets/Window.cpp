@@ -1,5 +1,7 @@
 #include "gallery/widgets/Window.h"
 
+#include "common/Require.h"
+
 namespace gallery {
 
 Window::~Window() {
@@ -9,6 +11,7 @@ Window::~Window() {
 
 bool Window::CreateAs(const wchar_t* className, const wchar_t* title, DWORD extendedStyle,
                       DWORD style, SIZE size, HWND parent) {
+    VTR_REQUIRE(window == nullptr);
     const HINSTANCE instance = GetModuleHandleW(nullptr);
     WNDCLASSEXW type{};
     type.cbSize = sizeof type;

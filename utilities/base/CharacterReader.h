@@ -1,6 +1,7 @@
 #ifndef VTRUTILS_BASE_CHARACTERREADER_H
 #define VTRUTILS_BASE_CHARACTERREADER_H
 
+#include "common/Require.h"
 #include "utilities/base/MultibyteText.h"
 #include "utilities/base/SameText.h"
 
@@ -30,6 +31,7 @@ public:
 
     /// That of the character at `text`, which is moved past it. Requires: text < end.
     unsigned Read(const char*& text, const char* end) const {
+        VTR_REQUIRE(text < end);
         const char* at = text;
         const std::size_t size = Step(at, end);
         text += size;

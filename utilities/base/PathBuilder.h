@@ -1,6 +1,9 @@
 #ifndef VTRUTILS_BASE_PATHBUILDER_H
 #define VTRUTILS_BASE_PATHBUILDER_H
 
+#include "common/Require.h"
+
+#include <cstddef>
 #include <cwchar>
 
 namespace vtr {
@@ -14,13 +17,15 @@ public:
         if (count >= capacity - length)
             return false;
         std::wmemcpy(path + length, text, count);
-        CutTo(length + count);
+        length += count;
+        path[length] = L'\0';
         return true;
     }
     bool Append(const wchar_t* text) { return Append(text, std::wcslen(text)); }
 
     /// Requires: `count` <= Length().
     void CutTo(std::size_t count) {
+        VTR_REQUIRE(count <= length);
         length = count;
         path[length] = L'\0';
     }

@@ -1,6 +1,8 @@
 #ifndef VTRUTILS_BASE_STORECUT_H
 #define VTRUTILS_BASE_STORECUT_H
 
+#include "common/Require.h"
+
 #include <cstddef>
 #include <cstring>
 
@@ -12,6 +14,7 @@ namespace vtr {
 /// text may lie in the buffer. Requires: size > 0.
 template <class Char>
 std::size_t StoreCut(const Char* text, Char* buffer, std::size_t size) {
+    VTR_REQUIRE(size > 0);
     // Most texts are so short that finding their length and calling `memcpy` takes longer.
     std::size_t length = 0;
     for (; length < size - 1 && text[length] != 0; ++length)

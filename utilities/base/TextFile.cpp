@@ -1,6 +1,7 @@
 #include "utilities/base/TextFile.h"
 
 #include "common/Handles.h"
+#include "common/Require.h"
 #include "common/WidePath.h"
 #include "utilities/base/CodePage.h"
 #include "utilities/base/Utf16Text.h"
@@ -40,6 +41,7 @@ FileReading FileBytes::TryRead(const wchar_t* path) {
 
 SingleByteText::SingleByteText(const unsigned char* data, unsigned length)
     : text(reinterpret_cast<const char*>(data)), size(length) {
+    VTR_REQUIRE(length <= INT_MAX);
     if (LooksLikeUtf16(data, length, /*requireTerminator=*/false)) {
         size = HasByteOrderMark(data) ? (length - 1) / 2 : length / 2;
         copy.reset(static_cast<char*>(std::malloc(std::size_t{size} + 1)));

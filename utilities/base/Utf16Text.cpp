@@ -1,5 +1,7 @@
 #include "utilities/base/Utf16Text.h"
 
+#include "common/Require.h"
+
 #include <cstring>
 
 namespace vtr {
@@ -24,6 +26,7 @@ Utf16Pair PairAt(const unsigned char* data) {
 } // namespace
 
 bool HasByteOrderMark(const unsigned char* data) {
+    VTR_REQUIRE(data != nullptr);
     return data[0] == 0xFF && data[1] == 0xFE;
 }
 
@@ -51,6 +54,8 @@ bool LooksLikeUtf16(const unsigned char* data, std::size_t length, bool requireT
 
 void KeepLowBytes(const wchar_t* source, std::size_t units, char* destination,
                   std::size_t destinationSize, bool reserveTerminator) {
+    VTR_REQUIRE(destination != nullptr && (source != nullptr || units == 0));
+    VTR_REQUIRE(destinationSize > 0 || !reserveTerminator);
     std::memset(destination, 0, destinationSize);
     const std::size_t room = reserveTerminator ? destinationSize - 1 : destinationSize;
     std::size_t in = units > 0 && UnitAt(source, 0) == byteOrderMark ? 1 : 0;

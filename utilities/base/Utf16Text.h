@@ -24,7 +24,8 @@ Utf16Pair FirstTellingPair(const unsigned char* data, std::size_t from, std::siz
 bool LooksLikeUtf16(const unsigned char* data, std::size_t length, bool requireTerminator);
 
 /// Zeroes the destination and writes the low byte of each unit there, without the byte-order mark,
-/// until two zero units in a row. Requires: destination != nullptr, `units` units at `source`.
+/// until two zero units in a row. Requires: destination != nullptr, `units` units at `source`,
+/// and room for the terminator if that is reserved.
 void KeepLowBytes(const wchar_t* source, std::size_t units, char* destination,
                   std::size_t destinationSize, bool reserveTerminator);
 

@@ -1,6 +1,8 @@
 #ifndef VTRUTILS_BASE_VALUERUN_H
 #define VTRUTILS_BASE_VALUERUN_H
 
+#include "common/Require.h"
+
 #include <cstdlib>
 #include <cstring>
 #include <type_traits>
@@ -29,8 +31,14 @@ public:
     const T* end() const { return values + count; }
 
     /// Requires: 0 <= index < Count(). A reference is valid until the next `Append`.
-    T& operator[](int index) { return values[index]; }
-    const T& operator[](int index) const { return values[index]; }
+    T& operator[](int index) {
+        VTR_REQUIRE(index >= 0 && index < count);
+        return values[index];
+    }
+    const T& operator[](int index) const {
+        VTR_REQUIRE(index >= 0 && index < count);
+        return values[index];
+    }
 
     /// False, with nothing changed, when memory runs out.
     bool Append(const T& value) {
@@ -42,7 +50,10 @@ public:
     }
 
     /// Requires: 0 <= newCount <= Count().
-    void Truncate(int newCount) { count = newCount; }
+    void Truncate(int newCount) {
+        VTR_REQUIRE(newCount >= 0 && newCount <= count);
+        count = newCount;
+    }
 
 private:
     bool Grow() {

@@ -1,5 +1,7 @@
 #include "utilities/undo/UndoMgr.h"
 
+#include "common/Require.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <memory>
@@ -25,6 +27,20 @@ struct vtr::Layout<CUndoMgr> {
     static_assert(offsetof(CUndoMgr, undoInProgress) == 112);
     static_assert(offsetof(CUndoMgr, redoInProgress) == 113);
 };
+
+namespace {
+
+/// Found by its node ID, as these stand in that order: quick also with many of them.
+[[maybe_unused]] bool Stands(const CUndoAtom* atom, CUndoAtom* const* first,
+                             CUndoAtom* const* last) {
+    CUndoAtom* const* place =
+        std::lower_bound(first, last, atom, [](const CUndoAtom* a, const CUndoAtom* b) {
+            return a->nodeID < b->nodeID;
+        });
+    return place != last && *place == atom;
+}
+
+} // namespace
 
 CUndoMgr::CUndoMgr(int maximum) noexcept
     : currentSet(1), nextNodeID(1), currentIndex(-1), one(1), maxUndos(maximum), dirty(0),
@@ -58,6 +74,7 @@ int CUndoMgr::IndexOf(const CUndoAtom* atom) const noexcept {
 }
 
 long long CUndoMgr::AddUndoNode(CUndoAtom* atom) {
+    VTR_REQUIRE(atom == nullptr || !Stands(atom, atoms.begin(), atoms.begin() + LastIndex() + 1));
     if (atom == nullptr || disableCount > 0 || closing || Walking())
         return -1;
     DiscardRedoChain();

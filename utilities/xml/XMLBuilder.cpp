@@ -1,5 +1,6 @@
 #include "utilities/xml/XMLBuilder.h"
 
+#include "common/Require.h"
 #include "utilities/xml/XMLText.h"
 
 #include <cstdint>
@@ -118,6 +119,8 @@ bool XMLBuilder::AddChild(CXMLNode& node, CXMLNode* child) {
 
 /// Goes through both trees side by side, in the order of the document.
 void XMLBuilder::CopyTree(const CXMLNode& source, CXMLNode& target) {
+    VTR_REQUIRE(target.name == nullptr && target.children.Count() == 0 &&
+                target.headerProperties.Count() == 0 && target.contentStrings.Count() == 0);
     CopyOwn(source, target);
     const CXMLNode* from = &source;
     CXMLNode* to = &target;

@@ -1,3 +1,4 @@
+#include "common/Require.h"
 #include "utilities/base/OwnedText.h"
 #include "utilities/base/SameText.h"
 #include "utilities/xml/XMLNode.h"
@@ -11,7 +12,9 @@ namespace {
 class Wanted {
 public:
     /// Requires: not null.
-    explicit Wanted(const char* text) : wanted(text), key(vtr::XMLNameKey(text)) {}
+    explicit Wanted(const char* text) : wanted(text), key(vtr::XMLNameKey(text)) {
+        VTR_REQUIRE(text != nullptr);
+    }
 
     /// The same for a name with its key.
     bool Is(const char* name, unsigned short nameKey) const {

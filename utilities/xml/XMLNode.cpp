@@ -1,5 +1,6 @@
 #include "utilities/xml/XMLNode.h"
 
+#include "common/Require.h"
 #include "utilities/xml/XMLBuilder.h"
 #include "utilities/xml/XMLStorage.h"
 #include "utilities/xml/XMLText.h"
@@ -59,6 +60,8 @@ CXMLNode::~CXMLNode() {
 
 /// Requires: empty, as after `Clear`.
 void CXMLNode::TakeContents(CXMLNode& other) noexcept {
+    VTR_REQUIRE(name == nullptr && children.Count() == 0 && headerProperties.Count() == 0 &&
+                contentStrings.Count() == 0);
     children.Swap(other.children);
     headerProperties.Swap(other.headerProperties);
     contentStrings.Swap(other.contentStrings);

@@ -1,5 +1,7 @@
 #include "gallery/pages/undo/ItemModel.h"
 
+#include "common/Require.h"
+
 #include <cstdio>
 #include <utility>
 
@@ -68,16 +70,19 @@ bool ItemModel::Do(std::unique_ptr<Edit> edit) {
 }
 
 bool ItemModel::Add(int place, const std::wstring& text) {
+    VTR_REQUIRE(place >= 0 && static_cast<std::size_t>(place) <= items.size());
     return Do(std::make_unique<Edit>(items, place, nullptr, std::make_unique<std::wstring>(text)));
 }
 
 bool ItemModel::Change(int place, const std::wstring& text) {
+    VTR_REQUIRE(place >= 0 && static_cast<std::size_t>(place) < items.size());
     const std::wstring& old = items[static_cast<std::size_t>(place)];
     return Do(std::make_unique<Edit>(items, place, std::make_unique<std::wstring>(old),
                                      std::make_unique<std::wstring>(text)));
 }
 
 bool ItemModel::Remove(int place) {
+    VTR_REQUIRE(place >= 0 && static_cast<std::size_t>(place) < items.size());
     const std::wstring& old = items[static_cast<std::size_t>(place)];
     return Do(std::make_unique<Edit>(items, place, std::make_unique<std::wstring>(old), nullptr));
 }

@@ -1,5 +1,6 @@
 #include "utilities/system/files/RegistryStrings.h"
 
+#include "common/Require.h"
 #include "common/WidePath.h"
 #include "utilities/base/NarrowPath.h"
 #include "utilities/system/files/FileFunctions.h"
@@ -90,6 +91,7 @@ bool RegistryStrings::OpenForWriting(HKEY root, const char* subKey) {
 }
 
 bool RegistryStrings::Read(const char* valueName, char* out, unsigned size) const {
+    VTR_REQUIRE(size > 0);
     std::memset(out, 0, size);
     StoredText stored;
     const OwnedText text = key && stored.Read(key.Get(), valueName) ? TextOf(stored) : nullptr;

@@ -1,5 +1,6 @@
 #include "utilities/text/html/HtmlText.h"
 
+#include "common/Require.h"
 #include "utilities/base/MultibyteText.h"
 
 #include <cstring>
@@ -11,7 +12,9 @@ namespace {
 class Output {
 public:
     /// Requires: size > 0.
-    Output(char* buffer, std::size_t size) : at(buffer), end(buffer + size - 1) {}
+    Output(char* buffer, std::size_t size) : at(buffer), end(buffer + size - 1) {
+        VTR_REQUIRE(size > 0);
+    }
     Output(const Output&) = delete;
     Output& operator=(const Output&) = delete;
     ~Output() { *at = '\0'; }

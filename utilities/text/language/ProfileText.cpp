@@ -1,5 +1,6 @@
 #include "utilities/text/language/ProfileText.h"
 
+#include "common/Require.h"
 #include "common/WidePath.h"
 #include "utilities/base/NarrowPath.h"
 
@@ -37,6 +38,7 @@ unsigned ReadWide(const char* key, char* buffer, unsigned size, const wchar_t* f
 } // namespace
 
 unsigned ReadProfileText(const char* key, char* buffer, unsigned size, const char* file) {
+    VTR_REQUIRE(size > 0);
     const WidePath wide(file, CurrentCodePage());
     const OwnedText inAnsi = ExactText(wide.Get(), CP_ACP);
     return inAnsi != nullptr

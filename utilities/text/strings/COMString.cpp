@@ -2,6 +2,7 @@
 
 #include "utilities/text/strings/COMString.h"
 
+#include "common/Require.h"
 #include "utilities/base/ByteSearch.h"
 #include "utilities/base/OwnedText.h"
 #include "utilities/base/SameText.h"
@@ -13,6 +14,7 @@
 #include <cstring>
 #include <cwchar>
 #include <functional>
+#include <malloc.h>
 #include <utility>
 #include <windows.h>
 
@@ -58,6 +60,11 @@ bool Take(char*& buffer, vtr::OwnedText block) {
 
 std::size_t LengthOf(int length) {
     return length > 0 ? static_cast<std::size_t>(length) : 0;
+}
+
+/// The bytes of the block, which has no end that is fixed at that of the text; null counts as "".
+[[maybe_unused]] std::size_t RoomOf(char* block) {
+    return block != nullptr ? _msize(block) : 1;
 }
 
 vtr::OwnedText Narrow(const wchar_t* text) {
@@ -120,10 +127,12 @@ CCOMString::operator const char*() const noexcept {
 }
 
 char CCOMString::operator[](int index) const noexcept {
+    VTR_REQUIRE(index >= 0 && LengthOf(index) < RoomOf(buffer));
     return OrEmpty(buffer)[index];
 }
 
 void CCOMString::SetAt(int index, char ch) noexcept {
+    VTR_REQUIRE(index >= 0 && (buffer == nullptr || LengthOf(index) < RoomOf(buffer)));
     if (buffer != nullptr)
         buffer[index] = ch;
 }
@@ -318,6 +327,7 @@ bool CCOMString::ReAllocString(int length) noexcept {
 }
 
 bool CCOMString::StringCopy(int length, const char* source) noexcept {
+    VTR_REQUIRE(source != nullptr || length < 1);
     vtr::OwnedText block = Allocate(LengthOf(length));
     if (block != nullptr)
         std::memcpy(block.get(), OrEmpty(source), LengthOf(length));
@@ -326,6 +336,7 @@ bool CCOMString::StringCopy(int length, const char* source) noexcept {
 
 bool CCOMString::StringCopy(CCOMString& destination, int count, int start,
                             int extra) const noexcept {
+    VTR_REQUIRE(LengthOf(start) + LengthOf(count) <= RoomOf(buffer));
     const std::size_t copied = LengthOf(count);
     vtr::OwnedText block = Allocate(copied + LengthOf(extra));
     if (block != nullptr) {

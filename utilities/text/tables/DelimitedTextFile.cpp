@@ -1,5 +1,6 @@
 #include "utilities/text/tables/DelimitedTextFile.h"
 
+#include "common/Require.h"
 #include "common/WidePath.h"
 #include "utilities/base/ByteSearch.h"
 #include "utilities/base/CodePage.h"
@@ -277,6 +278,7 @@ int CDelimitedTextFile::Bisect(unsigned int column, const char* value) const noe
 }
 
 int CDelimitedTextFile::AddNewCol(const char* name, const char* defaultValue) noexcept {
+    VTR_REQUIRE(defaultValue != nullptr);
     if (!AppendColumn(name))
         return -1;
     for (unsigned i = 0; i < rows.Count(); ++i) {

@@ -1,6 +1,8 @@
 #ifndef VTRUTILS_TEXT_TABLES_FIELDROW_H
 #define VTRUTILS_TEXT_TABLES_FIELDROW_H
 
+#include "common/Require.h"
+
 #include <cstdlib>
 #include <cstring>
 #include <new>
@@ -48,13 +50,17 @@ public:
 
     /// Returns the old text. Requires: index < Count().
     char* Replace(unsigned index, char* text) {
+        VTR_REQUIRE(index < count);
         char* old = Slots()[index];
         Slots()[index] = text;
         return old;
     }
 
     /// Requires: Count() > 0.
-    char* RemoveLast() { return Slots()[--count]; }
+    char* RemoveLast() {
+        VTR_REQUIRE(count > 0);
+        return Slots()[--count];
+    }
 
 private:
     static constexpr unsigned minimumCapacity = 8;

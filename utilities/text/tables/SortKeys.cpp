@@ -1,5 +1,6 @@
 #include "utilities/text/tables/SortKeys.h"
 
+#include "common/Require.h"
 #include "utilities/base/MergeSort.h"
 #include "utilities/base/OwnedText.h"
 #include "utilities/base/SameText.h"
@@ -87,6 +88,7 @@ bool SortKeys::Key::IsWhole() const {
 }
 
 int SortKeys::Compare(unsigned index, const Key& other) const {
+    VTR_REQUIRE(index < count);
     const int order = CompareStarts(starts[0][index], other.start[0]);
     return order != 0 ? order : At(index).CompareRest(other);
 }
@@ -117,6 +119,7 @@ bool SortKeys::Sort(FieldRow** rows) {
 }
 
 void SortKeys::Prefetch(unsigned index) const {
+    VTR_REQUIRE(index < count);
     __builtin_prefetch(starts[0] + index);
 }
 
@@ -137,12 +140,14 @@ SortKeys::~SortKeys() {
 }
 
 void SortKeys::Set(unsigned index, const Key& key) {
+    VTR_REQUIRE(index < count);
     starts[0][index] = key.start[0];
     starts[1][index] = key.start[1];
     texts[index] = key.text;
 }
 
 bool SortKeys::Insert(unsigned index, const Key& key) {
+    VTR_REQUIRE(index <= count);
     if (count == capacity && !Reserve(count + 1))
         return false;
     Move(starts[0], index, index + 1, count - index);
@@ -154,6 +159,7 @@ bool SortKeys::Insert(unsigned index, const Key& key) {
 }
 
 void SortKeys::Remove(unsigned index) {
+    VTR_REQUIRE(index < count);
     --count;
     Move(starts[0], index + 1, index, count - index);
     Move(starts[1], index + 1, index, count - index);

@@ -34,6 +34,9 @@ struct ElementFields {
     ElementFields(const ElementFields&) = delete;
     ElementFields& operator=(const ElementFields&) = delete;
 
+    /// Requires: 0 <= index < capacity.
+    Element<Value>& operator[](int index) noexcept { return block[index]; }
+
     /// Null when out of range; `sortValueOut` may be null and is then not written.
     void* At(int index, Value* sortValueOut) const noexcept {
         if (index < 0 || index >= count)

@@ -29,10 +29,13 @@ public:
 
     /// The new element's index, which is `NumNodes()` - 1 also when memory runs out.
     VTRUTILS_INLINE int AppendToTail(void* item, double sortValue) noexcept {
-        const bool hasRoom = elements.block != nullptr && elements.count < elements.capacity;
-        if (hasRoom || Grow(elements.count + 1) != 0)
-            elements.block[elements.count++] = {item, sortValue};
-        return elements.count - 1;
+        const int count = elements.count;
+        const bool hasRoom = elements.block != nullptr && count < elements.capacity;
+        if (!hasRoom && Grow(count + 1) == 0)
+            return count - 1;
+        elements[count] = {item, sortValue};
+        elements.count = count + 1;
+        return count;
     }
 
     /// Always 0.

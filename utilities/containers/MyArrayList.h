@@ -33,12 +33,14 @@ public:
     /// The new element's index, which is `NumNodes()` - 1 also when memory runs out. The list
     /// counts as sorted afterwards only if it was empty.
     VTRUTILS_INLINE int AppendToTail(void* item, long long sortValue) noexcept {
-        const bool hasRoom = elements.block != nullptr && elements.count < elements.capacity;
-        if (hasRoom || Grow(elements.count + 1) != 0) {
-            sorted = elements.count == 0;
-            elements.block[elements.count++] = {item, sortValue};
-        }
-        return elements.count - 1;
+        const int count = elements.count;
+        const bool hasRoom = elements.block != nullptr && count < elements.capacity;
+        if (!hasRoom && Grow(count + 1) == 0)
+            return count - 1;
+        sorted = count == 0;
+        elements[count] = {item, sortValue};
+        elements.count = count + 1;
+        return count;
     }
 
     /// Always 0. The list does not count as sorted afterwards.
@@ -55,7 +57,7 @@ public:
     }
 
     /// Requires: 0 <= index < NumNodes().
-    VTRUTILS_INLINE void* FastIndex(int index) noexcept { return elements.block[index].item; }
+    VTRUTILS_INLINE void* FastIndex(int index) noexcept { return elements[index].item; }
 
     VTRUTILS_INLINE int NumNodes() const noexcept { return elements.count; }
     VTRUTILS_INLINE bool IsSorted() const noexcept { return sorted; }

@@ -79,8 +79,9 @@ public:
     /// False when memory runs out.
     bool Append(const RECT& rectangle) const {
         std::unique_ptr<RECT> copy(new (std::nothrow) RECT(rectangle));
+        void* item = copy.get();
         const int count = Count();
-        if (copy == nullptr || list.AppendToTail(copy.get(), 0) < count)
+        if (item == nullptr || list.AppendToTail(item, 0) < count)
             return false;
         static_cast<void>(copy.release());
         return true;
@@ -181,7 +182,7 @@ RectangleList::RectangleList() noexcept {
 }
 
 RectangleList::RectangleList(RECT& rectangle) noexcept : RectangleList() {
-    addWithoutMerging(rectangle);
+    add(&rectangle);
 }
 
 RectangleList::RectangleList(const RectangleList& other) noexcept : RectangleList() {

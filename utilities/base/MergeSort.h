@@ -62,6 +62,7 @@ unsigned LowerBound(const T* items, unsigned count, const T& item, Less& less) {
 /// already costs one pass and one new item at the end of it a binary search more.
 template <class T, class Less>
 bool MergeSort(T* items, unsigned count, Less less) {
+    constexpr std::size_t itemSize = sizeof(T); // NOLINT(bugprone-sizeof-expression): or pointers
     unsigned head = count == 0 ? 0 : 1;
     while (head < count && less(items[head - 1], items[head]))
         ++head;
@@ -70,18 +71,18 @@ bool MergeSort(T* items, unsigned count, Less less) {
     if (count - head == 1) {
         const T last = items[head];
         const unsigned place = LowerBound(items, head, last, less);
-        std::memmove(items + place + 1, items + place, (head - place) * sizeof(T));
+        std::memmove(items + place + 1, items + place, (head - place) * itemSize);
         items[place] = last;
         return true;
     }
-    T* scratch = static_cast<T*>(std::malloc(count * sizeof(T)));
+    T* scratch = static_cast<T*>(std::malloc(count * itemSize));
     if (scratch == nullptr)
         return false;
     T* tail = MergeAllRuns(items + head, scratch + head, count - head, less);
     if (tail != items + head)
-        std::memcpy(items + head, tail, (count - head) * sizeof(T));
+        std::memcpy(items + head, tail, (count - head) * itemSize);
     MergeRuns(items, scratch, 0, head, count, less);
-    std::memcpy(items, scratch, count * sizeof(T));
+    std::memcpy(items, scratch, count * itemSize);
     std::free(scratch);
     return true;
 }

@@ -35,7 +35,7 @@ public:
     bool EndsWithBackslash() const { return length > 0 && path[length - 1] == L'\\'; }
 
 private:
-    wchar_t path[capacity] = L"";
+    wchar_t path[capacity] = {};
     std::size_t length = 0;
 };
 

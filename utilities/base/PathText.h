@@ -54,6 +54,7 @@ inline bool SamePath(const char* left, const char* right) {
     const NameSteps steps(left);
     while (*left != '\0') {
         const std::size_t length = steps.Length(left);
+        // NOLINTNEXTLINE(clang-analyzer-core.UndefinedBinaryOperatorResult): both are equally long
         if (length == 2 && left[1] != right[1])
             return false;
         left += length;

@@ -32,6 +32,7 @@ vtr::ThreadMark FindOrMakeMark() {
     if (HasSlot()) {
         void* kept = TlsGetValue(slot);
         if (kept == nullptr) {
+            // NOLINTNEXTLINE(performance-no-int-to-ptr): the slot keeps a number
             kept = reinterpret_cast<void*>(mark | static_cast<vtr::ThreadMark>(++given) << 32);
             kept = TlsSetValue(slot, kept) ? kept : nullptr;
         }

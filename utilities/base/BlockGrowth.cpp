@@ -1,5 +1,7 @@
 #include "utilities/base/BlockGrowth.h"
 
+#include "common/Require.h"
+
 #include <bit>
 #include <cstdlib>
 #include <cstring>
@@ -37,6 +39,7 @@ std::size_t SlotsIn(void* block) {
 } // namespace
 
 bool GrowBlock(BlockFields& fields, int needed, unsigned step) {
+    VTR_REQUIRE(step > 0 && (fields.block == nullptr || needed <= fields.count + 1LL));
     if (fields.block != nullptr && needed <= fields.capacity)
         return true;
     const long long capacity = fields.block == nullptr

@@ -1,6 +1,7 @@
 #ifndef VTRUTILS_BASE_ELEMENTBLOCK_H
 #define VTRUTILS_BASE_ELEMENTBLOCK_H
 
+#include "common/Require.h"
 #include "utilities/Fields.h"
 #include "utilities/base/BlockGrowth.h"
 
@@ -30,7 +31,10 @@ public:
     bool Contains(int index) const { return index >= 0 && index < Count(); }
 
     /// Requires: Contains(index).
-    Element<Value>& operator[](int index) const { return fields.block[index]; }
+    Element<Value>& operator[](int index) const {
+        VTR_REQUIRE(Contains(index));
+        return fields.block[index];
+    }
 
     /// Null when out of range; `sortValueOut` may be null and is then not written.
     void* At(int index, Value* sortValueOut) const { return fields.At(index, sortValueOut); }
@@ -64,6 +68,7 @@ public:
 
     /// False, with nothing changed, when memory runs out. Requires: 0 <= index <= Count().
     bool Insert(int index, void* item, Value sortValue, unsigned step) {
+        VTR_REQUIRE(index >= 0 && index <= Count());
         const bool hasRoom = HasBlock() && Count() < fields.capacity;
         if (!hasRoom && !Grow(Count() + 1, step))
             return false;
@@ -75,6 +80,7 @@ public:
 
     /// Requires: Contains(index).
     void Remove(int index, unsigned step) {
+        VTR_REQUIRE(Contains(index));
         Shift(index + 1, shiftClose);
         --fields.count;
         Shrink(Count(), step);
@@ -101,6 +107,7 @@ public:
     /// The last element below `value` where the first is below it and the last is not; 0 where none
     /// is below it. Requires: not empty.
     int Bisect(Value value) const {
+        VTR_REQUIRE(!IsEmpty());
         int low = 0;
         int high = Count() - 1;
         int middle = high / 2;

@@ -1,6 +1,7 @@
 #ifndef VTRUTILS_BASE_NODECURSOR_H
 #define VTRUTILS_BASE_NODECURSOR_H
 
+#include "common/Require.h"
 #include "utilities/Fields.h"
 #include "utilities/base/ListTooLong.h"
 
@@ -59,6 +60,7 @@ protected:
 
     /// Requires: null, the head, or the node behind the cursor.
     bool Unlink(Node* node) {
+        VTR_REQUIRE(node == nullptr || node == list.head || node == list.cursor->next);
         if (node == nullptr)
             return false;
         if (node == list.head) {

@@ -1,6 +1,7 @@
 #ifndef VTRUTILS_BASE_NUMBERSET_H
 #define VTRUTILS_BASE_NUMBERSET_H
 
+#include "common/Require.h"
 #include "utilities/base/OwnedText.h"
 
 #include <cstddef>
@@ -17,6 +18,7 @@ public:
 
     /// False when memory runs out. Requires: a number other than `none`.
     bool Set(unsigned number, unsigned value) {
+        VTR_REQUIRE(number != none);
         if (used * 2 >= size && !Grow())
             return false;
         Slot& slot = slots[PlaceOf(number)];
@@ -94,6 +96,7 @@ public:
     /// Returns false, with the set unchanged, when memory runs out. Requires: a number below the
     /// limit, which is always the same, and that the set does not have.
     bool Add(unsigned number, unsigned limit) {
+        VTR_REQUIRE(number < limit && !Has(number));
         if (words == nullptr && count >= limit / wordBits && !MakeWords(limit))
             return false;
         if (words == nullptr ? !few.Set(number, 0) : !SetBit(number))

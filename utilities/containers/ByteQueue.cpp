@@ -1,5 +1,7 @@
 #include "utilities/containers/ByteQueue.h"
 
+#include "common/Require.h"
+#include "utilities/base/CriticalSection.h"
 #include "utilities/base/Layout.h"
 #include "utilities/base/PtrArray.h"
 #include "utilities/system/locks/Lock.h"
@@ -116,6 +118,7 @@ CByteQueue& CByteQueue::operator=(const CByteQueue& other) noexcept {
 }
 
 CByteQueue::~CByteQueue() {
+    VTR_REQUIRE(vtr::IsFree(section) || vtr::IsHeldHere(section));
     RemoveEverything();
     DeleteCriticalSection(&section);
 }
@@ -195,6 +198,7 @@ void CByteQueue::Lock() noexcept {
 }
 
 void CByteQueue::Unlock() noexcept {
+    VTR_REQUIRE(vtr::IsHeldHere(section));
     LeaveCriticalSection(&section);
 }
 
@@ -227,6 +231,7 @@ void Internals::TakeFromFront(CByteQueue& queue, unsigned number) {
 
 /// Requires: no blocks, and the other queue is locked.
 void Internals::CopyBlocks(CByteQueue& queue, const CByteQueue& other) {
+    VTR_REQUIRE(queue.blocks.count == 0 && IsHeldHere(other.section));
     vtr::Pointers blocks(queue.blocks);
     for (const Block* block : vtr::ConstPointers(other.blocks)) {
         if (block == nullptr || block->unread == 0)

@@ -1,5 +1,6 @@
 #include "utilities/containers/HashTable.h"
 
+#include "common/Require.h"
 #include "utilities/base/Layout.h"
 #include "utilities/base/MultibyteText.h"
 
@@ -100,6 +101,7 @@ void Internals::CopyBuckets(CHashTable& table, const CHashTable& other) {
 
 /// The sum of the bytes as signed numbers. Requires: buckets.
 unsigned int CHashTable::HashFunction(const char* key) const noexcept {
+    VTR_REQUIRE(bucketCount > 0);
     unsigned sum = 0;
     for (; *key != '\0'; ++key)
         sum += static_cast<unsigned>(static_cast<signed char>(*key));

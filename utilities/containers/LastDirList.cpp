@@ -1,5 +1,6 @@
 #include "utilities/containers/LastDirList.h"
 
+#include "common/Require.h"
 #include "utilities/base/NodeChain.h"
 #include "utilities/base/PathText.h"
 #include "utilities/base/StoreCut.h"
@@ -44,7 +45,10 @@ public:
     }
 
     /// Requires: 0 <= index < Count().
-    void Put(int index, _lastDirList* entry) { chain.NodeByIndex(index)->item = entry; }
+    void Put(int index, _lastDirList* entry) {
+        VTR_REQUIRE(index >= 0 && index < Count());
+        chain.NodeByIndex(index)->item = entry;
+    }
 
     /// -1 when it is not in the list.
     int IndexOf(const char* path) {

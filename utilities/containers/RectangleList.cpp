@@ -1,5 +1,6 @@
 #include "utilities/containers/RectangleList.h"
 
+#include "common/Require.h"
 #include "utilities/base/Layout.h"
 #include "utilities/containers/RectangleGeometry.h"
 #include "utilities/containers/RectangleMerging.h"
@@ -74,7 +75,10 @@ public:
     int Count() const { return list.NumNodes(); }
 
     /// Requires: 0 <= index < Count().
-    RECT& operator[](int index) const { return *static_cast<RECT*>(list.FastIndex(index)); }
+    RECT& operator[](int index) const {
+        VTR_REQUIRE(index >= 0 && index < Count());
+        return *static_cast<RECT*>(list.FastIndex(index));
+    }
 
     /// False when memory runs out.
     bool Append(const RECT& rectangle) const {

@@ -1,5 +1,6 @@
 #include "utilities/containers/StringDynArray.h"
 
+#include "common/Require.h"
 #include "utilities/base/Layout.h"
 #include "utilities/base/MultibyteText.h"
 #include "utilities/base/OwnedText.h"
@@ -75,6 +76,7 @@ void FreeAll(vtr::PointerFields<Char>& texts) {
 /// False, with none of them, when memory runs out. Requires: an empty target.
 template <class Char>
 bool CopyAll(const vtr::PointerFields<Char>& source, vtr::PointerFields<Char>& target) {
+    VTR_REQUIRE(target.count == 0);
     for (const Char* text : vtr::ConstPointers(source)) {
         OwnedChars<Char> copy;
         if (!Keep(text, copy) || !vtr::Pointers(target).Append(copy.get())) {
@@ -114,6 +116,7 @@ public:
     explicit SubStringFinder(const Char* text)
         : length(std::char_traits<Char>::length(text)), wanted(vtr::AllocateChars<Char>(length)),
           border(vtr::AllocateChars<std::size_t>(length)) {
+        VTR_REQUIRE(length > 0);
         if (!HasMemory())
             return;
         std::transform(text, text + length, wanted.get(), [](Char c) { return Fold(c); });

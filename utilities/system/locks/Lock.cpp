@@ -1,6 +1,7 @@
 #include "utilities/system/locks/Lock.h"
 
 #include "common/DynamicFunction.h"
+#include "common/Require.h"
 #include "utilities/base/CriticalSection.h"
 
 namespace {
@@ -27,10 +28,12 @@ CLock& CLock::operator=(const CLock& other) noexcept {
 }
 
 CLock::~CLock() {
+    VTR_REQUIRE(vtr::IsFree(section));
     DeleteCriticalSection(&section);
 }
 
 int CLock::TryToLock() noexcept {
+    VTR_REQUIRE(section.RecursionCount >= 0); // otherwise `Unlock` was called too often
     auto* enter = tryEnter.Get();
     if (enter == nullptr) {
         Lock();

@@ -1,5 +1,6 @@
 #include "utilities/system/locks/ReadWriteLock.h"
 
+#include "common/Require.h"
 #include "utilities/base/CriticalSection.h"
 #include "utilities/system/locks/Lock.h"
 
@@ -44,6 +45,7 @@ CReadWriteLock& CReadWriteLock::operator=(const CReadWriteLock& other) noexcept 
 }
 
 CReadWriteLock::~CReadWriteLock() {
+    VTR_REQUIRE(state == 0 && vtr::IsFree(writerGate));
     DeleteCriticalSection(&writerGate);
     DeleteCriticalSection(&readerGuard);
 }
@@ -61,6 +63,7 @@ void CReadWriteLock::ReadLock() noexcept {
 
 void CReadWriteLock::ReadUnlock() noexcept {
     const unsigned long long before = state.fetch_sub(1);
+    VTR_REQUIRE(Readers(before) > 0);
     if (Readers(before) == 1 && before >= writerWaits)
         SetEvent(noReaders.Get());
 }
@@ -72,6 +75,7 @@ void CReadWriteLock::WriteLock() noexcept {
 }
 
 void CReadWriteLock::WriteUnlock() noexcept {
+    VTR_REQUIRE(vtr::IsHeldHere(writerGate) && state >= oneWriter);
     // While a writer is in and nobody reads, nobody else changes the word.
     const unsigned long long before = state.load(std::memory_order_relaxed);
     if (Readers(before) == 0)

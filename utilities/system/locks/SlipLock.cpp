@@ -1,5 +1,6 @@
 #include "utilities/system/locks/SlipLock.h"
 
+#include "common/Require.h"
 #include "utilities/base/ThreadMark.h"
 
 #include <cstddef>
@@ -33,7 +34,9 @@ CSlipLock::CSlipLock() noexcept
     : lockEvent(CreateSignalled()), guardEvent(CreateSignalled()), owner(0), recursion(0),
       waiting(0), holder(0) {}
 
-CSlipLock::~CSlipLock() = default;
+CSlipLock::~CSlipLock() {
+    VTR_REQUIRE(waiting == 0);
+}
 
 void CSlipLock::Lock() noexcept {
     LockWithTimeout(INFINITE);

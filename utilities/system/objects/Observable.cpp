@@ -1,5 +1,7 @@
 #include "utilities/system/objects/Observable.h"
 
+#include "common/Require.h"
+#include "utilities/base/CriticalSection.h"
 #include "utilities/containers/MyArrayListInternals.h"
 #include "utilities/system/locks/Lock.h"
 
@@ -76,6 +78,7 @@ Observable::Observable() noexcept : alive(1), deliveryDepth(0), innermost(nullpt
 }
 
 Observable::~Observable() {
+    VTR_REQUIRE(vtr::IsFree(section) || vtr::IsHeldHere(section));
     {
         const CSmartLock lock(&section);
         RemoveAllObservers();

@@ -29,6 +29,7 @@ utilities/text/tables     $ground
 utilities/text/language   $ground utilities/containers utilities/text/tables
 utilities/xml             $ground utilities/text/html
 utilities/undo            $ground
+utilities/ui              $ground utilities/text/html utilities/text/language
 utilities                 $hosts utilities/base utilities/text/language
 gallery/text              $hosts
 gallery/widgets           $hosts gallery/text

@@ -89,12 +89,10 @@ void StoreFolder(const char* folder, char (&target)[MAX_PATH]) {
     vtr::StoreWhole(path, target);
 }
 
-/// `MyLoadString` with the file and place of `ReadText`.
-int LoadText(const char* key, char* buffer, int bufferSize, const char* file, const wchar_t* place,
-             bool processEscapes) {
-    if (buffer == nullptr || bufferSize < 1)
-        return 0;
-    const std::size_t size = static_cast<std::size_t>(bufferSize);
+/// False when the key has no text, and the buffer then holds the key; file and place are those of
+/// `ReadText`. Requires: a buffer and a size above 0.
+bool FindText(const char* key, char* buffer, std::size_t size, const char* file,
+              const wchar_t* place, bool processEscapes) {
     if (key == nullptr)
         key = "";
     if (IsEmptyText(file))
@@ -102,19 +100,32 @@ int LoadText(const char* key, char* buffer, int bufferSize, const char* file, co
     const CSmartLock lock(&vtr::Language().stringLock);
     if (file == nullptr) {
         const char* kept = FindKept(key);
-        if (kept != nullptr)
-            return static_cast<int>(vtr::StoreCut(kept, buffer, size));
+        if (kept != nullptr) {
+            vtr::StoreCut(kept, buffer, size);
+            return true;
+        }
     }
     // The key may be what is in the buffer.
     const vtr::OwnedText ownKey = vtr::CopyText(key);
-    if (!ReadText(key, file, place, buffer, size))
-        return static_cast<int>(vtr::StoreCut(key, buffer, size));
+    if (!ReadText(key, file, place, buffer, size)) {
+        vtr::StoreCut(key, buffer, size);
+        return false;
+    }
     if (processEscapes)
         vtr::ResolveEscapes(buffer);
     if (file == nullptr && ownKey != nullptr) {
         RemoveQuotes(buffer);
         Keep(ownKey.get(), buffer);
     }
+    return true;
+}
+
+/// `MyLoadString` with the file and place of `ReadText`.
+int LoadText(const char* key, char* buffer, int bufferSize, const char* file, const wchar_t* place,
+             bool processEscapes) {
+    if (buffer == nullptr || bufferSize < 1)
+        return 0;
+    FindText(key, buffer, static_cast<std::size_t>(bufferSize), file, place, processEscapes);
     return static_cast<int>(std::strlen(buffer));
 }
 
@@ -132,6 +143,11 @@ int vtr::LibraryText(const char* key, char* buffer, int size) {
         return LoadText(key, buffer, size, state.utilitiesStringFile, /*place=*/nullptr,
                         /*processEscapes=*/true);
     return LoadText(key, buffer, size, "utility-strings.ini", own.Get(), /*processEscapes=*/true);
+}
+
+bool vtr::LanguageText(const char* key, char* buffer, int size) {
+    return FindText(key, buffer, static_cast<std::size_t>(size), /*file=*/nullptr,
+                    /*place=*/nullptr, /*processEscapes=*/true);
 }
 
 int MyLoadStringW(const char* key, wchar_t* buffer, int bufferLength, char* /*file*/,

@@ -11,6 +11,10 @@ namespace vtr {
 /// "DefaultToolTipFont" are there. Private to the library. Locked by itself.
 int LibraryText(const char* key, char* buffer, int size);
 
+/// As `MyLoadString` with the current string file and escapes; false when the key has no text, and
+/// the buffer then holds the key. Requires: a buffer and a size above 0. Private to the library.
+bool LanguageText(const char* key, char* buffer, int size);
+
 } // namespace vtr
 
 #endif

@@ -1,0 +1,54 @@
+#include "utilities/ui/DialogWindow.h"
+
+#include "utilities/base/LibraryModule.h"
+#include "utilities/base/WideText.h"
+#include "utilities/text/language/LibraryText.h"
+
+#include <cwchar>
+#include <iterator>
+
+#include <commctrl.h>
+
+namespace vtr {
+
+void ShowText(HWND window, const wchar_t* text) {
+    // Longer than any text that the library's dialogs show.
+    wchar_t shown[2100];
+    const int length = GetWindowTextW(window, shown, static_cast<int>(std::size(shown)));
+    if (length != static_cast<int>(std::wcslen(text)) || std::wcscmp(shown, text) != 0)
+        SetWindowTextW(window, text);
+}
+
+void ShowLibraryText(HWND window, const char* key) {
+    char text[256] = "";
+    LibraryText(key, text, sizeof text);
+    ShowText(window, WideText<sizeof text>(text).Get());
+}
+
+void BringForward(HWND window) {
+    SetForegroundWindow(window);
+    SetWindowPos(window, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+}
+
+void DispatchPending(HWND dialog, HWND filter, int most) {
+    MSG message;
+    for (; most > 0 && PeekMessageW(&message, filter, 0, 0, PM_REMOVE) != FALSE; --most) {
+        if (message.message == WM_QUIT) {
+            PostQuitMessage(static_cast<int>(message.wParam));
+            return;
+        }
+        if (IsWindow(dialog) == FALSE || IsDialogMessageW(dialog, &message) == FALSE) {
+            TranslateMessage(&message);
+            DispatchMessageW(&message);
+        }
+    }
+}
+
+HWND CreateLibraryDialog(int templateId, HWND parent, DLGPROC procedure, void* object) {
+    const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_PROGRESS_CLASS};
+    InitCommonControlsEx(&classes);
+    return CreateDialogParamW(LibraryModule(), MAKEINTRESOURCEW(templateId), parent, procedure,
+                              reinterpret_cast<LPARAM>(object));
+}
+
+} // namespace vtr

@@ -17,7 +17,7 @@ int Fail(const char* reason) {
 
 bool PrepareControls() {
     INITCOMMONCONTROLSEX classes{sizeof classes, ICC_STANDARD_CLASSES | ICC_LISTVIEW_CLASSES |
-                                                     ICC_TREEVIEW_CLASSES};
+                                                     ICC_TREEVIEW_CLASSES | ICC_BAR_CLASSES};
     return InitCommonControlsEx(&classes) != FALSE;
 }
 
@@ -35,9 +35,10 @@ private:
     std::string name;
 };
 
-int RunMessages(const gallery::MainWindow& window) {
+int RunMessages(gallery::MainWindow& window) {
     MSG message;
     while (GetMessageW(&message, /*hWnd=*/nullptr, 0, 0) > 0) {
+        window.WatchMouse(message);
         if (!window.TakeKey(message)) {
             TranslateMessage(&message);
             DispatchMessageW(&message);

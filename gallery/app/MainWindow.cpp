@@ -114,6 +114,11 @@ bool MainWindow::TakeKey(MSG& message) const {
            IsDialogMessageW(Handle(), &message) != FALSE;
 }
 
+void MainWindow::WatchMouse(const MSG& message) {
+    if (current >= 0)
+        CurrentPage().WatchMouse(message);
+}
+
 LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_GETMINMAXINFO:

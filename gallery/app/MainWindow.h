@@ -35,6 +35,9 @@ public:
     /// True when the message was a key of the window, or of Tab and its like, and is done with.
     bool TakeKey(MSG& message) const;
 
+    /// To be called for each message of the thread: for the tips of the page.
+    void WatchMouse(const MSG& message);
+
 protected:
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 

@@ -3,6 +3,7 @@
 
 #include "gallery/widgets/Captions.h"
 #include "gallery/widgets/ListView.h"
+#include "gallery/widgets/Tips.h"
 #include "gallery/widgets/Window.h"
 
 #include <memory>
@@ -69,6 +70,9 @@ public:
     /// False when the page shows no documents or this one cannot be read; the page tells why.
     virtual bool Open(const std::wstring&) { return false; }
 
+    /// To be called for each message of the thread: tips show where the mouse rests.
+    void WatchMouse(const MSG& message) { tips.Watch(Handle(), message); }
+
 protected:
     virtual bool MakeControls() = 0;
 
@@ -76,6 +80,13 @@ protected:
     HWND AddButton(const char* key, int id) { return captions.AddButton(Handle(), key, id); }
     HWND AddLabel(const char* key, int id) { return captions.AddLabel(Handle(), key, id); }
     HWND AddCaption(HWND control, const char* key) { return captions.Add(control, key); }
+
+    /// The same with a tip, whose key is not copied either.
+    HWND AddButton(const char* key, int id, const char* tipKey) {
+        const HWND button = AddButton(key, id);
+        tips.Add(button, tipKey);
+        return button;
+    }
 
     /// As `ListView::Create`, for a list that lives as long as the page; language, look and the
     /// list's questions are seen to.
@@ -106,6 +117,7 @@ private:
     LRESULT Notify(const NMHDR& header) final;
 
     Captions captions;
+    Tips tips;
     std::vector<ListView*> lists;
     PageHost* host = nullptr;
     const Look* look = nullptr;

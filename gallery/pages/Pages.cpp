@@ -1,5 +1,6 @@
 #include "gallery/pages/Pages.h"
 
+#include "gallery/pages/dialogs/DialogsPage.h"
 #include "gallery/pages/files/FilesPage.h"
 #include "gallery/pages/ini/IniDocumentPage.h"
 #include "gallery/pages/language/LanguagePage.h"
@@ -31,6 +32,7 @@ constexpr PageEntry pages[] = {
     {.titleKey = "TextPage", .pictureName = L"text", .make = MakeTextPage},
     {.titleKey = "Observers", .pictureName = L"observers", .make = MakeObserversPage},
     {.titleKey = "Regions", .pictureName = L"regions", .make = MakeRegionsPage},
+    {.titleKey = "Dialogs", .pictureName = L"dialogs", .make = MakeDialogsPage},
     {.titleKey = "Undo", .pictureName = L"undo", .make = MakeUndoPage},
 };
 

@@ -12,8 +12,10 @@ namespace gallery {
 
 namespace {
 
-/// The column of the table that names the gallery's string file.
-constexpr auto galleryStrings = static_cast<StringFileFields>(2);
+/// The columns of the table that name the gallery's string file and that of the library's own
+/// texts.
+constexpr StringFileFields galleryStrings = StringFileColumn2;
+constexpr StringFileFields libraryStrings = StringFileColumn3;
 
 std::string chosen;
 
@@ -29,10 +31,11 @@ std::wstring Read(const char* key) {
     return Widen(text);
 }
 
-std::string StringFile(const std::string& language, bool useDefault) {
+std::string StringFile(const std::string& language, bool useDefault,
+                       StringFileFields column = galleryStrings) {
     char path[MAX_PATH] = "";
     std::string name = language;
-    return GetStringFileFromLanguage(name.data(), galleryStrings, path, useDefault) ? path : "";
+    return GetStringFileFromLanguage(name.data(), column, path, useDefault) ? path : "";
 }
 
 /// The default language's name: the one whose file is the default file.
@@ -94,6 +97,7 @@ bool ChooseLanguage(const std::string& name) {
     chosen = *named;
     SetStringFile(file.data());
     SetLanguage(chosen.data());
+    OverrideUtilitiesStringFile(StringFile(chosen, /*useDefault=*/false, libraryStrings).data());
     // Texts of the library are taken apart with the character rules of this code page.
     const unsigned codePage = GetCurrentCodePage();
     _setmbcp(codePage != 0 ? static_cast<int>(codePage) : _MB_CP_ANSI);

@@ -80,7 +80,8 @@ int Look::TextWidth(const std::wstring& text) const {
 }
 
 int Look::TextWidth(HWND control) const {
-    return TextWidth(TextOf(control));
+    // Some glyphs reach beyond their place.
+    return TextWidth(TextOf(control)) + Pixels(2);
 }
 
 int Look::ButtonWidth(HWND button) const {

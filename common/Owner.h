@@ -3,8 +3,8 @@
 
 #include <windows.h>
 
-/// The template behind all owners of handles, and the one of them that public headers need for
-/// their private fields; the others are in Handles.h. Private to the library and its sample host.
+/// The template behind all owners of handles, and those of them that public headers need for their
+/// private fields; the others are in Handles.h. Private to the library and its sample host.
 /// One thread at a time.
 
 namespace vtr {
@@ -65,7 +65,14 @@ struct KernelObjectKind {
     static bool Close(Type handle) { return CloseHandle(handle) != FALSE; }
 };
 
+struct RegistryKeyKind {
+    using Type = HKEY;
+    static Type None() { return nullptr; }
+    static bool Close(Type key) { return RegCloseKey(key) == ERROR_SUCCESS; }
+};
+
 using KernelHandle = Owner<KernelObjectKind>;
+using RegistryKey = Owner<RegistryKeyKind>;
 
 } // namespace vtr
 

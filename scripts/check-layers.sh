@@ -23,13 +23,14 @@ utilities/system/locks    $blocks
 utilities/system/files    $blocks utilities/text/strings utilities/system/locks
 utilities/containers      $ground
 utilities/system/objects  $ground utilities/containers
+utilities/system/info     $ground utilities/containers
 utilities/text/html       $ground
 utilities/text/ini        $ground
 utilities/text/tables     $ground
 utilities/text/language   $ground utilities/containers utilities/text/tables
 utilities/xml             $ground utilities/text/html
 utilities/undo            $ground
-utilities/ui              $ground utilities/text/html utilities/text/language
+utilities/ui              $ground utilities/system/info utilities/text/html utilities/text/language
 utilities                 $hosts utilities/base utilities/text/language
 gallery/text              $hosts
 gallery/widgets           $hosts gallery/text

@@ -29,7 +29,7 @@ public:
     T* operator[](unsigned index) const { return Data()[index]; }
 
     /// The item, or null when the index is out of range.
-    T* At(unsigned index) const { return index < Count() ? Data()[index] : nullptr; }
+    T* At(unsigned index) const { return Fields().At(index); }
 
 private:
     const PointerFields<T>& Fields() const { return static_cast<const Holder*>(this)->fields; }
@@ -124,8 +124,26 @@ public:
             dispose(item);
     }
 
+    /// Forgets every item and gives the slots back.
+    void Reset() {
+        PointerFields<T>& own = Fields();
+        if (own.borrowed == 0)
+            std::free(own.slots);
+        own.slots = nullptr;
+        own.count = own.capacity = own.borrowed = 0;
+    }
+
     /// Forgets every item; the slots stay for the next ones.
     void Forget() { Fields().count = 0; }
+
+    /// Uses slots of the caller's until they are full. Requires: fields that have just been made,
+    /// and slots that stay for as long as they.
+    void Borrow(T** place, unsigned room) {
+        PointerFields<T>& own = Fields();
+        own.slots = place;
+        own.capacity = room & mostCapacity;
+        own.borrowed = 1;
+    }
 
     void Swap(PointerFields<T>& other) {
         PointerFields<T>& own = Fields();
@@ -177,8 +195,8 @@ private:
     }
 };
 
-/// Works on the fields of a public class, which gives the slots back with `Clear` when it is
-/// destroyed.
+/// Works on the fields of a public class, which gives the slots back with `Clear` or `Reset` when
+/// it is destroyed.
 template <class T>
 class Pointers : public PointerOperations<T, Pointers<T>> {
 public:
@@ -215,18 +233,7 @@ public:
     PtrArray() = default;
     PtrArray(const PtrArray&) = delete;
     PtrArray& operator=(const PtrArray&) = delete;
-    ~PtrArray() {
-        if (fields.borrowed == 0)
-            std::free(fields.slots);
-    }
-
-    /// Uses slots of the caller's until they are full. Requires: an array that has just been made,
-    /// and slots that stay for as long as it.
-    void Borrow(T** place, unsigned room) {
-        fields.slots = place;
-        fields.capacity = room & Operations::mostCapacity;
-        fields.borrowed = 1;
-    }
+    ~PtrArray() { this->Reset(); }
 
     void Swap(PtrArray& other) { Operations::Swap(other.fields); }
 

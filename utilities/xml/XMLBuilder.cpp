@@ -1,6 +1,7 @@
 #include "utilities/xml/XMLBuilder.h"
 
 #include "common/Require.h"
+#include "utilities/xml/XMLInternals.h"
 #include "utilities/xml/XMLText.h"
 
 #include <cstdint>
@@ -8,11 +9,13 @@
 
 namespace vtr {
 
+using Nodes = XMLNodeInternals;
+
 namespace {
 
 /// Lets a list use the slots at `place`, which moves behind them.
 template <class Item>
-void LendSlots(PtrArray<Item>& list, unsigned count, char*& place) {
+void LendSlots(Pointers<Item> list, unsigned count, char*& place) {
     list.Borrow(reinterpret_cast<Item**>(place), count);
     place += count * sizeof(Item*);
 }
@@ -57,11 +60,11 @@ CXMLNode* XMLBuilder::MakeNode(std::string_view name, Room room) {
         return nullptr;
     CXMLNode* node = new (static_cast<void*>(behind)) CXMLNode;
     behind += sizeof(CXMLNode);
-    LendSlots(node->children, room.children, behind);
-    LendSlots(node->headerProperties, room.headerProperties, behind);
-    LendSlots(node->contentStrings, room.contentStrings, behind);
+    LendSlots(Nodes::Children(*node), room.children, behind);
+    LendSlots(Nodes::HeaderProperties(*node), room.headerProperties, behind);
+    LendSlots(Nodes::ContentStrings(*node), room.contentStrings, behind);
     if (nameSize > 0)
-        node->TakeName(Text(name).CopyTo(behind), name.size(), /*inBlock=*/true);
+        Nodes::TakeName(*node, Text(name).CopyTo(behind), name.size(), /*inBlock=*/true);
     return node;
 }
 
@@ -69,7 +72,7 @@ bool XMLBuilder::SetName(CXMLNode& node, std::string_view name) {
     char* copy = CopyXMLText(name);
     if (copy == nullptr)
         return false;
-    node.TakeName(copy, name.size(), /*inBlock=*/false);
+    Nodes::TakeName(node, copy, name.size(), /*inBlock=*/false);
     return true;
 }
 
@@ -80,15 +83,13 @@ CXMLValue* XMLBuilder::MakeValue(Text fieldName, Text value) {
         return nullptr;
     CXMLValue* made = new (static_cast<void*>(place)) CXMLValue;
     char* behind = place + sizeof(CXMLValue);
-    made->fieldName = fieldName.CopyTo(behind);
-    made->value = value.CopyTo(behind);
-    made->fieldNameInBlock = true;
-    made->valueInBlock = true;
+    char* const fieldNameCopy = fieldName.CopyTo(behind);
+    Internals<CXMLValue>::TakeTexts(*made, fieldNameCopy, value.CopyTo(behind));
     return made;
 }
 
 /// Deletes a value that cannot be appended.
-bool XMLBuilder::Append(PtrArray<CXMLValue>& list, CXMLValue* value) {
+bool XMLBuilder::Append(Pointers<CXMLValue> list, CXMLValue* value) {
     if (value != nullptr && list.Append(value))
         return true;
     delete value;
@@ -96,58 +97,57 @@ bool XMLBuilder::Append(PtrArray<CXMLValue>& list, CXMLValue* value) {
 }
 
 bool XMLBuilder::AddHeaderProperty(CXMLNode& node, std::string_view name, std::string_view value) {
-    return Append(node.headerProperties, MakeValue(name, value));
+    return Append(Nodes::HeaderProperties(node), MakeValue(name, value));
 }
 
 bool XMLBuilder::AddContent(CXMLNode& node, const char* fieldName, std::string_view text) {
-    const unsigned number = node.contentStrings.Count() + node.children.Count();
+    const unsigned number = node.NumContentStrings() + node.NumChildren();
     CXMLValue* content = MakeValue(fieldName, text);
     if (content != nullptr)
         content->SetSequenceNumber(static_cast<int>(number));
-    return Append(node.contentStrings, content);
+    return Append(Nodes::ContentStrings(node), content);
 }
 
 bool XMLBuilder::AddChild(CXMLNode& node, CXMLNode* child) {
-    const unsigned index = node.children.Count();
-    if (!node.children.Append(child))
+    const unsigned index = node.NumChildren();
+    if (!Nodes::Children(node).Append(child))
         return false;
-    child->parent = &node;
-    child->indexInParent = index;
-    child->sequenceNumber = static_cast<int>(node.contentStrings.Count() + index);
+    Nodes::SetParent(*child, node, index);
+    child->SetSequenceNumber(static_cast<int>(node.NumContentStrings() + index));
     return true;
 }
 
 /// Goes through both trees side by side, in the order of the document.
 void XMLBuilder::CopyTree(const CXMLNode& source, CXMLNode& target) {
-    VTR_REQUIRE(target.name == nullptr && target.children.Count() == 0 &&
-                target.headerProperties.Count() == 0 && target.contentStrings.Count() == 0);
+    VTR_REQUIRE(Nodes::IsEmpty(target));
     CopyOwn(source, target);
     const CXMLNode* from = &source;
     CXMLNode* to = &target;
     for (unsigned next = 0;;) {
-        if (next < from->children.Count()) {
-            CXMLNode* copy = CopyChild(*from->children[next], *to);
+        if (const CXMLNode* child = from->GetChild(next)) {
+            CXMLNode* copy = CopyChild(*child, *to);
             if (copy == nullptr) {
                 ++next;
                 continue;
             }
-            from = from->children[next];
+            from = child;
             to = copy;
             next = 0;
         } else if (from == &source) {
             return;
         } else {
-            next = from->indexInParent + 1;
-            from = from->parent;
-            to = to->parent;
+            next = Nodes::IndexInParent(*from) + 1;
+            from = Nodes::Parent(*from);
+            to = Nodes::Parent(*to);
         }
     }
 }
 
 CXMLNode* XMLBuilder::CopyChild(const CXMLNode& source, CXMLNode& targetParent) {
-    CXMLNode* copy = MakeNode(
-        source.name != nullptr ? source.name : "",
-        {source.children.Count(), source.headerProperties.Count(), source.contentStrings.Count()});
+    CXMLNode* copy = MakeNode(source.Name() != nullptr ? source.Name() : "",
+                              {.children = source.NumChildren(),
+                               .headerProperties = source.NumHeaderProperties(),
+                               .contentStrings = source.NumContentStrings()});
     if (copy == nullptr)
         return nullptr;
     if (!AddChild(targetParent, copy)) {
@@ -160,19 +160,14 @@ CXMLNode* XMLBuilder::CopyChild(const CXMLNode& source, CXMLNode& targetParent) 
 
 /// All but the children; a name that the target has already is that of the source.
 void XMLBuilder::CopyOwn(const CXMLNode& source, CXMLNode& target) {
-    if (target.name == nullptr && source.name != nullptr)
-        SetName(target, source.name);
-    CopyValues(source.headerProperties, target.headerProperties);
-    CopyValues(source.contentStrings, target.contentStrings);
-    target.sequenceNumber = source.sequenceNumber;
-    target.progressCallback = source.progressCallback;
-    target.progressUser = source.progressUser;
-    target.fileSize = source.fileSize;
-    target.nodeLength = source.nodeLength;
-    target.shouldDeHTMLify = source.shouldDeHTMLify;
+    if (target.Name() == nullptr && source.Name() != nullptr)
+        SetName(target, source.Name());
+    CopyValues(Nodes::HeaderProperties(source), Nodes::HeaderProperties(target));
+    CopyValues(Nodes::ContentStrings(source), Nodes::ContentStrings(target));
+    Nodes::CopyPlainFields(source, target);
 }
 
-void XMLBuilder::CopyValues(const PtrArray<CXMLValue>& source, PtrArray<CXMLValue>& target) {
+void XMLBuilder::CopyValues(ConstPointers<CXMLValue> source, Pointers<CXMLValue> target) {
     for (const CXMLValue* value : source) {
         CXMLValue* copy = MakeValue(value->FieldName(), value->Value());
         if (copy != nullptr)

@@ -1,6 +1,7 @@
 #ifndef VTRUTILS_XML_XMLBUILDER_H
 #define VTRUTILS_XML_XMLBUILDER_H
 
+#include "utilities/base/PtrArray.h"
 #include "utilities/xml/XMLNode.h"
 #include "utilities/xml/XMLStorage.h"
 
@@ -50,9 +51,9 @@ private:
         std::size_t length;
     };
 
-    static bool Append(PtrArray<CXMLValue>& list, CXMLValue* value);
+    static bool Append(Pointers<CXMLValue> list, CXMLValue* value);
     CXMLValue* MakeValue(Text fieldName, Text value);
-    void CopyValues(const PtrArray<CXMLValue>& source, PtrArray<CXMLValue>& target);
+    void CopyValues(ConstPointers<CXMLValue> source, Pointers<CXMLValue> target);
     void CopyOwn(const CXMLNode& source, CXMLNode& target);
     CXMLNode* CopyChild(const CXMLNode& source, CXMLNode& targetParent);
 

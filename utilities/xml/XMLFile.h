@@ -62,6 +62,8 @@ public:
     }
 
 private:
+    friend struct vtr::Internals<CXMLFile>;
+
     ProgressCallback loadCallback;
     void* loadUser;
     unsigned int bufferLength;

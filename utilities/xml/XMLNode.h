@@ -2,15 +2,11 @@
 #define VTRUTILS_XML_XMLNODE_H
 
 #include "utilities/Export.h"
-#include "utilities/base/PtrArray.h"
+#include "utilities/Fields.h"
 #include "utilities/xml/XMLValue.h"
 
 #include <cstddef>
 #include <new>
-
-namespace vtr {
-class XMLLoader;
-}
 
 /// An element of an XML document: a name, attributes (header properties), pieces of text (content
 /// strings) and child elements, all of which it owns. Names and texts compare without regard to
@@ -50,22 +46,20 @@ public:
 
     // By position: null when out of range.
 
-    VTRUTILS_INLINE unsigned int NumChildren() const noexcept { return children.Count(); }
+    VTRUTILS_INLINE unsigned int NumChildren() const noexcept { return children.count; }
     VTRUTILS_INLINE CXMLNode* GetChild(unsigned int index) noexcept { return children.At(index); }
     VTRUTILS_INLINE const CXMLNode* GetChild(unsigned int index) const noexcept {
         return children.At(index);
     }
 
     VTRUTILS_INLINE unsigned int NumHeaderProperties() const noexcept {
-        return headerProperties.Count();
+        return headerProperties.count;
     }
     VTRUTILS_INLINE CXMLValue* GetHeaderProperty(unsigned int index) const noexcept {
         return headerProperties.At(index);
     }
 
-    VTRUTILS_INLINE unsigned int NumContentStrings() const noexcept {
-        return contentStrings.Count();
-    }
+    VTRUTILS_INLINE unsigned int NumContentStrings() const noexcept { return contentStrings.count; }
     VTRUTILS_INLINE CXMLValue* GetContent(unsigned int index) const noexcept {
         return contentStrings.At(index);
     }
@@ -124,24 +118,11 @@ public:
     VTRUTILS_INLINE static void operator delete(void*, void*) noexcept {}
 
 private:
-    friend class CXMLFile;
-    friend class vtr::XMLBuilder;
-    friend class vtr::XMLLoader;
-    friend struct vtr::Layout<CXMLNode>;
+    friend struct vtr::Internals<CXMLNode>;
 
-    CXMLNode* NextSibling() const noexcept { return parent->children.At(indexInParent + 1); }
-    static const CXMLNode* Next(const CXMLNode* node, const CXMLNode* top, bool descend) noexcept;
-    bool FindValue(const char* wanted, int contentIndex, const char*& value) const noexcept;
-    void DeHTMLifyOwn() noexcept;
-    void TakeName(char* text, std::size_t length, bool inBlock) noexcept;
-    void Clear() noexcept;
-    void DeleteContents() noexcept;
-    void DeleteChildren() noexcept;
-    void TakeContents(CXMLNode& other) noexcept;
-
-    vtr::PtrArray<CXMLNode> children;
-    vtr::PtrArray<CXMLValue> headerProperties;
-    vtr::PtrArray<CXMLValue> contentStrings;
+    vtr::PointerFields<CXMLNode> children;
+    vtr::PointerFields<CXMLValue> headerProperties;
+    vtr::PointerFields<CXMLValue> contentStrings;
     char* name;
     int sequenceNumber;
     ProgressCallback progressCallback;

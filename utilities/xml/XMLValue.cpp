@@ -1,16 +1,10 @@
 #include "utilities/xml/XMLValue.h"
 
+#include "utilities/xml/XMLInternals.h"
 #include "utilities/xml/XMLStorage.h"
 #include "utilities/xml/XMLText.h"
 
 #include <cstring>
-
-template <>
-struct vtr::Layout<CXMLValue> {
-    static_assert(offsetof(CXMLValue, fieldName) == 0);
-    static_assert(offsetof(CXMLValue, value) == 8);
-    static_assert(offsetof(CXMLValue, sequenceNumber) == 16);
-};
 
 CXMLValue::CXMLValue() noexcept
     : fieldName(nullptr), value(nullptr), sequenceNumber(-1), fieldNameInBlock(false),

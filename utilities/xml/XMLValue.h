@@ -6,10 +6,6 @@
 #include <cstddef>
 #include <new>
 
-namespace vtr {
-class XMLBuilder;
-}
-
 /// A name and a value of an XML element: one of its attributes, or a piece of its text, whose field
 /// name is that of the element. Owns copies of both.
 /// Thread-safety: one thread at a time, for all that came from one document together.
@@ -49,8 +45,7 @@ public:
     VTRUTILS_INLINE static void operator delete(void*, void*) noexcept {}
 
 private:
-    friend class vtr::XMLBuilder;
-    friend struct vtr::Layout<CXMLValue>;
+    friend struct vtr::Internals<CXMLValue>;
 
     char* fieldName;
     char* value;

@@ -38,8 +38,6 @@ public:
 private:
     friend struct vtr::Internals<CHashTable>;
 
-    unsigned int HashFunction(const char* key) const noexcept;
-
     int bucketCount; ///< 0 when there was no memory
     CMyArrayList** buckets;
 };

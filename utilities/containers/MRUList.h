@@ -79,8 +79,6 @@ public:
 private:
     friend struct vtr::Internals<CMRUList>;
 
-    void SaveList();
-
     vtr::PointerFields<_MRUData> entries;
     HKEY root;    ///< null: nothing is loaded or saved
     char* subKey; ///< null stands for ""

@@ -109,7 +109,8 @@ public:
 private:
     friend struct vtr::Internals<CMegaArrayList>;
 
-    /// 0 when there is no memory for so many elements; then nothing has changed.
+    /// 0, with nothing changed, when there is no memory for so many elements. A function of the
+    /// class because `AppendToTail`, which is inline, calls it.
     int Grow(int needed) noexcept;
 
     vtr::ElementFields<double> elements;

@@ -2,7 +2,7 @@
 #define VTRUTILS_UNDO_UNDOMGR_H
 
 #include "utilities/Export.h"
-#include "utilities/base/PtrArray.h"
+#include "utilities/Fields.h"
 
 /// One reversible change, as a host describes it. Hosts derive from it; the order of fields and
 /// virtual operations is fixed. None of the operations may throw. `Perform` and the destructor may
@@ -183,31 +183,12 @@ protected:
     void DeleteUndoSetNameInfo(long long set) noexcept;
 
 private:
-    friend struct vtr::Layout<CUndoMgr>;
+    friend struct vtr::Internals<CUndoMgr>;
     struct SetName;
-
-    int LastIndex() const noexcept;
-    CUndoAtom* AtomAt(int index) const noexcept;
-    int IndexOf(const CUndoAtom* atom) const noexcept;
-    bool Walking() const noexcept;
-    bool Append(CUndoAtom* atom) noexcept;
-    bool PerformCurrent(bool redo);
-    void RemoveFrom(int index) noexcept;
-    void DeleteRemoved();
-    void DiscardRedoChain();
-    void Trim();
-    void ChangeDirty(int value);
-    void NotifyStatus();
-    void NotifyChange();
-    unsigned NameIndex(long long set) const noexcept;
-    void ForgetNames() noexcept;
-    void ForgetNames(unsigned first, unsigned last) noexcept;
-    SetName* NameOf(long long set) const noexcept;
-    SetName* MakeNameOfCurrentSet() noexcept;
 
     long long currentSet;
     long long nextNodeID;
-    vtr::PtrArray<CUndoAtom> atoms; ///< those in the history, then `removed` that are not
+    vtr::PointerFields<CUndoAtom> atoms; ///< those in the history, then `removed` that are not
     int currentIndex;
     [[maybe_unused]] int one; ///< always 1
     int maxUndos;
@@ -219,7 +200,7 @@ private:
     int disableCount;
     bool currentSetHasAtoms;
     int freezeCount;
-    vtr::PtrArray<SetName> setNames; ///< in ascending order of set numbers, each once
+    vtr::PointerFields<SetName> setNames; ///< in ascending order of set numbers, each once
     bool undoInProgress;
     bool redoInProgress;
     bool deleting; ///< removed atoms
@@ -241,7 +222,7 @@ public:
     ~CUndoSetFreezer();
 
 private:
-    friend struct vtr::Layout<CUndoSetFreezer>;
+    friend struct vtr::Internals<CUndoSetFreezer>;
 
     CUndoMgr* manager;
     bool advanced; ///< this began a set

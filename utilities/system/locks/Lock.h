@@ -28,7 +28,7 @@ public:
     int TryToLock() noexcept;
 
 private:
-    friend struct vtr::Layout<CLock>;
+    friend struct vtr::Internals<CLock>;
 
     CRITICAL_SECTION section;
 };

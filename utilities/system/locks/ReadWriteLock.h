@@ -1,7 +1,6 @@
 #ifndef VTRUTILS_SYSTEM_LOCKS_READWRITELOCK_H
 #define VTRUTILS_SYSTEM_LOCKS_READWRITELOCK_H
 
-#include "common/Owner.h"
 #include "utilities/Export.h"
 
 #include <atomic>
@@ -35,13 +34,11 @@ public:
     void WriteUnlock() noexcept;
 
 private:
-    friend struct vtr::Layout<CReadWriteLock>;
-
-    void WaitForReaders() noexcept;
+    friend struct vtr::Internals<CReadWriteLock>;
 
     CRITICAL_SECTION readerGuard; ///< part of the record; the count is atomic and needs no guard
     CRITICAL_SECTION writerGate;  ///< held by the writer, passed by readers that come meanwhile
-    vtr::KernelHandle noReaders;  ///< wakes the writer that waits for the last reader
+    HANDLE noReaders;             ///< wakes the writer that waits for the last reader
 
     /// Lower half: the reader count. Upper half: how often the writer has locked, and whether it
     /// waits. One word, so that each reader knows whether it came before the writer, and the last

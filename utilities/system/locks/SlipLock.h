@@ -1,7 +1,6 @@
 #ifndef VTRUTILS_SYSTEM_LOCKS_SLIPLOCK_H
 #define VTRUTILS_SYSTEM_LOCKS_SLIPLOCK_H
 
-#include "common/Owner.h"
 #include "utilities/Export.h"
 
 #include <atomic>
@@ -33,15 +32,13 @@ public:
     void Unlock() noexcept;
 
 private:
-    friend struct vtr::Layout<CSlipLock>;
+    friend struct vtr::Internals<CSlipLock>;
 
-    bool Wait(unsigned long long self, unsigned long milliseconds) noexcept;
-
-    vtr::KernelHandle lockEvent;  ///< signalled for a thread that waits, by one that unlocks
-    vtr::KernelHandle guardEvent; ///< part of the record; the owner is atomic and needs no guard
-    unsigned long owner;          ///< thread number, 0: free; written by the owner only
-    int recursion;                ///< changed by the owner only
-    std::atomic<int> waiting;     ///< threads at the lock event or on their way to it
+    void* lockEvent;          ///< signalled for a thread that waits, by one that unlocks
+    void* guardEvent;         ///< part of the record; the owner is atomic and needs no guard
+    unsigned long owner;      ///< thread number, 0: free; written by the owner only
+    int recursion;            ///< changed by the owner only
+    std::atomic<int> waiting; ///< threads at the lock event or on their way to it
     std::atomic<unsigned long long> holder; ///< the owner's mark, 0: free; numbers are used again
 };
 

@@ -61,14 +61,8 @@ public:
     void SendNotification(int code, void* data);
 
 private:
-    friend struct vtr::Layout<Observable>;
+    friend struct vtr::Internals<Observable>;
     class Delivery;
-
-    CMyArrayList* ListOf(int code);
-    CMyArrayList* MakeListOf(int code);
-    void TakeOut(Observer* observer);
-    void Blank(const Observer* observer);
-    void FreeRemovedObservers();
 
     int alive; ///< 1 until destruction
     CMyArrayList codes;

@@ -3,8 +3,6 @@
 
 #include "utilities/Export.h"
 
-#include <cstddef>
-
 /// A text that owns its memory: one block of exactly its length and a terminator, with no spare
 /// room, so that the object stays at two machine words. Each change of the length allocates anew
 /// and copies; to build a long text piece by piece, use something else.
@@ -140,9 +138,7 @@ protected:
     bool ConcatCopy(const char* first, const char* second) noexcept;
 
 private:
-    friend struct vtr::Layout<CCOMString>;
-
-    bool Append(const char* text, std::size_t length) noexcept;
+    friend struct vtr::Internals<CCOMString>;
 
     char* buffer; ///< null after a failed allocation, or without characters at the start
 };

@@ -20,9 +20,9 @@
 #endif
 
 namespace vtr {
-/// The one friend of an exported class, specialised by the library beside the class's source:
-/// asserts where the fields stand, on whose order hosts rely, and has as static functions what
-/// works on them and is not a member that hosts may know.
+/// The one friend of an exported class. The library defines it in the class's source or in a
+/// private header: it asserts where the fields are, on whose order hosts rely, and has as static
+/// functions what works on them and is not for hosts to know.
 template <class Class>
 struct Internals;
 

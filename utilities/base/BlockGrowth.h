@@ -5,6 +5,9 @@
 
 /// How the block of an array list grows and shrinks. Private to the library. One thread at a time.
 
+/// Which way elements move: over a removed one, or aside for a new one.
+enum _tshift { shiftClose = 0, shiftOpen = 1 };
+
 namespace vtr {
 
 /// The size of an element of either kind.

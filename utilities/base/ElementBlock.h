@@ -9,9 +9,6 @@
 #include <cstring>
 #include <xmmintrin.h>
 
-/// Which way elements move: over a removed one, or aside for a new one.
-enum _tshift { shiftClose = 0, shiftOpen = 1 };
-
 namespace vtr {
 
 /// Works on the elements of a `CMyArrayList` or `CMegaArrayList`: growth, moving and searching.
@@ -35,9 +32,6 @@ public:
         VTR_REQUIRE(Contains(index));
         return fields.block[index];
     }
-
-    /// Null when out of range; `sortValueOut` may be null and is then not written.
-    void* At(int index, Value* sortValueOut) const { return fields.At(index, sortValueOut); }
 
     Element<Value>* begin() const { return fields.block; }
     Element<Value>* end() const { return fields.block + Count(); }
@@ -187,14 +181,12 @@ public:
         int index = inRun ? FindItemInRun(item, value) : -1;
         if (index < 0)
             index = FindItem(item);
-        if (index < 0)
-            return false;
-        Remove(index, step);
-        return true;
+        if (index >= 0)
+            Remove(index, step);
+        return index >= 0;
     }
 
-    /// The first element whose sort value is below that of the one before it, or -1; `previous`
-    /// stands before the first.
+    /// The first element whose sort value is below the one before it, `previous` at first; or -1.
     int FindDescent(Value& previous) const {
         for (int i = 0; i < Count(); ++i) {
             if (fields.block[i].sortValue < previous)
@@ -211,7 +203,7 @@ public:
             return nullptr;
         if (indexOut != nullptr)
             *indexOut = index;
-        return At(index, sortValueOut);
+        return fields.At(index, sortValueOut);
     }
 
     void* ReportRunStart(int index, int* indexOut) const {

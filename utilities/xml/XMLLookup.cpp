@@ -1,4 +1,5 @@
 #include "common/Require.h"
+#include "utilities/base/CaseBit.h"
 #include "utilities/base/OwnedText.h"
 #include "utilities/base/SameText.h"
 #include "utilities/xml/XMLInternals.h"
@@ -23,13 +24,8 @@ public:
     }
 
     bool Is(const char* text) const {
-        static constexpr int caseBit = 'a' ^ 'A';
-        if (text == nullptr)
-            return false;
-        const bool ascii = static_cast<signed char>(*text | *wanted) >= 0;
-        if (ascii && ((*text ^ *wanted) & ~caseBit) != 0)
-            return false;
-        return vtr::SameText(text, wanted);
+        return text != nullptr && vtr::CaseFilter(*wanted).Passes(*text) &&
+               vtr::SameText(text, wanted);
     }
 
 private:

@@ -75,8 +75,8 @@ using MemoryDc = Owner<MemoryDcKind>;
 using ImageList = Owner<ImageListKind>;
 using WindowDc = Owner<WindowDcKind>;
 
-/// Selects an object into a device context for as long as this lives. Nothing for a null object or
-/// device context.
+/// Selects an object into a device context until this is destroyed. Does nothing for a null object
+/// or device context.
 class SelectedObject {
 public:
     SelectedObject(HDC target, HGDIOBJ object)

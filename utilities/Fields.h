@@ -2,8 +2,8 @@
 #define VTRUTILS_FIELDS_H
 
 /// The private fields of exported classes, as plain records, because hosts rely on their order. The
-/// library fills and frees them. Of what works on them, only the steps of a host's loop stand here,
-/// so that they need no call.
+/// library fills and frees them. Of the functions that work on them, only the steps of a host's
+/// loop are here, so that they need no call.
 /// Thread-safety: one thread at a time.
 
 namespace vtr {

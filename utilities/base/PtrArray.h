@@ -12,10 +12,10 @@ namespace vtr {
 template <class T>
 class PtrArray;
 
-/// The growable array of pointers behind the library's lists: empty until the first item, then 8
-/// slots, doubled when full, halved (not below 8) when at most half full after a removal. It never
-/// owns what its items point to. This class only reads; `Holder` has the fields, or refers to them,
-/// under the name `fields`. Not part of the interface. One thread at a time.
+/// The growable array of pointers that the library's lists are made of: empty until the first item,
+/// then 8 slots, doubled when full, halved (not below 8) when at most half full after a removal. It
+/// never owns what its items point to. This class only reads; `Holder` has the fields, or refers to
+/// them, under the name `fields`. Not part of the interface. One thread at a time.
 template <class T, class Holder>
 class PointerReading {
 public:
@@ -97,7 +97,7 @@ public:
     }
 
     /// Takes out, in one pass and in order, every item that `isUnwanted` accepts and hands it to
-    /// `dispose`. Returns how many went.
+    /// `dispose`. Returns how many it took out.
     template <class Predicate, class Dispose>
     unsigned RemoveIf(Predicate isUnwanted, Dispose dispose) {
         unsigned kept = 0;
@@ -137,7 +137,7 @@ public:
     void Forget() { Fields().count = 0; }
 
     /// Uses slots of the caller's until they are full. Requires: fields that have just been made,
-    /// and slots that stay for as long as they.
+    /// and slots that exist for as long as they do.
     void Borrow(T** place, unsigned room) {
         PointerFields<T>& own = Fields();
         own.slots = place;

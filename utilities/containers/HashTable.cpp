@@ -6,7 +6,7 @@
 
 #include <cstddef>
 #include <new>
-// Behind them: its one-letter macros break C++ headers.
+// After them: its one-letter macros break C++ headers.
 #include <mbstring.h>
 
 template <>

@@ -10,7 +10,7 @@ using Internals = vtr::Internals<CUndoMgr>;
 
 namespace {
 
-/// Found by its node ID, as these stand in that order: quick also with many of them.
+/// Found by its node ID, because atoms are in that order: quick even if there are many.
 [[maybe_unused]] bool Stands(const CUndoAtom* atom, CUndoAtom* const* first,
                              CUndoAtom* const* last) {
     CUndoAtom* const* place =

@@ -13,7 +13,7 @@ using Nodes = XMLNodeInternals;
 
 namespace {
 
-/// Lets a list use the slots at `place`, which moves behind them.
+/// Lets a list use the slots at `place`, which moves past them.
 template <class Item>
 void LendSlots(Pointers<Item> list, unsigned count, char*& place) {
     list.Borrow(reinterpret_cast<Item**>(place), count);
@@ -54,17 +54,16 @@ char* XMLBuilder::Text::CopyTo(char*& room) const {
 CXMLNode* XMLBuilder::MakeNode(std::string_view name, Room room) {
     const std::size_t slots = room.children + room.headerProperties + room.contentStrings;
     const std::size_t nameSize = name.empty() ? 0 : name.size() + 1;
-    char* behind =
-        static_cast<char*>(nodes.Take(sizeof(CXMLNode) + slots * sizeof(void*) + nameSize));
-    if (behind == nullptr)
+    char* at = static_cast<char*>(nodes.Take(sizeof(CXMLNode) + slots * sizeof(void*) + nameSize));
+    if (at == nullptr)
         return nullptr;
-    CXMLNode* node = new (static_cast<void*>(behind)) CXMLNode;
-    behind += sizeof(CXMLNode);
-    LendSlots(Nodes::Children(*node), room.children, behind);
-    LendSlots(Nodes::HeaderProperties(*node), room.headerProperties, behind);
-    LendSlots(Nodes::ContentStrings(*node), room.contentStrings, behind);
+    CXMLNode* node = new (static_cast<void*>(at)) CXMLNode;
+    at += sizeof(CXMLNode);
+    LendSlots(Nodes::Children(*node), room.children, at);
+    LendSlots(Nodes::HeaderProperties(*node), room.headerProperties, at);
+    LendSlots(Nodes::ContentStrings(*node), room.contentStrings, at);
     if (nameSize > 0)
-        Nodes::TakeName(*node, Text(name).CopyTo(behind), name.size(), /*inBlock=*/true);
+        Nodes::TakeName(*node, Text(name).CopyTo(at), name.size(), /*inBlock=*/true);
     return node;
 }
 
@@ -82,9 +81,9 @@ CXMLValue* XMLBuilder::MakeValue(Text fieldName, Text value) {
     if (place == nullptr)
         return nullptr;
     CXMLValue* made = new (static_cast<void*>(place)) CXMLValue;
-    char* behind = place + sizeof(CXMLValue);
-    char* const fieldNameCopy = fieldName.CopyTo(behind);
-    Internals<CXMLValue>::TakeTexts(*made, fieldNameCopy, value.CopyTo(behind));
+    char* at = place + sizeof(CXMLValue);
+    char* const fieldNameCopy = fieldName.CopyTo(at);
+    Internals<CXMLValue>::TakeTexts(*made, fieldNameCopy, value.CopyTo(at));
     return made;
 }
 

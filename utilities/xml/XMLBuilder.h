@@ -44,7 +44,7 @@ private:
         Text(std::string_view text) : start(text.data()), length(text.size()) {}
 
         std::size_t Room() const { return start != nullptr ? length + 1 : 0; }
-        /// A copy in `room`, null for null; `room` moves behind it.
+        /// A copy in `room`, null for null; `room` moves past it.
         char* CopyTo(char*& room) const;
 
         const char* start;
@@ -57,7 +57,7 @@ private:
     void CopyOwn(const CXMLNode& source, CXMLNode& target);
     CXMLNode* CopyChild(const CXMLNode& source, CXMLNode& targetParent);
 
-    // Look-ups go through the nodes only, one behind the other.
+    // Look-ups go through the nodes only, one after the other.
     XMLStorage nodes;
     XMLStorage values;
 };

@@ -16,7 +16,7 @@ namespace {
 /// in its parent.
 constexpr unsigned mostTokens = 999'999;
 
-/// Also all bytes above 0x7F: what stands between tags in other alphabets only, is no text.
+/// All bytes above 0x7F count too: what has only letters of other alphabets is not a text.
 bool IsBlank(char c) {
     return c == ' ' || static_cast<signed char>(c) <= '\r';
 }
@@ -87,7 +87,7 @@ void XMLLoader::ReadOwnTag() {
 }
 
 void XMLLoader::ReadTexts() {
-    const std::string_view between = token.behindComment
+    const std::string_view between = token.afterComment
                                          ? WithoutComments(position, token.start)
                                          : text.substr(position, token.start - position);
     if (!std::all_of(between.begin(), between.end(), IsBlank))
@@ -108,7 +108,7 @@ std::string_view XMLLoader::WithoutComments(std::size_t from, std::size_t to) {
         const std::size_t comment = std::min(text.find('<', from), to);
         std::memcpy(scratch.get() + length, text.data() + from, comment - from);
         length += comment - from;
-        from = comment < to ? scanner.BehindComment(comment) : to;
+        from = comment < to ? scanner.AfterComment(comment) : to;
     }
     return {scratch.get(), length};
 }

@@ -17,7 +17,7 @@ public:
     CXMLValue& operator=(const CXMLValue& other) noexcept;
     ~CXMLValue();
 
-    /// Null until set; valid until set again or the value goes.
+    /// Null until set; valid until set again or the value is destroyed.
     VTRUTILS_INLINE const char* FieldName() const noexcept { return fieldName; }
     VTRUTILS_INLINE const char* Value() const noexcept { return value; }
 
@@ -25,17 +25,17 @@ public:
     VTRUTILS_INLINE int SequenceNumber() const noexcept { return sequenceNumber; }
     VTRUTILS_INLINE void SetSequenceNumber(int number) noexcept { sequenceNumber = number; }
 
-    /// Copies; null, or a lack of memory, leaves null. The text may be the present one.
+    /// Copies the text, which may be the present one. Null, or a lack of memory, leaves null.
     void SetFieldName(const char* text) noexcept;
 
-    /// The same for `length` bytes of the text, or all of it when `length` is below 1. Requires:
-    /// that many bytes.
+    /// The same for `length` bytes of the text, or all of it if `length` is below 1. Requires: the
+    /// text has that many bytes.
     void SetValue(const char* text, int length) noexcept;
 
     /// Decodes both texts as `DeHTMLifyString` does.
     void DeHTMLify() noexcept;
 
-    /// The values of a document share blocks of memory; every value is freed by `delete`. Null when
+    /// The values of a document share blocks of memory, but each is freed with `delete`. Null if
     /// memory runs out.
     static void* operator new(std::size_t size) noexcept;
     static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;

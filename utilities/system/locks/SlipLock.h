@@ -7,10 +7,10 @@
 
 /// A lock with a time-out: one thread at a time, which may lock again as often as it unlocks again.
 /// Taking a free lock and taking it again cost no call into the system; threads that must wait do
-/// so at an event.
+/// so on an event.
 ///
-/// A thread that ends as the owner leaves the lock held for good: nobody gets it any more, not even
-/// a thread to which the system gives the same number.
+/// If a thread ends while it holds the lock, the lock stays held for ever: no other thread gets it,
+/// not even one to which the system gives the same number.
 /// Thread-safety: locked by itself.
 class VTRUTILS_API CSlipLock {
 public:
@@ -22,10 +22,11 @@ public:
 
     void Lock() noexcept;
 
-    /// False, with the lock as it was, when it cannot be had within the time.
+    /// Waits for at most this time. False, with the lock unchanged, if another thread still holds
+    /// it then.
     bool LockWithTimeout(unsigned long milliseconds) noexcept;
 
-    /// Does not wait.
+    /// Does not wait: false if another thread holds the lock.
     VTRUTILS_INLINE bool RequestLock() noexcept { return LockWithTimeout(0); }
 
     /// Does nothing if the calling thread does not hold the lock.

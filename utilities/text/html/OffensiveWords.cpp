@@ -30,7 +30,7 @@ constexpr std::size_t PairIndex(std::size_t first, std::size_t second) {
     return first * letterCount + second;
 }
 
-/// Where the words begin that start with each pair of letters, and behind the last pair their end.
+/// Where the words begin that start with each pair of letters, and after the last pair their end.
 constexpr std::array<unsigned short, letterCount * letterCount + 1> MakeStarts() {
     std::array<unsigned short, letterCount * letterCount + 1> starts{};
     for (const auto& word : words)

@@ -41,7 +41,7 @@ const unsigned char* Bytes(const char* text) {
     return reinterpret_cast<const unsigned char*>(OrEmpty(text));
 }
 
-/// Room for the text, terminated behind it, in place of `old`; null when there is none.
+/// Room for the text, with a terminator after it, in place of `old`; null if memory runs out.
 char* Resize(char* old, std::size_t length) {
     char* block = length < INT_MAX ? static_cast<char*>(std::realloc(old, length + 1)) : nullptr;
     if (block != nullptr)

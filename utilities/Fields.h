@@ -15,6 +15,9 @@ struct PointerFields {
     PointerFields(const PointerFields&) = delete;
     PointerFields& operator=(const PointerFields&) = delete;
 
+    /// Null when out of range.
+    T* At(unsigned index) const noexcept { return index < count ? slots[index] : nullptr; }
+
     T** slots = nullptr;
     unsigned count = 0;
     unsigned capacity : 31;

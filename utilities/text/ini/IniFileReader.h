@@ -2,13 +2,9 @@
 #define VTRUTILS_TEXT_INI_INIFILEREADER_H
 
 #include "utilities/Export.h"
-#include "utilities/base/PtrArray.h"
+#include "utilities/Fields.h"
 #include "utilities/text/ini/IniSection.h"
 #include "utilities/text/ini/IniValue.h"
-
-namespace vtr {
-class IniInheritance;
-}
 
 /// An INI document in memory: read from a file or a buffer, looked up, changed, sorted and saved.
 ///
@@ -45,7 +41,7 @@ public:
     /// Null or "" clears the name and is true. False when memory runs out.
     bool SetFileName(const char* path) noexcept;
 
-    VTRUTILS_INLINE unsigned int NumSections() const noexcept { return sections.Count(); }
+    VTRUTILS_INLINE unsigned int NumSections() const noexcept { return sections.count; }
 
     /// True: sections are looked up by binary search. Set it only while their names are in order.
     VTRUTILS_INLINE bool KeepSorted() const noexcept { return keepSorted; }
@@ -120,20 +116,13 @@ protected:
                               int& innerQuotes) const noexcept;
 
     char* fileName;
-    vtr::PtrArray<CIniSection> sections;
+    vtr::PointerFields<CIniSection> sections;
     mutable int lastSectionIndex; ///< found by the last `GetString`; -1: none
     bool keepSorted;
     bool initialized;
 
 private:
-    friend class vtr::IniInheritance;
-    friend class vtr::IniParser;
-
-    CIniSection* FindSectionNear(const char* sectionName) const noexcept;
-    int FindFirst(const char* sectionName) const noexcept;
-    CIniSection* AddSection(const char* sectionName) noexcept;
-
-    bool outOfMemory; ///< something of the document under construction is missing
+    friend struct vtr::Internals<CIniFileReader>;
 };
 
 #endif

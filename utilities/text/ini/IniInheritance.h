@@ -4,7 +4,7 @@
 #include "utilities/base/NameIndex.h"
 #include "utilities/base/NumberSet.h"
 #include "utilities/base/ValueRun.h"
-#include "utilities/text/ini/IniFileReader.h"
+#include "utilities/text/ini/IniInternals.h"
 
 #include <memory>
 
@@ -32,7 +32,8 @@ public:
     static constexpr unsigned mostCopies = 16'000'000;
     static constexpr int mostLevels = 10;
 
-    explicit IniInheritance(CIniFileReader& target) : document(target) {}
+    explicit IniInheritance(CIniFileReader& target)
+        : document(target), sections(Internals<CIniFileReader>::Sections(target)) {}
 
     /// All sections in order, whose parents are then forgotten. False when it is too much or memory
     /// runs out.
@@ -108,6 +109,7 @@ private:
     unsigned Limit() const { return keyNumbers.Count() * 2; }
 
     CIniFileReader& document;
+    Pointers<CIniSection> sections; ///< of the document
     std::unique_ptr<Node[]> nodes;
     ValueRun<Mention> mentions;    ///< in the order of the document
     ValueRun<unsigned char> quiet; ///< levels up to which to look at a mention changes nothing

@@ -2,6 +2,7 @@
 #define VTRUTILS_TEXT_INI_INIPARSER_H
 
 #include "utilities/base/MultibyteText.h"
+#include "utilities/base/PtrArray.h"
 #include "utilities/text/ini/IniFileReader.h"
 
 namespace vtr {
@@ -24,6 +25,13 @@ public:
     /// False for a key or value that is too long, a value without a key, and when memory runs out.
     /// The document then holds the sections and pairs that came before. No section is left empty.
     bool Run();
+
+    /// Adds the parents that the rest of a header line names. False when memory runs out.
+    static bool ScanForParents(const char* begin, const char* end, CIniSection& section);
+
+    /// True when the last character of the line that is neither space nor tab is a double quote;
+    /// `innerQuotes` is raised by the number of quotes that come before it.
+    static bool EndsInQuote(const char* begin, const char* end, int& innerQuotes);
 
 private:
     enum class State { lineStart, skipLine, header, key, valueStart, value, done, failed };
@@ -60,6 +68,7 @@ private:
     void RemoveEmptySections();
 
     CIniFileReader& document;
+    Pointers<CIniSection> sections; ///< of the document
     const char* text;
     unsigned length;
     unsigned at;

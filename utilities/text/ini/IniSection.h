@@ -2,15 +2,11 @@
 #define VTRUTILS_TEXT_INI_INISECTION_H
 
 #include "utilities/Export.h"
-#include "utilities/base/PtrArray.h"
+#include "utilities/Fields.h"
 #include "utilities/text/ini/IniValue.h"
 
 #include <cstddef>
 #include <cstdio>
-
-namespace vtr {
-class IniInheritance;
-}
 
 /// A named list of pairs of an INI document, in file order until sorted; keys may repeat. Names and
 /// keys compare without regard to case in the current multibyte code page.
@@ -32,7 +28,7 @@ public:
     /// Nothing when the name has 63 bytes already.
     void AppendToName(char c) noexcept;
 
-    VTRUTILS_INLINE unsigned int NumValues() const noexcept { return values.Count(); }
+    VTRUTILS_INLINE unsigned int NumValues() const noexcept { return values.count; }
 
     /// Null when out of range. The section keeps the pair.
     VTRUTILS_INLINE CIniValue* GetValue(unsigned int index) noexcept { return values.At(index); }
@@ -79,7 +75,7 @@ public:
     /// The sections named in the header as parents, until the document has resolved them. Null and
     /// "" are not added.
     void AddParent(const char* parent) noexcept;
-    VTRUTILS_INLINE int NumParents() const noexcept { return static_cast<int>(parents.Count()); }
+    VTRUTILS_INLINE int NumParents() const noexcept { return static_cast<int>(parents.count); }
     /// Null when out of range.
     const char* GetParent(int index) const noexcept;
     void RemoveParents() noexcept;
@@ -100,21 +96,16 @@ public:
     bool Save(std::FILE* stream) const noexcept;
 
 private:
-    friend class CIniFileReader;
-    friend class vtr::IniInheritance;
-    friend class vtr::IniParser;
-
-    const CIniValue* Find(const char* key) const noexcept;
-    CIniValue* FindFirst(const char* key) noexcept;
+    friend struct vtr::Internals<CIniSection>;
 
     static constexpr unsigned nameSize = 64;
 
     char name[nameSize];
-    vtr::PtrArray<CIniValue> values;
+    vtr::PointerFields<CIniValue> values;
     bool keepSorted;
-    bool keysDiffer;              ///< no two keys are the same: known by sorting
-    mutable unsigned behindFound; ///< where a look-up in order goes on; may be out of range
-    vtr::PtrArray<char> parents;
+    bool keysDiffer;             ///< no two keys are the same: known by sorting
+    mutable unsigned afterFound; ///< where a look-up in order goes on; may be out of range
+    vtr::PointerFields<char> parents;
 };
 
 #endif

@@ -1,10 +1,13 @@
 #include "utilities/text/ini/IniValue.h"
 
+#include "utilities/text/ini/IniInternals.h"
 #include "utilities/text/strings/StringFunctions.h"
 
 #include <cstdlib>
 #include <cstring>
 #include <functional>
+
+using Internals = vtr::Internals<CIniValue>;
 
 CIniValue::CIniValue() noexcept : key(nullptr), value(nullptr), roomSize(0) {}
 
@@ -29,18 +32,19 @@ CIniValue::~CIniValue() {
 }
 
 void CIniValue::SetKey(const char* newKey) noexcept {
-    Assign(key, newKey);
+    Internals::Assign(*this, key, newKey);
 }
 
 void CIniValue::SetValue(const char* newValue) noexcept {
-    Assign(value, newValue);
+    Internals::Assign(*this, value, newValue);
 }
 
 /// A text behind the object goes with the object; only later texts are blocks of their own.
-void CIniValue::Assign(char*& field, const char* text) noexcept {
+void Internals::Assign(CIniValue& pair, char*& field, const char* text) {
+    const char* const room = reinterpret_cast<char*>(&pair + 1);
     const std::less<const char*> before;
     const bool inRoom =
-        field != nullptr && !before(field, Room()) && before(field, Room() + roomSize);
+        field != nullptr && !before(field, room) && before(field, room + pair.roomSize);
     if (!inRoom) {
         CopyStringA(&field, text);
     } else if (text != field) {
@@ -50,21 +54,20 @@ void CIniValue::Assign(char*& field, const char* text) noexcept {
     }
 }
 
-/// In one block with its texts; an empty value is null. Null when memory runs out.
-CIniValue* CIniValue::Create(const char* keyText, std::size_t keyLength, const char* valueText,
-                             std::size_t valueLength) noexcept {
+CIniValue* Internals::Create(const char* key, std::size_t keyLength, const char* value,
+                             std::size_t valueLength) {
     const std::size_t room = keyLength + 1 + (valueLength > 0 ? valueLength + 1 : 0);
     void* block = std::malloc(sizeof(CIniValue) + room);
     if (block == nullptr)
         return nullptr;
     CIniValue* pair = new (block) CIniValue;
     pair->roomSize = room;
-    pair->key = pair->Room();
-    std::memcpy(pair->key, keyText, keyLength);
+    pair->key = reinterpret_cast<char*>(pair + 1);
+    std::memcpy(pair->key, key, keyLength);
     pair->key[keyLength] = '\0';
     if (valueLength > 0) {
         pair->value = pair->key + keyLength + 1;
-        std::memcpy(pair->value, valueText, valueLength);
+        std::memcpy(pair->value, value, valueLength);
         pair->value[valueLength] = '\0';
     }
     return pair;

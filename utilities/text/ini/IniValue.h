@@ -6,11 +6,6 @@
 #include <cstddef>
 #include <new>
 
-class CIniSection;
-namespace vtr {
-class IniParser;
-}
-
 /// One pair of an INI document. Owns copies of both texts; an empty text is always stored as null.
 /// Thread-safety: one thread at a time.
 class VTRUTILS_API CIniValue {
@@ -41,12 +36,7 @@ public:
     VTRUTILS_INLINE static void operator delete(void*, void*) noexcept {}
 
 private:
-    friend class CIniSection;
-    friend class vtr::IniParser;
-    static CIniValue* Create(const char* keyText, std::size_t keyLength, const char* valueText,
-                             std::size_t valueLength) noexcept;
-    char* Room() noexcept { return reinterpret_cast<char*>(this + 1); }
-    void Assign(char*& field, const char* text) noexcept;
+    friend struct vtr::Internals<CIniValue>;
 
     char* key;
     char* value;

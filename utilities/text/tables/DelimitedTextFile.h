@@ -2,21 +2,13 @@
 #define VTRUTILS_TEXT_TABLES_DELIMITEDTEXTFILE_H
 
 #include "utilities/Export.h"
-#include "utilities/base/PtrArray.h"
+#include "utilities/Fields.h"
 
 #include <cstddef>
 
-class CDelimitedTextFile;
-
 namespace vtr {
-class DelimitedParser;
 class FieldRow;
 class SortKeys;
-
-/// `CDelimitedTextFile::Open` of a path that the system gave. `FilePath` becomes `narrowPath`, or
-/// stays as it was when that is null. Private to the library.
-bool OpenTable(CDelimitedTextFile& table, const wchar_t* path, const char* narrowPath,
-               char delimiter, bool firstLineIsHeader, char quote);
 } // namespace vtr
 
 /// A table of texts in memory, read from and saved to a delimited text file: columns named by the
@@ -107,8 +99,8 @@ public:
     /// Null when out of range or unnamed.
     const char* FieldName(unsigned int column) const noexcept;
 
-    VTRUTILS_INLINE unsigned int NumFields() const noexcept { return columns.Count(); }
-    VTRUTILS_INLINE unsigned int NumRecords() const noexcept { return rows.Count(); }
+    VTRUTILS_INLINE unsigned int NumFields() const noexcept { return columns.count; }
+    VTRUTILS_INLINE unsigned int NumRecords() const noexcept { return rows.count; }
 
     /// Of the last successful `Open`, before the first of them that of the first `Save`; else "".
     VTRUTILS_INLINE const char* FilePath() const noexcept { return filePath; }
@@ -151,36 +143,16 @@ public:
     void SetSortBatchMode(bool on) noexcept;
 
 private:
-    friend struct vtr::Layout<CDelimitedTextFile>;
-    friend bool vtr::OpenTable(CDelimitedTextFile& table, const wchar_t* path,
-                               const char* narrowPath, char delimiter, bool firstLineIsHeader,
-                               char quote);
+    friend struct vtr::Internals<CDelimitedTextFile>;
 
     struct Column;
     struct Reading;
-    using Row = vtr::FieldRow;
-    static constexpr std::size_t pathSize = 260;
-    static constexpr unsigned deepestHook = 250;
 
-    bool Load(Reading& own, bool firstLineIsHeader);
-    void TellRowAdded(unsigned int row);
-    bool AppendColumn(const char* name) noexcept;
-    Column* ColumnAt(int column) const noexcept;
-    bool InsertRow(unsigned int index, Row* row) noexcept;
-    const char* FieldAt(unsigned int row, unsigned int column) const noexcept;
-    int Bisect(unsigned int column, const char* value) const noexcept;
-    bool Sort() noexcept;
-    void MakeSortKeys() noexcept;
-    void DropSortKeys() noexcept;
-    void UpdateSortKey(unsigned int row, unsigned int column) noexcept;
-    void ReplaceInField(unsigned int row, unsigned int column, const char* find,
-                        const char* replacement);
-    void FreeText(char* text) const noexcept;
-    void FreeRow(Row* row) const noexcept;
+    static constexpr std::size_t pathSize = 260;
 
     char filePath[pathSize];
-    vtr::PtrArray<Column> columns;
-    vtr::PtrArray<Row> rows;
+    vtr::PointerFields<Column> columns;
+    vtr::PointerFields<vtr::FieldRow> rows;
     int sortColumn; ///< -1: none
     bool maintainSorted;
     bool sortBatchMode;

@@ -19,7 +19,6 @@ struct vtr::Internals<CIniValue> {
     static CIniValue* Create(const char* key, std::size_t keyLength, const char* value,
                              std::size_t valueLength);
     static char* Key(CIniValue& pair) { return pair.key; }
-    static void Assign(CIniValue& pair, char*& field, const char* text);
 };
 
 template <>

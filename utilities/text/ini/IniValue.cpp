@@ -1,15 +1,10 @@
 #include "utilities/text/ini/IniValue.h"
 
+#include "utilities/base/BlockText.h"
 #include "utilities/text/ini/IniInternals.h"
-#include "utilities/text/strings/StringFunctions.h"
 
-#include <cstdlib>
-#include <cstring>
-#include <functional>
-
-using Internals = vtr::Internals<CIniValue>;
-
-CIniValue::CIniValue() noexcept : key(nullptr), value(nullptr), roomSize(0) {}
+CIniValue::CIniValue() noexcept
+    : key(nullptr), value(nullptr), keyInBlock(false), valueInBlock(false) {}
 
 CIniValue::CIniValue(const char* newKey, const char* newValue) noexcept : CIniValue() {
     SetKey(newKey);
@@ -27,64 +22,33 @@ CIniValue& CIniValue::operator=(const CIniValue& other) noexcept {
 }
 
 CIniValue::~CIniValue() {
-    SetKey(nullptr);
-    SetValue(nullptr);
+    vtr::FreeText(key, keyInBlock);
+    vtr::FreeText(value, valueInBlock);
 }
 
 void CIniValue::SetKey(const char* newKey) noexcept {
-    Internals::Assign(*this, key, newKey);
+    vtr::AssignText(key, keyInBlock, newKey);
 }
 
 void CIniValue::SetValue(const char* newValue) noexcept {
-    Internals::Assign(*this, value, newValue);
+    vtr::AssignText(value, valueInBlock, newValue);
 }
 
-/// A text behind the object goes with the object; only later texts are blocks of their own.
-void Internals::Assign(CIniValue& pair, char*& field, const char* text) {
-    const char* const room = reinterpret_cast<char*>(&pair + 1);
-    const std::less<const char*> before;
-    const bool inRoom =
-        field != nullptr && !before(field, room) && before(field, room + pair.roomSize);
-    if (!inRoom) {
-        CopyStringA(&field, text);
-    } else if (text != field) {
-        char* copy = nullptr;
-        CopyStringA(&copy, text);
-        field = copy;
-    }
-}
+VTR_OWN_MEMORY(CIniValue, std::malloc, std::free);
 
-CIniValue* Internals::Create(const char* key, std::size_t keyLength, const char* value,
-                             std::size_t valueLength) {
+CIniValue* vtr::Internals<CIniValue>::Create(const char* key, std::size_t keyLength,
+                                             const char* value, std::size_t valueLength) {
     const std::size_t room = keyLength + 1 + (valueLength > 0 ? valueLength + 1 : 0);
     void* block = std::malloc(sizeof(CIniValue) + room);
     if (block == nullptr)
         return nullptr;
     CIniValue* pair = new (block) CIniValue;
-    pair->roomSize = room;
-    pair->key = reinterpret_cast<char*>(pair + 1);
-    std::memcpy(pair->key, key, keyLength);
-    pair->key[keyLength] = '\0';
+    char* place = reinterpret_cast<char*>(pair + 1);
+    pair->key = PutText(key, keyLength, place);
+    pair->keyInBlock = true;
     if (valueLength > 0) {
-        pair->value = pair->key + keyLength + 1;
-        std::memcpy(pair->value, value, valueLength);
-        pair->value[valueLength] = '\0';
+        pair->value = PutText(value, valueLength, place);
+        pair->valueInBlock = true;
     }
     return pair;
-}
-
-void* CIniValue::operator new(std::size_t size) noexcept {
-    return std::malloc(size);
-}
-
-void* CIniValue::operator new(std::size_t size, const std::nothrow_t&) noexcept {
-    return std::malloc(size);
-}
-
-void CIniValue::operator delete(void* block) noexcept {
-    std::free(block);
-}
-
-void CIniValue::operator delete(void* block, const std::nothrow_t&) noexcept {
-    std::free(block);
 }

@@ -26,21 +26,16 @@ public:
     void SetKey(const char* newKey) noexcept;
     void SetValue(const char* newValue) noexcept;
 
-    /// Pairs that a document makes are one block with their texts; every pair is freed by `delete`.
-    /// Null when memory runs out.
-    static void* operator new(std::size_t size) noexcept;
-    static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;
-    VTRUTILS_INLINE static void* operator new(std::size_t, void* place) noexcept { return place; }
-    static void operator delete(void* block) noexcept;
-    static void operator delete(void* block, const std::nothrow_t&) noexcept;
-    VTRUTILS_INLINE static void operator delete(void*, void*) noexcept {}
+    /// A pair that a document makes is one block with its texts. Every pair is freed by `delete`.
+    VTRUTILS_OWN_MEMORY
 
 private:
     friend struct vtr::Internals<CIniValue>;
 
     char* key;
     char* value;
-    std::size_t roomSize; ///< bytes right after the object that hold the texts it was made with
+    bool keyInBlock; ///< in the pair's own block, so not to be freed
+    bool valueInBlock;
 };
 
 #endif

@@ -2,6 +2,7 @@
 
 #include "common/Require.h"
 #include "common/WidePath.h"
+#include "utilities/base/BlockText.h"
 #include "utilities/base/ByteSearch.h"
 #include "utilities/base/CodePage.h"
 #include "utilities/base/OwnedText.h"
@@ -20,7 +21,6 @@
 
 #include <climits>
 #include <cstring>
-#include <functional>
 #include <new>
 
 using vtr::IsEmptyText;
@@ -368,10 +368,7 @@ const char* Internals::FieldAt(const Table& table, unsigned int row, unsigned in
 }
 
 void Internals::FreeText(const Table& table, char* text) {
-    const std::less<const char*> before;
-    if (table.loaded == nullptr || before(text, table.loaded) ||
-        !before(text, table.loaded + table.loadedSize))
-        std::free(text);
+    vtr::FreeText(text, vtr::LiesIn(table.loaded, table.loadedSize, text));
 }
 
 void Internals::FreeRow(const Table& table, Row* row) {

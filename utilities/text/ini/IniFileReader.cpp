@@ -1,5 +1,6 @@
 #include "utilities/text/ini/IniFileReader.h"
 
+#include "utilities/base/Bisection.h"
 #include "utilities/base/MergeSort.h"
 #include "utilities/base/OwnedText.h"
 #include "utilities/base/ReplacingFile.h"
@@ -212,19 +213,9 @@ int Internals::Find(const CIniFileReader& document, const char* name) {
         return -1;
     if (!document.keepSorted)
         return FindFirst(document, name);
-    unsigned low = 0;
-    unsigned high = document.sections.count;
-    while (low < high) {
-        const unsigned middle = low + (high - low) / 2;
-        const int order = vtr::CompareText(document.sections.slots[middle]->Name(), name);
-        if (order == 0)
-            return static_cast<int>(middle);
-        else if (order < 0)
-            low = middle + 1;
-        else
-            high = middle;
-    }
-    return -1;
+    return vtr::Bisect(document.sections.count, document.sections.count, [&](unsigned i) {
+        return vtr::CompareText(document.sections.slots[i]->Name(), name);
+    });
 }
 
 CIniSection* Internals::FindNear(const CIniFileReader& document, const char* name) {

@@ -1,5 +1,6 @@
 #include "utilities/text/ini/IniSection.h"
 
+#include "utilities/base/Bisection.h"
 #include "utilities/base/MergeSort.h"
 #include "utilities/base/OwnedText.h"
 #include "utilities/base/SameText.h"
@@ -217,25 +218,17 @@ CIniValue* Internals::Find(const CIniSection& section, const char* key) {
         return nullptr;
     if (!section.keepSorted)
         return FindFirst(section, key);
-    unsigned low = 0;
-    unsigned high = section.values.count;
-    unsigned i = high / 2;
     // Sections are mostly read in order, so the pair after the one found last is tried first. Where
     // keys repeat, that would make the pair that is found depend on what was read before.
-    if (section.keysDiffer && section.afterFound < high)
-        i = section.afterFound;
-    for (; low < high; i = low + (high - low) / 2) {
-        const int order = vtr::CompareText(section.values.slots[i]->Key(), key);
-        if (order == 0) {
-            section.afterFound = i + 1;
-            return section.values.slots[i];
-        }
-        if (order < 0)
-            low = i + 1;
-        else
-            high = i;
-    }
-    return nullptr;
+    const unsigned count = section.values.count;
+    const int index =
+        vtr::Bisect(count, section.keysDiffer ? section.afterFound : count, [&](unsigned i) {
+            return vtr::CompareText(section.values.slots[i]->Key(), key);
+        });
+    if (index < 0)
+        return nullptr;
+    section.afterFound = static_cast<unsigned>(index) + 1;
+    return section.values.slots[index];
 }
 
 CIniValue* Internals::FindFirst(const CIniSection& section, const char* key) {

@@ -24,7 +24,6 @@
 #include <new>
 
 using vtr::IsEmptyText;
-using vtr::SortKeys;
 using Internals = vtr::Internals<CDelimitedTextFile>;
 using Row = vtr::FieldRow;
 

@@ -5,7 +5,6 @@
 #include "utilities/text/tables/FieldRow.h"
 #include "utilities/text/tables/SortKeys.h"
 
-using vtr::SortKeys;
 using Internals = vtr::Internals<CDelimitedTextFile>;
 using Row = vtr::FieldRow;
 

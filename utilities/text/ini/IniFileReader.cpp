@@ -56,11 +56,18 @@ bool CIniFileReader::ProcessInheritance() noexcept {
     if (inheritance.ResolveAll())
         return true;
     Reset();
-    if (inheritance.WhatFailed() == IniInheritance::Trouble::memory)
-        Log("CIniFileReader::ProcessInheritance: departing, no memory");
-    else
+    switch (inheritance.WhatFailed()) {
+    case IniInheritance::Trouble::copies:
         LogFmtA("CIniFileReader::ProcessInheritance: departing, more than %u pairs to copy",
                 IniInheritance::mostCopies);
+        break;
+    case IniInheritance::Trouble::steps:
+        LogFmtA("CIniFileReader::ProcessInheritance: departing, more than %u steps to take",
+                IniInheritance::mostSteps);
+        break;
+    default:
+        Log("CIniFileReader::ProcessInheritance: departing, no memory");
+    }
     return false;
 }
 

@@ -24,8 +24,9 @@ public:
     /// Loads a file, sorts it if asked, and gives each section what it inherits from the parents
     /// that its header names ("[Child] : [Base] : [Other]"; earlier parents win, own values
     /// always). False for a null or empty path, a missing, unreadable or empty file, a refused
-    /// document, and one whose sections inherit more than 16 million pairs, or more than there is
-    /// memory for: that is logged, and the document is empty.
+    /// document, and one whose sections inherit too much: more than 16 million pairs, more than
+    /// there is memory for, or by so many ways that 300 million steps do not find what (ordinary
+    /// documents take a few per pair). That is logged, and the document is empty.
     bool Init(const char* path, bool sort) noexcept;
 
     /// Parses `length` bytes. Parents stay in the sections, unresolved, and `Initialized()` false.

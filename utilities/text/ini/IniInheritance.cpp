@@ -143,14 +143,26 @@ bool IniInheritance::Resolve(const CIniSection* section, int levels) {
     return Good() && MakeCopies() && node->quiet == always;
 }
 
+/// Counts work: a step takes some nanoseconds. False when it is too much; the rest is then left
+/// alone.
+bool IniInheritance::Spend(int steps) {
+    if (Good() && steps > stepsLeft)
+        trouble = Trouble::steps;
+    if (Good())
+        stepsLeft -= steps;
+    return Good();
+}
+
 void IniInheritance::Visit(Node& node, int levels) {
-    if (node.quiet >= levels)
+    if (node.quiet >= levels || !Spend((node.endOfMentions - node.firstMention) / 4 + 1))
         return;
     for (int i = node.firstMention;; ++i) {
         i = NextToVisit(i, node.endOfMentions, levels);
         if (i == node.endOfMentions)
             break;
         const int first = mentions[i].first;
+        if (!Spend(1))
+            return;
         if (quiet[first] >= levels)
             continue;
         Node& parent = nodes[mentions[i].parent];
@@ -195,8 +207,9 @@ unsigned char IniInheritance::QuietLevels(const Mention& mention) const {
 }
 
 /// True when the child lacks nothing, as far as that can be told fast.
-bool IniInheritance::IsPart(const Node& parent, const Node& child) const {
-    return parent.known.IsKnownPartOf(child.known, Limit()) &&
+bool IniInheritance::IsPart(const Node& parent, const Node& child) {
+    return Spend(static_cast<int>(Limit() / 256) + child.halfEmpty.Count()) &&
+           parent.known.IsKnownPartOf(child.known, Limit()) &&
            std::none_of(child.halfEmpty.begin(), child.halfEmpty.end(), [&](unsigned key) {
                return child.empty.Find(key) != none && parent.known.Has(key * 2 + 1);
            });
@@ -211,6 +224,8 @@ void IniInheritance::Copy(Node& child, const Node& parent, Mention& seen) {
         seen.pairs = parent.pairs.Count();
         seen.filled = parent.filled.Count();
     }
+    if (!Spend(parent.pairs.Count() - seen.pairs + parent.filled.Count() - seen.filled))
+        return;
     for (; seen.pairs < parent.pairs.Count() && Good(); ++seen.pairs)
         Give(child, parent.pairs[seen.pairs]);
     for (; seen.filled < parent.filled.Count() && Good(); ++seen.filled)
@@ -247,6 +262,8 @@ bool IniInheritance::FillPair(Node& child, const Pair& pair) {
 
 /// The node has changed, or one so many levels above it: visits of its children may change them.
 void IniInheritance::Disturb(const Node& node, unsigned char levels) {
+    if (!Spend(node.endOfHeirs - node.firstHeir))
+        return;
     for (int i = node.firstHeir; i < node.endOfHeirs; ++i) {
         const Heir heir = heirs[i];
         Node& child = nodes[heir.section];

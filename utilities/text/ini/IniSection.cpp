@@ -153,7 +153,7 @@ void CIniSection::RemoveKey(unsigned int index) noexcept {
 void CIniSection::RemoveKey(const char* key) noexcept {
     if (IsEmptyText(key))
         return;
-    // The key may be the text of a pair that goes.
+    // The key may be the text of a pair that is removed.
     const vtr::OwnedText ownKey = vtr::CopyText(key);
     if (ownKey == nullptr)
         return;

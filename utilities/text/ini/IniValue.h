@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <new>
 
-/// One pair of an INI document. Owns copies of both texts; an empty text is always stored as null.
+/// One pair of an INI document. Owns copies of both texts. An empty text is always stored as null.
 /// Thread-safety: one thread at a time.
 class VTRUTILS_API CIniValue {
 public:
@@ -17,12 +17,12 @@ public:
     CIniValue& operator=(const CIniValue& other) noexcept;
     ~CIniValue();
 
-    /// Null when unset or empty; valid until the text is set again or the pair goes.
+    /// Null if unset or empty; valid until the text is set again or the pair is destroyed.
     VTRUTILS_INLINE const char* Key() const noexcept { return key; }
     VTRUTILS_INLINE const char* Value() const noexcept { return value; }
 
-    /// Null or "" leaves null, and so does a lack of memory. The new text may be the present one or
-    /// a part of it.
+    /// Copies the text. Null and "" give null, and so does a lack of memory. The new text may be
+    /// the present one or a part of it.
     void SetKey(const char* newKey) noexcept;
     void SetValue(const char* newValue) noexcept;
 

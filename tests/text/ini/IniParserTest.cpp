@@ -141,6 +141,8 @@ TEST(IniParser, RandomTextsAreReadByTheRule) {
     std::mt19937 random(seed);
     for (unsigned round = 0; round < 30'000; ++round) {
         std::string text = RandomText(random, 90, "[]]=;\": \t\r\n\nab\0\xFF\xFE\xE4"sv);
+        if (round % 4 == 0)
+            text += "\n[c]:[ b ]" + RandomText(random, 30, "\n=[]: b;\"");
         SCOPED_TRACE(testing::Message() << "seed 23, round " << round << ": " << text);
         // Two bytes tell that it is not UTF-16; without them it only must not do harm.
         const bool told = text.size() > 1 && text[0] * text[1] != 0 && text[0] != '\xFF';

@@ -187,7 +187,7 @@ TEST(StringFunctions, ReplaceAndSearchByTheRule) {
 TEST(StringFunctions, ConvertUnicodeByTheRule) {
     EachRound(11, 10'000, [](Dice& dice, int) {
         const std::string bytes =
-            (dice.Below(4) == 0 ? "\xFF\xFE" : "") + Text(dice, 12, "\0\0\0az\xFF\xFE"sv);
+            (dice.Below(4) == 0 ? "\xFF\xFE" : "") + Text(dice, 12, "\0\0\0a\1\xFF\xFE"sv);
         const int length = static_cast<int>(bytes.size());
         const std::size_t size = static_cast<std::size_t>(1 + dice.Below(9));
         const bool reserve = dice.Below(2) == 0;

@@ -98,6 +98,10 @@ TEST(XMLNode, LooksUpAndCopies) {
         for (const char* wanted :
              {"A", "b", "bb", "CC", "cd", "E", "x", "", static_cast<const char*>(nullptr)})
             ExpectAnswers(document, wanted, dice.Below(3) - 1);
+        ASSERT_EQ(document.GetValue("b", true), document.GetValue("b", true, 0));
+        ASSERT_EQ(document.GetValue(0u), document.GetContent(0));
+        ASSERT_EQ(document.NumRootHeaderProperties(), document.NumHeaderProperties());
+        ASSERT_EQ(document.NodeLength(), 0u);
         const std::string shown = Shown(document);
         auto copy = std::make_unique<CXMLNode>(document);
         ASSERT_EQ(Shown(*copy), shown);

@@ -38,10 +38,6 @@ namespace vtr {
 /// functions what works on them and is not for hosts to know.
 template <class Class>
 struct Internals;
-
-/// The same for classes whose private functions are members.
-template <class Class>
-struct Layout;
 } // namespace vtr
 
 #endif

@@ -4,7 +4,6 @@
 #include "utilities/xml/XMLInternals.h"
 #include "utilities/xml/XMLText.h"
 
-#include <cstdint>
 #include <cstring>
 
 namespace vtr {
@@ -20,35 +19,13 @@ void LendSlots(Pointers<Item> list, unsigned count, char*& place) {
     place += count * sizeof(Item*);
 }
 
-/// Most names and values are so short that calling `memcpy` takes longer: two words that may
-/// overlap hold them.
-void CopyBytes(const char* from, std::size_t length, char* to) {
-    constexpr std::size_t word = 8;
-    if (length < word || length > 2 * word) {
-        std::memcpy(to, from, length);
-        return;
-    }
-    std::uint64_t first;
-    std::uint64_t last;
-    std::memcpy(&first, from, word);
-    std::memcpy(&last, from + length - word, word);
-    std::memcpy(to, &first, word);
-    std::memcpy(to + length - word, &last, word);
-}
-
 } // namespace
 
 XMLBuilder::Text::Text(const char* terminated)
     : start(terminated), length(terminated != nullptr ? std::strlen(terminated) : 0) {}
 
 char* XMLBuilder::Text::CopyTo(char*& room) const {
-    if (start == nullptr)
-        return nullptr;
-    char* copy = room;
-    CopyBytes(start, length, copy);
-    copy[length] = '\0';
-    room += length + 1;
-    return copy;
+    return start != nullptr ? PutText(start, length, room) : nullptr;
 }
 
 CXMLNode* XMLBuilder::MakeNode(std::string_view name, Room room) {

@@ -48,7 +48,7 @@ void Internals::MoveContents(CXMLNode& source, CXMLNode& target) {
 }
 
 void Internals::TakeName(CXMLNode& node, char* text, std::size_t length, bool inBlock) {
-    vtr::ReplaceXMLText(node.name, node.nameInBlock, text);
+    vtr::TakeText(node.name, node.nameInBlock, text);
     node.nameInBlock = inBlock;
     node.nameKey = vtr::XMLNameKey(std::string_view(text, length));
 }
@@ -109,18 +109,4 @@ void Internals::DeHTMLifyOwn(CXMLNode& node) {
         content->DeHTMLify();
 }
 
-void* CXMLNode::operator new(std::size_t size) noexcept {
-    return vtr::XMLStorage::TakeAlone(size);
-}
-
-void* CXMLNode::operator new(std::size_t size, const std::nothrow_t&) noexcept {
-    return vtr::XMLStorage::TakeAlone(size);
-}
-
-void CXMLNode::operator delete(void* object) noexcept {
-    vtr::XMLStorage::Release(object);
-}
-
-void CXMLNode::operator delete(void* object, const std::nothrow_t&) noexcept {
-    vtr::XMLStorage::Release(object);
-}
+VTR_OWN_MEMORY(CXMLNode, vtr::XMLStorage::TakeAlone, vtr::XMLStorage::Release);

@@ -37,12 +37,7 @@ public:
 
     /// The values of a document share blocks of memory, but each is freed with `delete`. Null if
     /// memory runs out.
-    static void* operator new(std::size_t size) noexcept;
-    static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;
-    VTRUTILS_INLINE static void* operator new(std::size_t, void* place) noexcept { return place; }
-    static void operator delete(void* object) noexcept;
-    static void operator delete(void* object, const std::nothrow_t&) noexcept;
-    VTRUTILS_INLINE static void operator delete(void*, void*) noexcept {}
+    VTRUTILS_OWN_MEMORY
 
 private:
     friend struct vtr::Internals<CXMLValue>;

@@ -287,7 +287,7 @@ void CDelimitedTextFile::ReplaceAll(const char* find, const char* replacement) {
     const vtr::OwnedText ownReplacement = vtr::CopyText(replacement);
     if (ownFind == nullptr || (ownReplacement == nullptr && !IsEmptyText(replacement)))
         return;
-    // Sorting under way would move rows that are still to be seen behind those that have been.
+    // Sorting under way would move rows that are still to be seen past those that have been.
     const bool batchModeWasOn = sortBatchMode;
     const bool pendingBefore = sortPending;
     sortBatchMode = true;

@@ -1,5 +1,6 @@
 #include "utilities/system/files/FileFunctions.h"
 
+#include "tests/support/Clipboard.h"
 #include "tests/support/GuardedBuffer.h"
 #include "tests/support/TestFolder.h"
 #include "tests/support/TestKey.h"
@@ -8,23 +9,8 @@
 #include <fstream>
 #include <functional>
 #include <gtest/gtest.h>
-#include <shlobj.h>
 
 namespace {
-
-/// Leaves a list of files on the clipboard.
-void CopyFiles(std::wstring_view names) {
-    const std::size_t bytes = names.size() * sizeof(wchar_t);
-    const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, sizeof(DROPFILES) + bytes);
-    auto* files = static_cast<DROPFILES*>(GlobalLock(block));
-    files->pFiles = sizeof(DROPFILES);
-    files->fWide = TRUE;
-    std::memcpy(files + 1, names.data(), bytes);
-    GlobalUnlock(block);
-    EXPECT_TRUE(OpenClipboard(nullptr) && EmptyClipboard());
-    EXPECT_NE(SetClipboardData(CF_HDROP, block), nullptr);
-    CloseClipboard();
-}
 
 enum class WhenShort { Cut, Empty };
 
@@ -60,7 +46,7 @@ TEST(PathBuffers, HoldTheWholeTextOrItsStartOrNothing) {
     key.SetText("name", "value");
     const std::string copied = "Z:\\" + std::string(900, 's') + ".wav";
     const std::wstring wideCopied(copied.begin(), copied.end());
-    CopyFiles(L"C:\\first.wav" + (L'\0' + wideCopied) + L'\0');
+    CopyFiles(L"C:\\first.wav" + (L'\0' + wideCopied));
     char music[MAX_PATH], documents[MAX_PATH];
     ASSERT_TRUE(SHGetSpecialFolderPathA(nullptr, music, 13, FALSE));
     ASSERT_TRUE(SHGetSpecialFolderPathA(nullptr, documents, 5, FALSE));

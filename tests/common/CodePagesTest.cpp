@@ -105,7 +105,7 @@ bool Strings(const Place& place) {
     const std::string text = "\xFC\xE9\x81 [x]";
     Write(place.wide / L"s.ini", "[Strings]\r\nProfile = " + text + "\r\n");
     Write(place.wide / L"backup.ini", key + " = text\r\n");
-    std::string file = place.File("s.ini"), backup = place.File("backup.ini"), wrong = "none.ini";
+    std::string file = place.File("s.ini"), backup = place.File("backup.ini");
     SetStringFile(file.data());
     SetBackupStringFile(backup.data());
     char found[32], profile[32];

@@ -17,10 +17,7 @@ TEST(PictureMode, RefusesCommandLinesThatItCannotFollow) {
     const TestFolder folder;
     const std::string good = folder.Write("good.ini", "[One]\r\nkey = value\r\n");
     const std::string pictures = " --pictures \"" + folder.File("pictures") + "\"";
-    const struct {
-        const char* name;
-        std::string arguments;
-    } rows[] = {
+    const std::pair<const char*, std::string> rows[] = {
         {"missing document", "\"" + folder.File("missing.ini") + "\"" + pictures},
         {"folder as document", "\"" + folder.Path() + ".\"" + pictures},
         {"two documents", "\"" + good + "\" \"" + good + "\"" + pictures},
@@ -28,9 +25,9 @@ TEST(PictureMode, RefusesCommandLinesThatItCannotFollow) {
         {"folder below a missing one",
          "\"" + good + "\" --pictures \"" + folder.File("missing\\pictures") + "\""},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(1, GalleryProcess(row.arguments).ExitCode());
+    for (const auto& [name, arguments] : rows) {
+        SCOPED_TRACE(name);
+        EXPECT_EQ(1, GalleryProcess(arguments).ExitCode());
         EXPECT_EQ("good.ini", folder.Listing());
     }
 }

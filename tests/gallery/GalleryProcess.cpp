@@ -21,39 +21,45 @@ std::wstring TextOf(HWND window) {
 /// For messages about failures.
 std::string Describe(HWND window) {
     char className[64] = "none";
+    char title[128] = "";
     GetClassNameA(window, className, sizeof className);
-    return className;
+    GetWindowTextA(window, title, sizeof title);
+    return std::string(className) + " \"" + title + "\"";
+}
+
+INPUT KeyInput(WORD key, WORD scan, DWORD flags) {
+    INPUT input{};
+    input.type = INPUT_KEYBOARD;
+    input.ki.wVk = key;
+    input.ki.wScan = scan;
+    input.ki.dwFlags = flags;
+    return input;
 }
 
 void Send(INPUT input) {
     ASSERT_EQ(1u, SendInput(1, &input, sizeof input));
 }
 
-void SendKey(WORD key, DWORD flags, WORD scan = 0) {
-    INPUT input{};
-    input.type = INPUT_KEYBOARD;
-    input.ki.wVk = key;
-    input.ki.wScan = scan;
-    input.ki.dwFlags = flags;
-    Send(input);
-}
-
 } // namespace
 
-GalleryProcess::GalleryProcess(const std::string& arguments, const char* registryKey) {
-    if (registryKey == nullptr)
-        registryKey = ownKey.emplace().SubKey();
+GalleryProcess::GalleryProcess(const std::string& arguments, const std::string& newRegistryKey)
+    : ownKey(newRegistryKey.empty()), registryKey(newRegistryKey) {
+    if (ownKey)
+        registryKey = "Software\\vtrutils gallery test " + std::to_string(GetCurrentProcessId());
     std::string commandLine = "\"" + gallery::ProgramFolder() + "gallery.exe\" --registry \"" +
                               registryKey + "\" " + arguments;
     STARTUPINFOA start{};
     start.cb = sizeof start;
     PROCESS_INFORMATION started{};
-    EXPECT_TRUE(CreateProcessA(nullptr, commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr,
-                               nullptr, &start, &started))
+    EXPECT_TRUE(CreateProcessA(/*lpApplicationName=*/nullptr, commandLine.data(),
+                               /*lpProcessAttributes=*/nullptr, /*lpThreadAttributes=*/nullptr,
+                               /*bInheritHandles=*/FALSE, /*dwCreationFlags=*/0,
+                               /*lpEnvironment=*/nullptr, /*lpCurrentDirectory=*/nullptr, &start,
+                               &started))
         << "error " << GetLastError();
     process.Reset(started.hProcess);
     id = started.dwProcessId;
-    CloseHandle(started.hThread);
+    const vtr::KernelHandle thread(started.hThread);
 }
 
 GalleryProcess::GalleryProcess(int control) : GalleryProcess("") {
@@ -68,6 +74,8 @@ GalleryProcess::~GalleryProcess() {
         TerminateProcess(process.Get(), /*uExitCode=*/99);
         WaitForSingleObject(process.Get(), longestWait);
     }
+    if (ownKey)
+        RegDeleteKeyA(HKEY_CURRENT_USER, registryKey.c_str());
 }
 
 int GalleryProcess::ExitCode() {
@@ -138,11 +146,11 @@ void GalleryProcess::Close() {
 void GalleryProcess::Press(Key key) {
     GiveKeyboard();
     if (key.modifier != 0)
-        SendKey(key.modifier, /*flags=*/0);
-    SendKey(key.key, /*flags=*/0);
-    SendKey(key.key, KEYEVENTF_KEYUP);
+        Send(KeyInput(key.modifier, /*scan=*/0, /*flags=*/0));
+    Send(KeyInput(key.key, /*scan=*/0, /*flags=*/0));
+    Send(KeyInput(key.key, /*scan=*/0, KEYEVENTF_KEYUP));
     if (key.modifier != 0)
-        SendKey(key.modifier, KEYEVENTF_KEYUP);
+        Send(KeyInput(key.modifier, /*scan=*/0, KEYEVENTF_KEYUP));
 }
 
 void GalleryProcess::Press(Key key, int control, const std::wstring& part) {
@@ -171,8 +179,8 @@ void GalleryProcess::Fill(Key key, int control, const std::wstring& text) {
 
 void GalleryProcess::Type(const std::wstring& text) {
     for (const wchar_t character : text) {
-        SendKey(/*key=*/0, KEYEVENTF_UNICODE, character);
-        SendKey(/*key=*/0, KEYEVENTF_UNICODE | KEYEVENTF_KEYUP, character);
+        Send(KeyInput(/*key=*/0, character, KEYEVENTF_UNICODE));
+        Send(KeyInput(/*key=*/0, character, KEYEVENTF_UNICODE | KEYEVENTF_KEYUP));
     }
 }
 

@@ -3,12 +3,10 @@
 
 #include "common/Handles.h"
 #include "gallery/app/ControlIds.h"
-#include "tests/support/TestKey.h"
 
 #include <functional>
 #include <gtest/gtest.h>
 #include <initializer_list>
-#include <optional>
 #include <string>
 
 /// A key to press, alone or with one that is held.
@@ -28,9 +26,9 @@ inline Key Ctrl(int key) {
 /// the test after 30 s, and at once when the program ends; after a failure nothing is waited for.
 class GalleryProcess {
 public:
-    /// The gallery remembers files in a key of its own, unless `registryKey` names one below
-    /// HKEY_CURRENT_USER.
-    explicit GalleryProcess(const std::string& arguments, const char* registryKey = nullptr);
+    /// The gallery remembers files in a key of its own, which is removed with the object, unless
+    /// `newRegistryKey` names one below HKEY_CURRENT_USER.
+    explicit GalleryProcess(const std::string& arguments, const std::string& newRegistryKey = "");
     /// Without arguments, on the page that has a control with this id.
     explicit GalleryProcess(int control);
     GalleryProcess(const GalleryProcess&) = delete;
@@ -84,7 +82,8 @@ private:
     HWND Control(int id) const;
     HWND FocusedControl() const;
 
-    std::optional<TestKey> ownKey;
+    bool ownKey;
+    std::string registryKey;
     vtr::KernelHandle process;
     DWORD id = 0;
     HWND window = nullptr;

@@ -17,7 +17,10 @@ TEST(PictureMode, RefusesCommandLinesThatItCannotFollow) {
     const TestFolder folder;
     const std::string good = folder.Write("good.ini", "[One]\r\nkey = value\r\n");
     const std::string pictures = " --pictures \"" + folder.File("pictures") + "\"";
-    const std::pair<const char*, std::string> rows[] = {
+    const struct {
+        const char* name;
+        std::string arguments;
+    } rows[] = {
         {"missing document", "\"" + folder.File("missing.ini") + "\"" + pictures},
         {"folder as document", "\"" + folder.Path() + ".\"" + pictures},
         {"two documents", "\"" + good + "\" \"" + good + "\"" + pictures},
@@ -25,9 +28,9 @@ TEST(PictureMode, RefusesCommandLinesThatItCannotFollow) {
         {"folder below a missing one",
          "\"" + good + "\" --pictures \"" + folder.File("missing\\pictures") + "\""},
     };
-    for (const auto& [name, arguments] : rows) {
-        SCOPED_TRACE(name);
-        EXPECT_EQ(1, GalleryProcess(arguments).ExitCode());
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(1, GalleryProcess(row.arguments).ExitCode());
         EXPECT_EQ("good.ini", folder.Listing());
     }
 }

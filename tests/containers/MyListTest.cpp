@@ -1,7 +1,7 @@
+#include "utilities/containers/MyList.h"
 #include "tests/support/AllocationFault.h"
 #include "tests/support/Rounds.h"
 #include "utilities/containers/MegaList.h"
-#include "utilities/containers/MyList.h"
 
 #include <algorithm>
 #include <climits>

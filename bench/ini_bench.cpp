@@ -79,8 +79,8 @@ struct Subject {
     bench::ProfileFunctions profile;
 };
 
-// A contender that does other work than ours is no peer: before anything is measured, all must find
-// every pair of the document with its value, and nothing else.
+// A contender that does other work than ours is not a peer: before anything is measured, all must
+// find every pair of the document with its value, and nothing else.
 
 bool Complain(const Subject& subject, const char* contender, const char* what) {
     std::fprintf(stderr, "%s, %s: %s\n", subject.size.c_str(), contender, what);

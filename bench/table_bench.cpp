@@ -28,7 +28,7 @@ public:
     CDelimitedTextFile table;
 };
 
-/// What is written in an hour: a line at a time, a character at a time.
+/// What anyone would write in an hour: line by line, character by character.
 class LineSplitter {
 public:
     static constexpr const char* name = "getline and split";
@@ -118,8 +118,8 @@ struct Subject {
     LineSplitter splitter;
 };
 
-// A contender that does other work than ours is no peer: before anything is measured, all must load
-// all rows, and write what ours loads again.
+// A contender that does other work than ours is not a peer: before anything is measured, all must
+// load all rows, and write what ours loads again.
 
 TableRows RowsOf(const OurTable& loaded) {
     const CDelimitedTextFile& table = loaded.table;

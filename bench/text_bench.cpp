@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 #include <windows.h>
-// Behind it, because it needs it.
+// After it, because it needs it.
 #include <mbstring.h>
 
 namespace {

@@ -86,7 +86,7 @@ void MeasureHistory(const char* work, int setSize) {
     bench::GrowthToReach(work, 15);
 }
 
-/// A full history: each atom that comes lets the oldest go.
+/// A full history: for each new atom the oldest one is deleted.
 void MeasureTrimming() {
     static constexpr char work[] = "undo, 100,000 sets through a full history";
     for (const auto& [size, most] : {std::pair("100", 100), std::pair("1,000", 1000)}) {

@@ -123,7 +123,7 @@ void MeasureLife(const Subject& subject, const char* work, bool loading) {
 constexpr char load[] = "XML load";
 constexpr char unload[] = "XML free";
 
-/// What stands behind the name of a work in the table.
+/// What follows the name of a work in the table.
 struct LookUps {
     std::string find;
     std::string children;

@@ -26,6 +26,12 @@ struct FindKind {
     static bool Close(Type handle) { return FindClose(handle) != FALSE; }
 };
 
+struct RegistryKeyKind {
+    using Type = HKEY;
+    static Type None() { return nullptr; }
+    static bool Close(Type key) { return RegCloseKey(key) == ERROR_SUCCESS; }
+};
+
 struct StreamKind {
     using Type = std::FILE*;
     static Type None() { return nullptr; }
@@ -61,6 +67,7 @@ struct ImageListKind {
 
 using FileHandle = Owner<FileKind>;
 using FindHandle = Owner<FindKind>;
+using RegistryKey = Owner<RegistryKeyKind>;
 using StreamHandle = Owner<StreamKind>;
 using FontHandle = Owner<GdiObjectKind<HFONT>>;
 using BitmapHandle = Owner<GdiObjectKind<HBITMAP>>;
@@ -68,8 +75,8 @@ using MemoryDc = Owner<MemoryDcKind>;
 using ImageList = Owner<ImageListKind>;
 using WindowDc = Owner<WindowDcKind>;
 
-/// Selects an object into a device context for as long as this lives. Nothing for a null object or
-/// device context.
+/// Selects an object into a device context until this is destroyed. Does nothing for a null object
+/// or device context.
 class SelectedObject {
 public:
     SelectedObject(HDC target, HGDIOBJ object)

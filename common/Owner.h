@@ -3,14 +3,13 @@
 
 #include <windows.h>
 
-/// The template behind all owners of handles, and those of them that public headers need for their
-/// private fields; the others are in Handles.h. Private to the library and its sample host.
-/// One thread at a time.
+/// The template for all owners of handles, and the owner that is needed most; the others are in
+/// Handles.h. Private to the library and its sample host. One thread at a time.
 
 namespace vtr {
 
-/// Holds one handle and gives it back when it goes. Giving back keeps `GetLastError`, so the
-/// reason for a failure survives the clean-up that follows it.
+/// Holds one handle and gives it back when it is destroyed. Giving back keeps `GetLastError`, so
+/// the reason for a failure survives the clean-up that follows it.
 template <class Kind>
 class Owner {
 public:
@@ -43,7 +42,7 @@ public:
         held = handle;
     }
 
-    /// Gives the handle back now; false when that fails or nothing is held.
+    /// Gives the handle back now. False if that fails or nothing is held.
     bool Close() {
         if (held == Kind::None())
             return false;
@@ -58,21 +57,14 @@ private:
     Type held = Kind::None();
 };
 
-/// Processes, threads, events and whatever else null stands for nothing of.
+/// Processes, threads, events and other kernel objects whose handle is null if there is none.
 struct KernelObjectKind {
     using Type = HANDLE;
     static Type None() { return nullptr; }
     static bool Close(Type handle) { return CloseHandle(handle) != FALSE; }
 };
 
-struct RegistryKeyKind {
-    using Type = HKEY;
-    static Type None() { return nullptr; }
-    static bool Close(Type key) { return RegCloseKey(key) == ERROR_SUCCESS; }
-};
-
 using KernelHandle = Owner<KernelObjectKind>;
-using RegistryKey = Owner<RegistryKeyKind>;
 
 } // namespace vtr
 

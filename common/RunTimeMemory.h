@@ -12,9 +12,9 @@ void __freeres();
 
 namespace vtr {
 
-/// To be called when a DLL is unloaded, and nothing is thrown any more: the compiler's run-time
-/// inside it keeps 72 KB for exceptions that are thrown when memory has run out, and would leave
-/// them behind each time. Private to the two libraries. One thread at a time.
+/// Called when a DLL is unloaded and throws no more. The compiler's run-time inside it keeps 72 KB
+/// for exceptions that are thrown when memory has run out, and would leak them at each unload.
+/// Private to the two libraries. One thread at a time.
 inline void FreeRunTimeMemory() {
 #if defined(__GLIBCXX__)
     __gnu_cxx::__freeres();

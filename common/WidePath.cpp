@@ -22,7 +22,7 @@ bool Names(const wchar_t* path) {
     return GetFileAttributesW(path) != INVALID_FILE_ATTRIBUTES;
 }
 
-/// Walks over the folders in a path, each with all that stands before it, to the path itself.
+/// Walks over the folders in a path, each with all that is before it, to the path itself.
 class FolderWalk {
 public:
     explicit FolderWalk(wchar_t* wholePath) : path(wholePath), end(wholePath) {}

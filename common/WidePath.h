@@ -33,12 +33,12 @@ private:
 };
 
 /// A path of any length as UTF-16. Its text is in `codePage`, that of the language (0: the system's
-/// ANSI code page), or in the ANSI page, since that is what the system gave to hosts before they
-/// chose a language. It is the latter where the path names a file or folder in the ANSI page and
-/// nothing in the other; where it names nothing in either, the page that more of its folders are
-/// found in is meant, and the language's if they are found in both or in neither. Bytes that only
-/// one of the pages has are in that page. A path of ASCII is the same in all and looks up nothing.
-/// One thread at a time.
+/// ANSI code page), or in the ANSI page, because hosts have paths in that page from the system. The
+/// ANSI page is meant if the path names a file or folder when read in that page, and nothing when
+/// read in the other. If it names nothing in either, the page is meant in which more of its folders
+/// are found, and the language's if that is equal. A path whose bytes are characters in one of the
+/// pages only is in that page. A path of ASCII is the same in all pages, and nothing is looked up
+/// for it. One thread at a time.
 class WidePath {
 public:
     WidePath(const char* path, unsigned codePage);

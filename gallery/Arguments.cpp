@@ -15,7 +15,7 @@ std::string Parameter(int index) {
     return text;
 }
 
-/// The value behind an option.
+/// The value after an option.
 std::string Value(Arguments& arguments, int index, const char* mistake) {
     std::string value = Parameter(index);
     if (value.empty())

@@ -19,16 +19,25 @@
 #define VTRUTILS_INLINE
 #endif
 
+/// Declares how objects of a class are made and freed that may share a block with their texts or
+/// with each other: by `new`, which gives null when memory runs out, and by `delete`, on either
+/// side of the DLL's boundary. Requires: `<cstddef>` and `<new>`.
+#define VTRUTILS_OWN_MEMORY                                                                        \
+    static void* operator new(std::size_t size) noexcept;                                          \
+    static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;                   \
+    VTRUTILS_INLINE static void* operator new(std::size_t, void* place) noexcept {                 \
+        return place;                                                                              \
+    }                                                                                              \
+    static void operator delete(void* object) noexcept;                                            \
+    static void operator delete(void* object, const std::nothrow_t&) noexcept;                     \
+    VTRUTILS_INLINE static void operator delete(void*, void*) noexcept {}
+
 namespace vtr {
-/// The one friend of an exported class, specialised by the library beside the class's source:
-/// asserts where the fields stand, on whose order hosts rely, and has as static functions what
-/// works on them and is not a member that hosts may know.
+/// The one friend of an exported class. The library defines it in the class's source or in a
+/// private header: it asserts where the fields are, on whose order hosts rely, and has as static
+/// functions what works on them and is not for hosts to know.
 template <class Class>
 struct Internals;
-
-/// The same for classes whose private functions are members.
-template <class Class>
-struct Layout;
 } // namespace vtr
 
 #endif

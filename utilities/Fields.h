@@ -2,8 +2,8 @@
 #define VTRUTILS_FIELDS_H
 
 /// The private fields of exported classes, as plain records, because hosts rely on their order. The
-/// library fills and frees them. Of what works on them, only the steps of a host's loop stand here,
-/// so that they need no call.
+/// library fills and frees them. Of the functions that work on them, only the steps of a host's
+/// loop are here, so that they need no call.
 /// Thread-safety: one thread at a time.
 
 namespace vtr {
@@ -14,6 +14,9 @@ struct PointerFields {
     PointerFields() noexcept : capacity(0), borrowed(0) {}
     PointerFields(const PointerFields&) = delete;
     PointerFields& operator=(const PointerFields&) = delete;
+
+    /// Null when out of range.
+    T* At(unsigned index) const noexcept { return index < count ? slots[index] : nullptr; }
 
     T** slots = nullptr;
     unsigned count = 0;

@@ -3,13 +3,15 @@
 
 #include "vtrfutls/Export.h"
 
-/// File existence and the parts of a path. A path is narrow text in the code page for files, or in
-/// the system's ANSI code page where it, or its folder, is found only so. "\" and "/" separate
-/// folders, and the trail byte of a two-byte character is never taken for either.
+/// File existence and the parts of a path. A path is narrow text in the code page for files
+/// (`SetCodePageForFiles`). If the file, or else its folder, is found only when the text is read in
+/// the system's ANSI code page, the text counts as text of that page. "\" and "/" separate folders,
+/// and the second byte of a two-byte character is never taken for either.
 /// Thread-safety: locked by itself.
 
-/// The code page of every narrow path that the two libraries open: 0, the start value, is the
-/// system's ANSI code page.
+/// Sets and gets the code page for files, that of every narrow path in the two libraries. 0, as at
+/// the start, is the system's ANSI code page. `SetLanguage` of the other library sets it to the
+/// page of the language.
 VTRFUTLS_API void SetCodePageForFiles(unsigned codePage);
 VTRFUTLS_API unsigned GetCodePageForFiles();
 

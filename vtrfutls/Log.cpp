@@ -56,7 +56,7 @@ public:
         return good;
     }
 
-    /// `line` holds `length` characters and room for CR LF and a terminator behind them.
+    /// `line` holds `length` characters and room for CR LF and a terminator after them.
     void Write(char* line, std::size_t length) {
         for (std::size_t i = 0; i < length; ++i) {
             if (line[i] == '\r' || line[i] == '\n')

@@ -7,19 +7,19 @@
 /// Thread-safety: locked by itself.
 
 /// Receives one line, without a line end. `line` is valid during the call only. Calls come one at a
-/// time, on the thread that logged; a line that the sink itself logs goes nowhere.
+/// time, on the thread that logged; a line that the sink itself logs is dropped.
 using LogSink = void (*)(const char* line, void* context);
 
-/// Registers the sink; null takes it away. After the return the old sink is not called again,
-/// unless the call came from that sink.
+/// Registers the sink; null removes it. After the return the old sink is not called again, unless
+/// the call came from that sink.
 VTRFUTLS_API void SetLogSink(LogSink sink, void* context);
 
-/// Appends every line, with date, time and thread, to this file, which is created when missing.
-/// Null or "" closes it. False, with no log file in use, when it cannot be opened. Several
-/// processes may share a log file.
+/// From now on, appends every line, with date, time and thread, to this file, which is created if
+/// it is missing. Null or "" closes it. False, with no log file in use, when it cannot be opened.
+/// Several processes may share a log file.
 VTRFUTLS_API bool SetLogFile(const char* path);
 
-/// True while there is a file or a sink: a caller may save itself the making of costly lines.
+/// True while there is a file or a sink: a caller need not make costly lines otherwise.
 VTRFUTLS_API bool LoggingNow();
 
 /// Logs one line; line breaks in the text become spaces. Null is ignored.

@@ -10,8 +10,8 @@
 #include <string_view>
 #include <unordered_map>
 
-/// What one would write in an hour with the standard library: a file read at once and split in one
-/// pass into maps of maps. No quotes, no parents, no comments behind values.
+/// What anyone would write in an hour with the standard library: a file read at once and split in
+/// one pass into maps of maps. No quotes, no parents, no comments after values.
 
 namespace bench {
 

@@ -5,7 +5,7 @@
 #include <functional>
 #include <string>
 
-/// Works that are measured for ours and for peers, and the table that sets them side by side.
+/// Measures works for our library and for its peers, and prints a table that compares them.
 
 namespace bench {
 

@@ -21,8 +21,8 @@ std::vector<IniPair> MakeIniPairs(std::size_t count);
 /// The pairs, whose sections are together, as text.
 std::string IniText(const std::vector<IniPair>& pairs);
 
-/// What look-ups ask for, laid out in the order of asking, so that fetching a question costs
-/// next to nothing beside answering it.
+/// What look-ups ask for, laid out in the order of asking, so that fetching a question costs almost
+/// nothing compared with answering it.
 class IniQuestions {
 public:
     explicit IniQuestions(const std::vector<IniPair>& inOrder);
@@ -34,7 +34,7 @@ public:
         const char* key;
     };
 
-    /// Starts again behind the last.
+    /// Starts again after the last.
     const Question& Next() {
         const Question& question = questions[next];
         next = next + 1 < questions.size() ? next + 1 : 0;

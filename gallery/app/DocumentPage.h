@@ -26,7 +26,7 @@ protected:
     struct Wording {
         FileKind files;
         const char* shipped;   ///< the document that comes with the program
-        const char* notOpened; ///< the file is there, and is no document
+        const char* notOpened; ///< the file is there, but is not a document
         const char* findLabel;
         const char* find;     ///< the button
         const char* typeText; ///< asks for the text to find

@@ -96,7 +96,8 @@ protected:
     /// WM_NOTIFY of a control, but for the questions of lists.
     virtual void Noticed(const NMHDR&) {}
 
-    /// For texts beside those of `AddButton` and its like. What was told about earlier deeds goes.
+    /// For texts beside those of `AddButton` and its like. What was told about earlier deeds is
+    /// cleared.
     virtual void Retext() {}
 
     /// For what depends on the look beside fonts and places, which are seen to.
@@ -108,7 +109,8 @@ protected:
     PageHost& Host() const { return *host; }
     const Look& Sizes() const { return *look; }
 
-    /// Places the controls again, after their texts changed. Nothing before the page has a look.
+    /// Places the controls again, after their texts changed. Does nothing before the page has a
+    /// look.
     void Rearrange();
 
     void Sized() override { Rearrange(); }

@@ -116,8 +116,8 @@ std::vector<RecentFiles::Folder> RecentFiles::Folders() const {
     return result;
 }
 
-/// The library saves the lengths behind an entry whose file is gone under other numbers than the
-/// paths, so such entries go first. Returns where the entry with index `kept` is then.
+/// The library saves the lengths that follow an entry whose file is gone under other numbers than
+/// the paths, so such entries go first. Returns where the entry with index `kept` is then.
 int RecentFiles::DropMissing(int kept) {
     for (int i = Count() - 1; i >= 0; --i) {
         const auto index = static_cast<unsigned>(i);

@@ -32,8 +32,8 @@ public:
     /// Takes the list of a key below HKEY_CURRENT_USER, where it is kept from then on.
     void Load(const std::string& registryKey);
 
-    /// The file was opened or saved. Nothing when the language's code page lacks a character of its
-    /// name.
+    /// The file was opened or saved. Does nothing if the language's code page lacks a character of
+    /// its name.
     void Use(const std::wstring& path);
     void Remove(int file);
     void Clear();

@@ -19,7 +19,7 @@ bool Narrow(const std::wstring& wide, std::string& narrow, unsigned codePage);
 /// A relative name would point elsewhere once the current folder changes.
 std::wstring AbsolutePath(const std::wstring& path);
 
-/// What stands behind the last separator.
+/// What comes after the last separator.
 std::wstring NameOfFile(const std::wstring& path);
 
 /// Where the program stands, with a trailing backslash.

@@ -22,7 +22,7 @@ HWND MakeLabel(HWND parent, const wchar_t* text, int id);
 HWND MakeTextLine(HWND parent, DWORD style, int id);
 
 std::wstring TextOf(HWND control);
-/// Nothing when the control shows that text already, so that nothing flickers.
+/// Does nothing if the control shows that text already, so that nothing flickers.
 void SetText(HWND control, const std::wstring& text);
 
 /// Gives the focus and selects all of an edit field's text.

@@ -20,7 +20,7 @@ COLORREF QuietSelection() {
                mix(GetBValue(strong), GetBValue(paper)));
 }
 
-/// With a space behind it, because some systems cut off the last pixels of a title.
+/// With a space after it, because some systems cut off the last pixels of a title.
 std::wstring Padded(const std::wstring& title) {
     return title + L" ";
 }
@@ -142,7 +142,7 @@ bool ListView::Notified(const NMHDR& header, LRESULT& result) {
         result = Draw(reinterpret_cast<NMLVCUSTOMDRAW&>(const_cast<NMHDR&>(header)));
         return true;
     }
-    // What a program selects by itself is no news for it.
+    // What a program selects by itself is not news to it.
     return quiet && header.code == LVN_ITEMCHANGED;
 }
 

@@ -39,8 +39,8 @@ public:
 
     /// -1 for none.
     int Selected() const;
-    /// Selects the row and scrolls to it; tells the parent when the selection changes. Nothing for
-    /// -1.
+    /// Selects the row and scrolls to it; tells the parent when the selection changes. Does nothing
+    /// for -1.
     void Select(int row);
 
     /// Answers the list's questions. True when `result` is the answer to its parent's WM_NOTIFY.

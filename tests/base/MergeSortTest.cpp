@@ -1,10 +1,9 @@
 #include "utilities/base/MergeSort.h"
 
 #include "tests/support/AllocationFault.h"
+#include "tests/support/Rounds.h"
 
 #include <algorithm>
-#include <gtest/gtest.h>
-#include <random>
 #include <vector>
 
 namespace {
@@ -16,25 +15,23 @@ bool Less(const int* a, const int* b) {
 } // namespace
 
 TEST(MergeSort, ReversesEqualItemsAtEveryLength) {
-    constexpr unsigned seed = 11;
-    std::mt19937 random(seed);
-    std::vector<int> values(80);
-    for (int round = 0; round < 3000; ++round) {
-        std::vector<int*> items(random() % values.size());
-        const unsigned spread = 1 + random() % 400;
-        for (std::size_t i = 0; i < items.size(); ++i) {
-            values[i] = static_cast<int>(random() % spread);
-            items[i] = &values[i];
+    EachRound(11, 3000, [](Dice& dice, int round) {
+        std::vector<int> values(static_cast<std::size_t>(dice.Below(80)));
+        std::vector<int*> items;
+        const int spread = 1 + dice.Below(400);
+        for (int& value : values) {
+            value = dice.Below(spread);
+            items.push_back(&value);
         }
         // Often in order up to some place, as a list is that had items appended.
         if (round % 2 == 0 && !items.empty())
-            std::sort(items.begin(), items.begin() + static_cast<int>(random() % items.size()),
+            std::sort(items.begin(), items.begin() + dice.Below(static_cast<int>(items.size())),
                       Less);
         std::vector<int*> expected(items.rbegin(), items.rend());
         std::stable_sort(expected.begin(), expected.end(), Less);
         ASSERT_TRUE(vtr::MergeSort(items.data(), static_cast<unsigned>(items.size()), Less));
-        ASSERT_EQ(items, expected) << "seed " << seed << ", round " << round;
-    }
+        ASSERT_EQ(items, expected);
+    });
 }
 
 TEST(MergeSort, CostsAPassAndNoMemoryWhereTheListIsInOrder) {

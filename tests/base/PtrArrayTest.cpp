@@ -1,22 +1,18 @@
 #include "utilities/base/PtrArray.h"
 
 #include "tests/support/AllocationFault.h"
-#include "tests/support/Dice.h"
+#include "tests/support/Rounds.h"
 
 #include <algorithm>
-#include <gtest/gtest.h>
 #include <vector>
 
 TEST(PtrArray, DoesWhatAVectorDoes) {
-    constexpr unsigned seed = 3;
-    Dice dice(seed);
     AllocationFault fault("internal_test.exe");
     int pool[16] = {};
     vtr::PtrArray<int> array;
     std::vector<int*> model;
     unsigned slots = 0;
-    for (int round = 0; round < 20'000; ++round) {
-        SCOPED_TRACE(testing::Message() << "seed " << seed << ", round " << round);
+    EachRound(3, 20'000, [&](Dice& dice, int round) {
         int* item = &pool[dice.Below(16)];
         const int place = dice.Below(static_cast<int>(model.size()) + 1), kind = dice.Below(400);
         const auto at = model.begin() + place;
@@ -55,5 +51,5 @@ TEST(PtrArray, DoesWhatAVectorDoes) {
         ASSERT_EQ(std::vector<int*>(array.begin(), array.end()), model);
         ASSERT_EQ(array.Capacity(), slots);
         ASSERT_EQ(array.At(array.Count()), nullptr);
-    }
+    });
 }

@@ -4,7 +4,6 @@
 #include "tests/support/RandomText.h"
 
 #include <gtest/gtest.h>
-#include <vector>
 
 // Needs the macros of <mbctype.h>, which the support header has brought.
 #include <mbstring.h>
@@ -18,11 +17,11 @@ int Sign(int order) {
 /// What the run-time says. It reads past a lead byte at the end of a text, so each text is followed
 /// by zeros.
 int RunTimeOrder(const std::string& a, const std::string& b) {
-    std::vector<unsigned char> left(a.begin(), a.end());
-    std::vector<unsigned char> right(b.begin(), b.end());
-    left.resize(left.size() + 4);
-    right.resize(right.size() + 4);
-    return Sign(_mbsicmp(left.data(), right.data()));
+    const auto order = [](const std::string& left, const std::string& right) {
+        return _mbsicmp(reinterpret_cast<const unsigned char*>(left.c_str()),
+                        reinterpret_cast<const unsigned char*>(right.c_str()));
+    };
+    return Sign(order(a + std::string(4, '\0'), b + std::string(4, '\0')));
 }
 
 void ExpectSameAsRunTime(const std::string& a, const std::string& b) {

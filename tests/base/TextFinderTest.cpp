@@ -17,6 +17,13 @@ constexpr struct {
                 {"characters", 932, true, vtr::Characters::ofCodePage},
                 {"characters, any case", 932, false, vtr::Characters::ofCodePage}};
 
+std::string Times(std::size_t count, const std::string& piece) {
+    std::string text;
+    for (; count > 0; --count)
+        text += piece;
+    return text;
+}
+
 /// A few short pieces, repeated: texts that nearly match at many places.
 std::string Periodic(std::mt19937& random, int pieces, bool pairs) {
     std::string text;
@@ -26,8 +33,7 @@ std::string Periodic(std::mt19937& random, int pieces, bool pairs) {
             piece += random() % 2 == 0 ? "\x82\x60" : "\x82\x81"; // wide "A" and "a"
         if (random() % 8 == 0)
             piece += pairs ? "\x82" : "A";
-        for (unsigned times = 1 + random() % 12; times > 0; --times)
-            text += piece;
+        text += Times(1 + random() % 12, piece);
     }
     return text;
 }
@@ -46,13 +52,6 @@ std::size_t PlaceByRule(const vtr::CharacterReader& reader, const std::string& t
                 return static_cast<std::size_t>(at - text.c_str());
     }
     return std::string::npos;
-}
-
-std::string Times(std::size_t count, const std::string& piece) {
-    std::string text;
-    for (; count > 0; --count)
-        text += piece;
-    return text;
 }
 
 } // namespace

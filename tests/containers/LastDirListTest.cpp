@@ -1,19 +1,15 @@
 #include "utilities/containers/LastDirList.h"
 
-#include "tests/support/Dice.h"
+#include "tests/support/Rounds.h"
 
 #include <algorithm>
 #include <cctype>
 #include <ctime>
-#include <gtest/gtest.h>
 #include <string>
 #include <vector>
 
 TEST(LastDirList, KeepsTimeOrderAsAModelDoes) {
-    constexpr unsigned seed = 11;
-    Dice dice(seed);
-    for (int round = 0; round < 300; ++round) {
-        SCOPED_TRACE(testing::Message() << "seed " << seed << ", round " << round);
+    EachRound(11, 300, [](Dice& dice, int) {
         CLastDirList list;
         std::vector<_lastDirList> model;
         for (int step = 0; step < 30; ++step) {
@@ -64,7 +60,7 @@ TEST(LastDirList, KeepsTimeOrderAsAModelDoes) {
         }
         char any[] = "a";
         ASSERT_EQ(list.ContainsDir(any), nullptr);
-    }
+    });
 }
 
 TEST(LastDirList, CutsLongPathsAndIgnoresNull) {

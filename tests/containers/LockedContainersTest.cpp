@@ -83,38 +83,4 @@ TEST(LockedContainer, WaitForTheLockInEachOperation) {
     ExpectToWait(8, ofStacks);
 }
 
-/// Each of eight threads puts one in and takes one out, which may be another's, again and again:
-/// there is always one for it.
-TEST(LockedContainer, LosesNothingAmongEightThreads) {
-    constexpr std::size_t team = 8, each = 50'000;
-    CMyList list;
-    CStack stack;
-    CByteQueue queue;
-    for (int i = 0; i < 100; ++i) // to walk past, so that threads meet
-        list.AppendToTail(nullptr, 0);
-    const auto takeFromList = [&list]() -> void* {
-        // Another thread may take the same one out first.
-        void* last = list.Index(list.NumNodes() - 1, nullptr);
-        return last != nullptr && list.Remove(last) ? last : nullptr;
-    };
-    std::atomic<std::size_t> sum{0};
-    RunTeam("eight threads", team, [&](unsigned number) {
-        for (std::size_t i = 1; i <= each; ++i) {
-            void* item = reinterpret_cast<void*>(number * each + i);
-            list.AppendToTail(item, 0);
-            while ((item = takeFromList()) == nullptr)
-                SwitchToThread();
-            stack.Push(item);
-            while ((item = stack.Pop()) == nullptr)
-                SwitchToThread();
-            std::size_t value = 0;
-            queue.AddData(reinterpret_cast<unsigned char*>(&item), sizeof item);
-            while (queue.GetData(reinterpret_cast<unsigned char*>(&value), sizeof value) == 0)
-                SwitchToThread();
-            sum += value;
-        }
-    });
-    EXPECT_EQ(sum, team * each * (team * each + 1) / 2);
-}
-
 } // namespace

@@ -71,6 +71,7 @@ TEST_P(StringDynArray, DoesWhatASimpleModelDoes) {
             assigned = copy;
             if (assigned.NumStrings() > 0) {
                 array.Clear(); // which would count as sorted
+                array.SetMaintainSorted(!maintained);
                 array = assigned;
             }
         } else if (choice < 36) {

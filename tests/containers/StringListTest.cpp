@@ -1,6 +1,7 @@
 #include "utilities/containers/StringList.h"
 #include "tests/support/AllocationFault.h"
 #include "tests/support/CodePage.h"
+#include "tests/support/HeapUse.h"
 #include "tests/support/Rounds.h"
 
 #include <algorithm>
@@ -128,6 +129,15 @@ TEST_F(StringList, TakesNullForNoTextAndItsOwnTexts) {
     EXPECT_EQ(All(), Texts{"x"});
     EXPECT_EQ(list.CopyFrom(empty), 1);
     EXPECT_EQ(list.Count(), 0);
+}
+
+TEST_F(StringList, FreesItsTexts) {
+    const std::size_t used = HeapUse();
+    for (int i = 0; i < 1000; ++i) {
+        list.AddLatestString("text");
+        i % 2 == 0 ? list.DeleteStringList() : list.DeleteIndex(0);
+    }
+    EXPECT_LT(HeapUse(), used + 1000);
 }
 
 TEST_F(StringList, ThrowsWhenItIsTooLong) {

@@ -5,7 +5,7 @@
 #include <stdexcept>
 #include <string>
 
-// Its one-letter macros break C++ headers that are included behind it.
+// Its one-letter macros break C++ headers that are included after it.
 #include <mbctype.h>
 
 /// Sets the multibyte code page of the C run-time while it lives. The run-time of Windows is one

@@ -10,12 +10,13 @@
 
 namespace fs = std::filesystem;
 
-TestFolder::TestFolder() {
+std::string FreshName() {
     static std::atomic<unsigned> number{0};
-    path = (fs::temp_directory_path() / ("vtrutils-test-" + std::to_string(GetCurrentProcessId()) +
-                                         "-" + std::to_string(++number)))
-               .string() +
-           "\\";
+    return "vtrutils-test-" + std::to_string(GetCurrentProcessId()) + "-" +
+           std::to_string(++number);
+}
+
+TestFolder::TestFolder() : path((fs::temp_directory_path() / FreshName() / "").string()) {
     fs::create_directories(path);
 }
 

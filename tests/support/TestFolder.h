@@ -23,6 +23,9 @@ private:
     std::string path;
 };
 
+/// A name that nothing else has, in this process or in others that run.
+std::string FreshName();
+
 /// The whole file; fails the test when it cannot be read.
 std::string ReadBytes(const std::string& file);
 

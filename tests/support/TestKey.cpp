@@ -1,20 +1,11 @@
 #include "tests/support/TestKey.h"
 
-#include <atomic>
+#include "tests/support/TestFolder.h"
+
 #include <gtest/gtest.h>
 #include <stdexcept>
 
-namespace {
-
-std::string FreshName() {
-    static std::atomic<unsigned> number{0};
-    return "Software\\vtrutils-test-" + std::to_string(GetCurrentProcessId()) + "-" +
-           std::to_string(++number);
-}
-
-} // namespace
-
-TestKey::TestKey() : TestKey(FreshName()) {}
+TestKey::TestKey() : TestKey("Software\\" + FreshName()) {}
 
 TestKey::TestKey(std::string name, HKEY rootKey) : root(rootKey), subKey(std::move(name)) {
     DWORD found = 0;

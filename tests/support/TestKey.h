@@ -22,7 +22,7 @@ public:
     void Set(const char* name, const std::string& bytes, DWORD kind = REG_SZ) const;
     void SetText(const char* name, const std::string& text) const;
 
-    /// Name to text of every value; one that is no string with its terminator fails the test.
+    /// Name to text of every value; one that is not a terminated string fails the test.
     std::map<std::string, std::string> Texts() const;
 
 private:

@@ -1,13 +1,11 @@
 #include "utilities/undo/UndoMgr.h"
 #include "tests/support/AllocationFault.h"
-#include "tests/support/Dice.h"
+#include "tests/support/Rounds.h"
 
 #include <algorithm>
 #include <cstdio>
-#include <gtest/gtest.h>
 #include <map>
 #include <memory>
-#include <random>
 #include <set>
 #include <string>
 #include <vector>
@@ -17,109 +15,317 @@ namespace {
 /// What atoms and callbacks tell; the callback for menus and titles has no data of its own.
 std::string told;
 
-struct Host {
-    std::string document;
-    bool torn = false; ///< changes are missing from the history: the others no longer fit
-    int living = 0;
-};
-
-/// One text put in the place of another: adds, changes or removes.
-class Edit : public CUndoAtom {
+class Teller : public CUndoAtom {
 public:
-    Edit(Host& edited, std::size_t at, std::size_t removed, std::string added)
-        : host(edited), place(at), before(host.document.substr(place, removed)),
-          after(std::move(added)) {
-        ++host.living;
-    }
-    Edit(const Edit& other)
-        : CUndoAtom(other), host(other.host), place(other.place), before(other.before),
-          after(other.after) {
-        ++host.living;
-    }
-    Edit& operator=(const Edit&) = delete;
-    ~Edit() override {
-        told += " deleted " + std::to_string(nodeID);
-        --host.living;
-    }
-
-    CUndoAtom* Clone() override { return new Edit(*this); }
-
+    ~Teller() override { told += " deleted " + std::to_string(nodeID); }
+    CUndoAtom* Clone() override { return new Teller(*this); }
     void Perform(bool redo) override {
         told += (redo ? " redo " : " undo ") + std::to_string(nodeID);
-        if (!host.torn)
-            host.document.replace(place, (redo ? before : after).size(), redo ? after : before);
     }
-
     void GetDescription(char* buffer, unsigned size) override {
         std::snprintf(buffer, size, "%lld", nodeID);
     }
-
-private:
-    Host& host;
-    std::size_t place;
-    std::string before;
-    std::string after;
 };
-
-struct History : Host {
-    /// As many sets as numbers, each of as many atoms as its number says.
-    void AddSets(std::initializer_list<int> sizes) {
-        for (const int size : sizes) {
-            manager.NextUndoSet();
-            for (int i = 0; i < size; ++i)
-                manager.AddUndoNode(new Edit(*this, 0, 0, ""));
-        }
-    }
-
-    CUndoMgr manager{100};
-};
-
-TEST(UndoMgr, NamesSets) {
-    History h;
-    CUndoMgr& manager = h.manager;
-    EXPECT_EQ(manager.AddUndoNode(static_cast<CUndoAtom*>(nullptr)), -1);
-    EXPECT_FALSE(manager.NextUndoSet("Cut"));
-    h.AddSets({1, 1, 1});
-    manager.SetUndoSetName(1, manager.GetUndoSetName(1) + 1);
-    EXPECT_STREQ(manager.GetUndoSetName(1), "ut") << "a part of the old name";
-    manager.SetUndoSetName(7, "x");
-    EXPECT_STREQ(manager.GetUndoSetName(3), "x") << "the current set";
-    manager.DeleteAllNodesAfterNode(manager.GetUndoNodeByID(1));
-    EXPECT_TRUE(manager.NextUndoSet("two"));
-    EXPECT_STREQ(manager.GetUndoSetName(3), "x") << "set numbers went back";
-}
 
 TEST(UndoMgr, TellsSetsApartByTheLowHalfOfTheirNumbers) {
-    History h;
-    h.AddSets({1, 1, 1});
-    h.manager.GetUndoNodeByID(2)->undoSetID = 0x100000003;
-    told.clear();
-    h.manager.Undo();
-    h.manager.Redo();
-    EXPECT_EQ(told, " undo 3 undo 2 redo 2 redo 3");
-}
-
-TEST(UndoSetFreezer, KeepsOneSetAndTakesAnEmptyOneBack) {
-    History h;
-    CUndoMgr& manager = h.manager;
-    const CUndoSetFreezer none(nullptr, "none");
-    h.AddSets({1});
-    {
-        const CUndoSetFreezer outer(&manager, "outer");
-        { const CUndoSetFreezer inner(&manager, "inner"); }
-        manager.SetUndoSetName(2, "renamed");
-        EXPECT_FALSE(manager.DeleteCurrentUndoSetIfEmpty());
-        EXPECT_STREQ(manager.GetUndoSetName(2), "outer") << "neither renamed nor deleted";
-    }
-    EXPECT_EQ(manager.GetUndoSetName(2), nullptr);
-    EXPECT_TRUE(manager.NextUndoSet()) << "set 1 has its atom";
-    {
-        const CUndoSetFreezer guard(&manager, nullptr);
-        h.AddSets({1, 1});
+    CUndoMgr manager(100);
+    for (const long long set : {1LL, 0x100000003LL, 3LL}) {
+        auto* atom = new Teller;
+        manager.AddUndoNode(atom);
+        atom->undoSetID = set;
     }
     told.clear();
     manager.Undo();
-    EXPECT_EQ(told, " undo 3 undo 2") << "both in one set";
+    manager.Redo();
+    EXPECT_EQ(told, " undo 3 undo 2 redo 2 redo 3");
+}
+
+/// The rules, said plainly, under the names that the manager has for them.
+struct Model {
+    struct Entry {
+        long long id;
+        long long set;
+    };
+
+    int Last() const { return static_cast<int>(entries.size()) - 1; }
+    bool Has(int i) const { return i >= 0 && i <= Last(); }
+    const Entry& At(int i) const { return entries[static_cast<std::size_t>(i)]; }
+    bool SameSet(int i, int j) const { return Has(i) && Has(j) && At(i).set == At(j).set; }
+
+    void Tell(int value, bool always) {
+        if (dirty != value || always)
+            log += " status " + std::to_string(value);
+        dirty = value;
+        log += " changed";
+    }
+    void SetDirty(int value) { Tell(value, /*always=*/false); }
+    void ForceSetDirty(int value) { Tell(value, /*always=*/true); }
+    void OnSave() { saved = index, SetDirty(0); }
+
+    void Drop(int i) {
+        log += " deleted " + std::to_string(At(i).id);
+        entries.erase(entries.begin() + i);
+    }
+    void DropAbove(int last) {
+        while (Last() > last)
+            Drop(Last());
+    }
+    /// The current set's name stays, and names within the range of what is left.
+    void ForgetNames() {
+        std::erase_if(names, [&](const auto& named) {
+            return named.first != set &&
+                   (entries.empty() || named.first < At(0).set || named.first > entries.back().set);
+        });
+    }
+
+    /// What a clone is for has been done, also when there was no memory to record it.
+    bool Add(bool clone, bool refused) {
+        if (disabled > 0)
+            return false;
+        if (Last() > index) {
+            DropAbove(index);
+            ForgetNames();
+        }
+        if (refused && clone)
+            SetDirty(1), log += " deleted 0";
+        if (refused)
+            return false;
+        entries.push_back({nextID++, set});
+        hasAtoms = true;
+        while (Last() >= maximum && At(0).set != set) {
+            for (const long long oldest = At(0).set; At(0).set == oldest;)
+                Drop(0);
+            ForgetNames();
+        }
+        index = Last();
+        Tell(1, /*always=*/entries.size() == 1);
+        if (clone)
+            SetDirty(1);
+        return true;
+    }
+
+    void Undo() {
+        const int first = index;
+        for (; Has(index) && (index == first || SameSet(index, index + 1)); --index)
+            log += " undo " + std::to_string(At(index).id);
+        if (index != first) {
+            SetDirty(index != saved ? 1 : 0);
+            SetDirty(index != saved && index >= 0 ? 1 : 0);
+        }
+    }
+    void Redo() {
+        const int first = index;
+        for (; Has(index + 1) && (index == first || SameSet(index, index + 1)); ++index)
+            log += " redo " + std::to_string(At(index + 1).id);
+        if (index != first)
+            SetDirty(index != saved ? 1 : 0);
+    }
+
+    bool NextUndoSet(const char* name) {
+        if (frozen > 0)
+            return false;
+        const bool advanced = hasAtoms;
+        set += advanced ? 1 : 0;
+        hasAtoms = false;
+        names[set] = name;
+        return advanced;
+    }
+    bool DeleteCurrentUndoSetIfEmpty() {
+        if (frozen > 0 || hasAtoms || set < 2)
+            return false;
+        names.erase(set--);
+        hasAtoms = std::ranges::count(entries, set, &Entry::set) > 0;
+        return true;
+    }
+    void FreezeUndoSet() { ++frozen; }
+    void UnfreezeUndoSet() { frozen = std::max(frozen - 1, 0); }
+    void DisableNewUndos() { ++disabled; }
+    void EnableNewUndos() { disabled = std::max(disabled - 1, 0); }
+    void SetMaxUndos(int count) { maximum = count; }
+
+    void DeleteUndoEventsByID(long long unwanted) {
+        const int before = Last();
+        for (int i = Last(); i >= 0; --i) {
+            if (At(i).set == unwanted)
+                Drop(i);
+        }
+        log += Last() < before ? " changed" : "";
+    }
+    void CutAfter(int i) {
+        if (!Has(i))
+            return;
+        index = i;
+        set = At(i).set;
+        hasAtoms = true;
+        DropAbove(i);
+        log += " changed";
+    }
+    void ClearUndoHistory() {
+        DropAbove(-1);
+        index = saved = -1;
+        names.clear();
+        SetDirty(0);
+    }
+
+    std::string NameOf(long long wanted) const {
+        const auto found = names.find(wanted);
+        return found != names.end() ? found->second : "";
+    }
+    std::string NameAt(int i) const { return Has(i) ? NameOf(At(i).set) : ""; }
+    std::string IDAt(int i) const { return Has(i) ? std::to_string(At(i).id) : ""; }
+
+    std::vector<Entry> entries;
+    std::string log;
+    std::map<long long, std::string> names;
+    int maximum = 20, index = -1, saved = -1, dirty = 0, frozen = 0, disabled = 0;
+    long long set = 1, nextID = 1;
+    bool hasAtoms = false;
+};
+
+std::string OrEmpty(const char* name) {
+    return name != nullptr ? name : "";
+}
+
+/// One call, of the manager and of its model.
+template <class Undos>
+bool Call(Undos& undos, int choice, long long set, int value) {
+    static constexpr const char* names[] = {"", "Cut", "Paste", "Type"};
+    if (choice < 15)
+        return undos.NextUndoSet(names[value]);
+    if (choice < 18)
+        return undos.DeleteCurrentUndoSetIfEmpty();
+    choice < 38   ? undos.Undo()
+    : choice < 52 ? undos.Redo()
+    : choice < 56 ? undos.OnSave()
+    : choice < 57 ? undos.ForceSetDirty(1)
+    : choice < 58 ? undos.SetDirty(value)
+    : choice < 60 ? value > 0 ? undos.UnfreezeUndoSet() : undos.FreezeUndoSet()
+    : choice < 63 ? value > 0 ? undos.EnableNewUndos() : undos.DisableNewUndos()
+    : choice < 65 ? undos.SetMaxUndos(value * 13 - 1)
+    : choice < 66 ? undos.ClearUndoHistory()
+                  : undos.DeleteUndoEventsByID(set);
+    return true;
+}
+
+/// A manager and its model, to which the same is done.
+class Pair {
+public:
+    explicit Pair(AllocationFault& newFault) : fault(newFault) {
+        manager.SetDirtyStatusCallback(
+            [](int dirty, void* text) {
+                *static_cast<std::string*>(text) += " status " + std::to_string(dirty);
+            },
+            &told);
+        manager.SetSetDirtyCallback([] { told += " changed"; });
+    }
+
+    void Step(Dice& dice) {
+        told.clear();
+        model.log.clear();
+        const int choice = dice.Below(105), value = dice.Below(4);
+        const long long set = model.set - dice.Below(4);
+        if (choice < 68)
+            ASSERT_EQ(Call(manager, choice, set, value), Call(model, choice, set, value));
+        else if (choice < 98)
+            Add(/*clone=*/value < 2, /*failing=*/value == choice % 4);
+        else if (choice < 103)
+            AddFrozen(dice, 0);
+        else if (choice < 104)
+            CutAfter(model.Last() - value);
+        else
+            Rename(set);
+    }
+
+    void Check() {
+        ASSERT_EQ(told, model.log);
+        ASSERT_EQ(manager.CanUndo() != 0, model.Has(model.index));
+        ASSERT_EQ(manager.CanRedo() != 0, model.Has(model.index + 1));
+        ASSERT_EQ(manager.Dirty(), model.dirty);
+        ASSERT_EQ(manager.LastUndoNodeID(), model.entries.empty() ? 0 : model.entries.back().id);
+        char text[32];
+        manager.GetCurrentUndoText(text, sizeof text);
+        ASSERT_EQ(text, model.IDAt(model.index));
+        int newest = model.index + 1;
+        while (model.SameSet(newest, newest + 1))
+            ++newest;
+        manager.GetCurrentRedoText(text, sizeof text);
+        ASSERT_EQ(text, model.IDAt(newest));
+        ASSERT_EQ(OrEmpty(manager.GetUndoSetName()), model.NameAt(model.index));
+        ASSERT_EQ(OrEmpty(manager.GetRedoSetName()), model.NameAt(model.index + 1));
+        for (long long set = std::max(model.set - 40, 0LL); set <= model.set + 40; ++set)
+            ASSERT_EQ(OrEmpty(manager.GetUndoSetName(static_cast<int>(set))), model.NameOf(set));
+    }
+
+private:
+    void Add(bool clone, bool failing) {
+        auto atom = std::make_unique<Teller>();
+        fault.FailFrom(failing);
+        const long long id = clone ? manager.AddUndoNode(*atom) : manager.AddUndoNode(atom.get());
+        const bool refused = failing && fault.Count() > 0 && id < 0;
+        fault.FailAt(0);
+        refusals += refused;
+        const bool taken = model.Add(clone, refused);
+        ASSERT_EQ(id, taken ? model.nextID - 1 : -1);
+        if (taken && !clone)
+            static_cast<void>(atom.release());
+        else
+            model.log += " deleted 0"; // never stamped
+    }
+
+    /// An action of a host, within which others may begin.
+    void AddFrozen(Dice& dice, int depth) {
+        const bool advances = model.NextUndoSet("frozen");
+        ++model.frozen;
+        {
+            const CUndoSetFreezer freezer(&manager, "frozen");
+            for (int i = dice.Below(3); i > 0; --i)
+                depth < 2 && dice.Below(2) == 0 ? AddFrozen(dice, depth + 1) : Add(i == 1, false);
+        }
+        if (--model.frozen == 0 && advances)
+            model.DeleteCurrentUndoSetIfEmpty();
+    }
+
+    void CutAfter(int place) {
+        const long long id = model.Has(place) ? model.At(place).id : -1;
+        manager.DeleteAllNodesAfterNode(manager.GetUndoNodeByID(id));
+        model.CutAfter(place);
+    }
+
+    /// To a part of the present name; an empty name is null.
+    void Rename(long long set) {
+        const char* const name = manager.GetUndoSetName(static_cast<int>(set));
+        const std::string newName = name != nullptr ? name + 1 : "any";
+        manager.SetUndoSetName(set, name != nullptr ? name + 1 : "any");
+        if (model.frozen == 0)
+            model.names[model.names.contains(set) ? set : model.set] = newName;
+    }
+
+    AllocationFault& fault;
+    Model model;
+    CUndoMgr manager{20};
+
+public:
+    int refusals = 0; ///< atoms for which memory ran out
+};
+
+TEST(UndoMgr, DoesWhatTheRulesSay) {
+    AllocationFault fault("vtrutils.dll");
+    int refusals = 0;
+    for (unsigned seed = 1; seed <= 8; ++seed) {
+        Pair pair(fault);
+        EachRound(seed, 3000, [&](Dice& dice, int) {
+            ASSERT_NO_FATAL_FAILURE(pair.Step(dice));
+            ASSERT_NO_FATAL_FAILURE(pair.Check());
+        });
+        refusals += pair.refusals;
+    }
+    EXPECT_GT(refusals, 9) << "memory hardly ran out";
+    CUndoMgr manager(1);
+    fault.FailAt(1);
+    manager.SetCurrentUndoSetName("name");
+    EXPECT_EQ(manager.GetUndoSetName(1), nullptr) << "no memory";
+    const CUndoSetFreezer none(nullptr, "none");
+    EXPECT_EQ(manager.AddUndoNode(static_cast<CUndoAtom*>(nullptr)), -1);
 }
 
 /// A history whose atoms and callbacks call it at random, from everywhere.
@@ -161,13 +367,11 @@ public:
             ASSERT_TRUE(manager->AtomInList(atom)) << "neither kept nor deleted";
         ASSERT_TRUE(living.empty() || living.contains(manager->GetLastNode()));
         ASSERT_TRUE(manager->CanUndo() == 0 || manager->CanAddUndoNodes() != 0);
-        for (long long id = manager->LastUndoNodeID(); onlyAdds && !living.empty(); --id) {
-            ASSERT_EQ(manager->GetUndoNodeByID(id) != nullptr,
-                      manager->LastUndoNodeID() - id < static_cast<long long>(living.size()))
-                << "lost from the middle";
-            if (manager->GetUndoNodeByID(id) == nullptr)
-                break;
-        }
+        if (!onlyAdds)
+            return;
+        const long long last = manager->LastUndoNodeID(), kept = std::ssize(living);
+        for (long long age = 0; age <= kept; ++age)
+            ASSERT_EQ(manager->GetUndoNodeByID(last - age) != nullptr, age < kept) << "lost one";
     }
 
 private:
@@ -187,10 +391,7 @@ private:
         Zoo& zoo;
     };
 
-    CUndoAtom* Any() {
-        const auto id = manager->LastUndoNodeID() - dice.Below(8);
-        return manager->GetUndoNodeByID(id);
-    }
+    CUndoAtom* Any() { return manager->GetUndoNodeByID(manager->LastUndoNodeID() - dice.Below(8)); }
 
     void Call() {
         if (budget > 0 && (always >= 0 || dice.Below(2) == 0))
@@ -246,309 +447,10 @@ private:
 TEST(UndoMgr, IsSafeAgainstAtomsAndCallbacksThatCallIt) {
     for (unsigned seed = 1; seed <= 60; ++seed) {
         Zoo zoo(seed);
-        for (int step = 0; step < 100; ++step) {
-            SCOPED_TRACE(testing::Message() << "seed " << seed << ", step " << step);
-            ASSERT_NO_FATAL_FAILURE(zoo.Step());
-        }
+        EachRound(seed, 100, [&](Dice&, int) { zoo.Step(); });
     }
     for (const int act : {Zoo::addSet, Zoo::undo, Zoo::cut, Zoo::clear})
         EXPECT_LE(Zoo(1).DeleteManyThatAll(act), 20'001) << "each of them once";
 }
-
-TEST(UndoMgr, LeavesTheAtomWithItsCallerWhenMemoryRunsOut) {
-    AllocationFault fault("vtrutils.dll");
-    for (const int stored : {0, 8, 16}) {
-        History h;
-        h.AddSets({stored});
-        Edit own(h, 0, 0, "");
-        fault.FailAt(1);
-        EXPECT_EQ(h.manager.AddUndoNode(&own), -1);
-        fault.FailAt(1);
-        EXPECT_EQ(h.manager.AddUndoNode(own), -1);
-        EXPECT_EQ(h.living, stored + 1) << "the clone is deleted";
-        fault.FailAt(0);
-        EXPECT_EQ(h.manager.AddUndoNode(own), stored + 1);
-        fault.FailAt(1);
-        h.manager.SetCurrentUndoSetName("name");
-        EXPECT_EQ(h.manager.GetUndoSetName(), nullptr);
-    }
-}
-
-// A document edited at random through the manager, beside a plain list of what it looked like.
-
-/// The rules, said plainly.
-struct Model {
-    struct Entry {
-        long long id;
-        long long set;
-        std::string after;
-    };
-
-    int Last() const { return static_cast<int>(entries.size()) - 1; }
-    bool Has(int i) const { return i >= 0 && i <= Last(); }
-    const Entry& At(int i) const { return entries[static_cast<std::size_t>(i)]; }
-    bool SameSet(int i, int j) const { return Has(i) && Has(j) && At(i).set == At(j).set; }
-
-    void Status(int value, bool always = false) {
-        if (dirty != value || always)
-            log += " status " + std::to_string(value);
-        dirty = value;
-    }
-
-    void SetDirty(int value, bool always = false) {
-        Status(value, always);
-        log += " changed";
-    }
-
-    void Drop(int i) {
-        log += " deleted " + std::to_string(At(i).id);
-        entries.erase(entries.begin() + i);
-    }
-
-    void DropAbove(int last) {
-        while (Last() > last)
-            Drop(Last());
-    }
-
-    /// The current set's name stays, and names within the range of what is left.
-    void ForgetNames() {
-        std::erase_if(names, [&](const auto& named) {
-            return named.first != set &&
-                   (entries.empty() || named.first < At(0).set || named.first > entries.back().set);
-        });
-    }
-
-    void Add(const std::string& after) {
-        if (Last() > index) {
-            DropAbove(index);
-            ForgetNames();
-        }
-        entries.push_back({nextID++, set, after});
-        hasAtoms = true;
-        while (static_cast<int>(entries.size()) > maximum && At(0).set != set) {
-            for (const long long oldest = At(0).set; At(0).set == oldest; Drop(0))
-                base = At(0).after;
-            ForgetNames();
-        }
-        index = Last();
-        SetDirty(1, entries.size() == 1);
-    }
-
-    void Walk(bool redo) {
-        const int step = redo ? 1 : -1;
-        const int first = redo ? index + 1 : index;
-        if (!Has(first))
-            return;
-        int i = first;
-        do {
-            log += (redo ? " redo " : " undo ") + std::to_string(At(i).id);
-            i += step;
-        } while (SameSet(i, i - step));
-        index = redo ? i - 1 : i;
-        SetDirty(index != saved ? 1 : 0);
-        if (!redo)
-            SetDirty(index != saved && index >= 0 ? 1 : 0);
-    }
-
-    bool Next(const std::string& name) {
-        if (frozen > 0)
-            return false;
-        const bool advanced = hasAtoms;
-        set += advanced ? 1 : 0;
-        hasAtoms = false;
-        names[set] = name;
-        return advanced;
-    }
-
-    void Name(long long wanted, const std::string& name) {
-        if (frozen == 0)
-            names[names.contains(wanted) ? wanted : set] = name;
-    }
-
-    bool TakeBackEmptySet() {
-        if (frozen > 0 || hasAtoms || set < 2)
-            return false;
-        names.erase(set--);
-        hasAtoms = std::any_of(entries.begin(), entries.end(),
-                               [&](const Entry& entry) { return entry.set == set; });
-        return true;
-    }
-
-    bool DeleteSet(long long unwanted) {
-        const int before = Last();
-        for (int i = Last(); i >= 0; --i) {
-            if (At(i).set == unwanted)
-                Drop(i);
-        }
-        log += Last() < before ? " changed" : "";
-        return Last() < before;
-    }
-
-    void Clear() {
-        DropAbove(-1);
-        index = saved = -1;
-        names.clear();
-        SetDirty(0);
-    }
-
-    std::string NameAt(int i) const {
-        const auto found = Has(i) ? names.find(At(i).set) : names.end();
-        return found != names.end() ? found->second : "";
-    }
-
-    std::string IDAt(int i) const { return Has(i) ? std::to_string(At(i).id) : ""; }
-
-    std::vector<Entry> entries;
-    std::string base; ///< the document below the oldest entry
-    std::string log;
-    std::map<long long, std::string> names;
-    int maximum = 20, index = -1, saved = -1, dirty = 0, frozen = 0, disabled = 0;
-    long long set = 1, nextID = 1;
-    bool hasAtoms = false;
-};
-
-class UndoModel : public testing::TestWithParam<unsigned> {
-protected:
-    UndoModel() {
-        manager.SetDirtyStatusCallback(
-            [](int dirty, void* text) {
-                *static_cast<std::string*>(text) += " status " + std::to_string(dirty);
-            },
-            &told);
-        manager.SetSetDirtyCallback([] { told += " changed"; });
-    }
-
-    int Random(std::size_t below) { return static_cast<int>(random() % below); }
-
-    void AddEdit() {
-        const std::size_t place = random() % (host.document.size() + 1);
-        auto edit =
-            std::make_unique<Edit>(host, place, random() % 2,
-                                   std::string(random() % 2, static_cast<char>('a' + Random(26))));
-        const bool byClone = Random(2) == 0;
-        const bool taken = model.disabled == 0;
-        if (taken)
-            edit->Perform(true);
-        told.clear();
-        const long long id = byClone ? manager.AddUndoNode(*edit) : manager.AddUndoNode(edit.get());
-        ASSERT_EQ(id, taken ? model.nextID : -1);
-        if (taken)
-            model.Add(host.document);
-        if (taken && byClone)
-            model.SetDirty(1);
-        if (taken && !byClone)
-            static_cast<void>(edit.release());
-        else
-            model.log += " deleted 0"; // never stamped
-    }
-
-    void NameAny() {
-        const long long set = model.set - Random(4);
-        manager.SetUndoSetName(set, "any");
-        model.Name(set, "any");
-    }
-
-    /// What is above the current index has been undone: only a cut right there keeps the document.
-    void CutAboveCurrent() {
-        if (!model.Has(model.index))
-            return;
-        const Model::Entry entry = model.At(model.index);
-        manager.DeleteAllNodesAfterNode(manager.GetUndoNodeByID(entry.id));
-        model.set = entry.set;
-        model.hasAtoms = true;
-        model.DropAbove(model.index);
-        model.log += " changed";
-    }
-
-    void Step() {
-        const int choice = Random(100);
-        const int value = Random(3);
-        if (choice < 30) {
-            AddEdit();
-        } else if (choice < 45) {
-            const std::string name(random() % 4, static_cast<char>('a' + Random(26)));
-            ASSERT_EQ(manager.NextUndoSet(name.c_str()), model.Next(name));
-        } else if (choice < 65) {
-            manager.Undo();
-            model.Walk(/*redo=*/false);
-        } else if (choice < 80) {
-            manager.Redo();
-            model.Walk(/*redo=*/true);
-        } else if (choice < 84) {
-            manager.OnSave();
-            model.saved = model.index;
-            model.SetDirty(0);
-        } else if (choice < 86) {
-            value == 0 ? manager.ForceSetDirty(1) : manager.SetDirty(value);
-            model.SetDirty(value == 0 ? 1 : value, value == 0);
-        } else if (choice < 90) {
-            value == 0 ? manager.FreezeUndoSet() : manager.UnfreezeUndoSet();
-            model.frozen = std::max(model.frozen + (value == 0 ? 1 : -1), 0);
-        } else if (choice < 93) {
-            value == 0 ? manager.DisableNewUndos() : manager.EnableNewUndos();
-            model.disabled = std::max(model.disabled + (value == 0 ? 1 : -1), 0);
-        } else if (choice < 95) {
-            model.maximum = Random(40) - 1;
-            manager.SetMaxUndos(model.maximum);
-        } else if (choice < 96) {
-            manager.ClearUndoHistory();
-            model.Clear();
-            model.base = host.document;
-            host.torn = false;
-        } else if (choice < 97) {
-            value == 0 ? CutAboveCurrent() : NameAny();
-        } else if (choice < 98) {
-            const long long unwanted = model.set - value;
-            manager.DeleteUndoEventsByID(unwanted);
-            host.torn = model.DeleteSet(unwanted) || host.torn;
-        } else {
-            ASSERT_EQ(manager.DeleteCurrentUndoSetIfEmpty(), model.TakeBackEmptySet());
-        }
-    }
-
-    void Check() {
-        ASSERT_EQ(told, model.log);
-        ASSERT_EQ(manager.CanUndo() != 0, model.Has(model.index));
-        ASSERT_EQ(manager.CanRedo() != 0, model.Has(model.index + 1));
-        ASSERT_EQ(manager.Dirty(), model.dirty);
-        ASSERT_EQ(manager.LastUndoNodeID(), model.entries.empty() ? 0 : model.entries.back().id);
-        char text[32];
-        manager.GetCurrentUndoText(text, sizeof text);
-        ASSERT_EQ(text, model.IDAt(model.index));
-        int newest = model.index + 1;
-        while (model.SameSet(newest, newest + 1))
-            ++newest;
-        manager.GetCurrentRedoText(text, sizeof text);
-        ASSERT_EQ(text, model.IDAt(newest));
-        const auto orEmpty = [](const char* name) { return std::string(name ? name : ""); };
-        ASSERT_EQ(orEmpty(manager.GetUndoSetName()), model.NameAt(model.index));
-        ASSERT_EQ(orEmpty(manager.GetRedoSetName()), model.NameAt(model.index + 1));
-        for (long long set = std::max(model.set - 40, 0LL); set <= model.set + 1; ++set) {
-            const auto named = model.names.find(set);
-            ASSERT_EQ(orEmpty(manager.GetUndoSetName(static_cast<int>(set))),
-                      named != model.names.end() ? named->second : "");
-        }
-        if (!host.torn) {
-            ASSERT_EQ(host.document, model.index < 0 ? model.base : model.At(model.index).after);
-        }
-    }
-
-    std::mt19937 random{GetParam()};
-    Host host;
-    Model model;
-    CUndoMgr manager{20};
-};
-
-TEST_P(UndoModel, DoesWhatTheRulesSay) {
-    for (int step = 0; step < 3000; ++step) {
-        SCOPED_TRACE(testing::Message() << "seed " << GetParam() << ", step " << step);
-        told.clear();
-        model.log.clear();
-        ASSERT_NO_FATAL_FAILURE(Step());
-        ASSERT_NO_FATAL_FAILURE(Check());
-    }
-}
-
-INSTANTIATE_TEST_SUITE_P(Seeds, UndoModel, testing::Range(1u, 9u));
 
 } // namespace

@@ -9,13 +9,6 @@
 
 namespace {
 
-struct CodePageForFiles {
-    explicit CodePageForFiles(unsigned codePage) { SetCodePageForFiles(codePage); }
-    CodePageForFiles(const CodePageForFiles&) = delete;
-    CodePageForFiles& operator=(const CodePageForFiles&) = delete;
-    ~CodePageForFiles() { SetCodePageForFiles(0); }
-};
-
 using Extract = bool (*)(const char*, char*, unsigned);
 
 std::string Part(Extract extract, const char* path) {
@@ -48,10 +41,11 @@ TEST(FileNames, PartsOfPaths) {
         EXPECT_EQ(Part(&ExtractExtension, row.path), row.extension);
     }
     // 83 5C is one character.
-    const CodePageForFiles japanese(932);
+    SetCodePageForFiles(932);
     EXPECT_EQ(Part(&ExtractDirectory, "C:\\\x83\x5C\\\x83\x5C.txt"), "C:\\\x83\x5C\\");
     EXPECT_EQ(Part(&ExtractFileName, "C:\\\x83\x5C\\\x83\x5C.txt"), "\x83\x5C.txt");
     EXPECT_EQ(Part(&ExtractFileName, "\x83"), "\x83");
+    SetCodePageForFiles(0);
 }
 
 TEST(FileNames, BufferHoldsThePartOrNothing) {
@@ -78,6 +72,7 @@ TEST(FileNames, FilesExistAndFoldersDoNot) {
     const std::wstring wide(folder.Path().begin(), folder.Path().end());
     std::ofstream(std::filesystem::path(wide + L"\x30BD.txt")).close();
     EXPECT_FALSE(DoesFileExist(folder.File("\x83\x5C.txt").c_str()));
-    const CodePageForFiles japanese(932);
+    SetCodePageForFiles(932);
     EXPECT_TRUE(DoesFileExist(folder.File("\x83\x5C.txt").c_str()));
+    SetCodePageForFiles(0);
 }

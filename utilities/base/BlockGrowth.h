@@ -5,6 +5,9 @@
 
 /// How the block of an array list grows and shrinks. Private to the library. One thread at a time.
 
+/// Which way elements move: over a removed one, or aside for a new one.
+enum _tshift { shiftClose = 0, shiftOpen = 1 };
+
 namespace vtr {
 
 /// The size of an element of either kind.
@@ -24,9 +27,9 @@ struct BlockFields {
 /// once there is a block.
 bool GrowBlock(BlockFields& fields, int needed, unsigned step);
 
-/// Gives one step back when `newCount` elements leave it unused, and the block when they are none;
-/// its capacity then stays as it was until the next block. A block that cannot be made smaller is
-/// used as it is.
+/// Gives one step back if `newCount` elements do not need it, and the block if `newCount` is 0; the
+/// capacity then stays as it was until the next block. A block that cannot be made smaller is used
+/// as it is.
 void ShrinkBlock(BlockFields& fields, int newCount, unsigned step);
 
 } // namespace vtr

@@ -3,14 +3,11 @@
 
 #include "common/Require.h"
 #include "utilities/Fields.h"
+#include "utilities/base/BisectElements.h"
 #include "utilities/base/BlockGrowth.h"
 
 #include <cstddef>
 #include <cstring>
-#include <xmmintrin.h>
-
-/// Which way elements move: over a removed one, or aside for a new one.
-enum _tshift { shiftClose = 0, shiftOpen = 1 };
 
 namespace vtr {
 
@@ -35,9 +32,6 @@ public:
         VTR_REQUIRE(Contains(index));
         return fields.block[index];
     }
-
-    /// Null when out of range; `sortValueOut` may be null and is then not written.
-    void* At(int index, Value* sortValueOut) const { return fields.At(index, sortValueOut); }
 
     Element<Value>* begin() const { return fields.block; }
     Element<Value>* end() const { return fields.block + Count(); }
@@ -126,7 +120,7 @@ public:
     /// 24 elements, 0 in longer ones.
     int FindPrevious(Value value) const {
         if (Count() >= bisectedCount)
-            return BisectPrevious(value);
+            return BisectElements(fields.block, Count(), value);
         if (Count() <= 2)
             return Count() == 2 && value >= fields.block[1].sortValue   ? 1
                    : Count() >= 1 && value >= fields.block[0].sortValue ? 0
@@ -144,7 +138,8 @@ public:
         return found >= 0 && fields.block[found].sortValue == value ? found : -1;
     }
 
-    /// First and last of the neighbours of an element that have its sort value, itself included.
+    /// The first and the last of the neighbours of an element that have its sort value, itself
+    /// included.
     int RunStart(int index) const {
         while (index > 0 && fields.block[index - 1].sortValue == fields.block[index].sortValue)
             --index;
@@ -167,7 +162,7 @@ public:
     }
 
     /// True when an item is looked for among the elements with its sort value: in lists of 26
-    /// elements or more, unless the value is negative or no number.
+    /// elements or more, unless the value is negative or not a number.
     bool SearchesRun(Value value) const { return value >= 0 && Count() > bisectedCount; }
 
     /// The first element that holds the item among those with this sort value, or -1.
@@ -187,14 +182,12 @@ public:
         int index = inRun ? FindItemInRun(item, value) : -1;
         if (index < 0)
             index = FindItem(item);
-        if (index < 0)
-            return false;
-        Remove(index, step);
-        return true;
+        if (index >= 0)
+            Remove(index, step);
+        return index >= 0;
     }
 
-    /// The first element whose sort value is below that of the one before it, or -1; `previous`
-    /// stands before the first.
+    /// The first element whose sort value is below the one before it, `previous` at first; or -1.
     int FindDescent(Value& previous) const {
         for (int i = 0; i < Count(); ++i) {
             if (fields.block[i].sortValue < previous)
@@ -204,14 +197,14 @@ public:
         return -1;
     }
 
-    /// What a search that ended at `index` hands to its caller; each place may be null. In an empty
-    /// list nothing is written, without a result only the index.
+    /// What a search that ended at `index` hands to its caller; each place may be null. Writes
+    /// nothing in an empty list, and only the index if there is no result.
     void* Report(int index, int* indexOut, Value* sortValueOut) const {
         if (Count() == 0)
             return nullptr;
         if (indexOut != nullptr)
             *indexOut = index;
-        return At(index, sortValueOut);
+        return fields.At(index, sortValueOut);
     }
 
     void* ReportRunStart(int index, int* indexOut) const {
@@ -227,30 +220,6 @@ public:
 private:
     /// From here on the search by sort value bisects.
     static constexpr int bisectedCount = 25;
-
-    int BisectPrevious(Value value) const {
-        // The part that is left, told by its start and length so that narrowing it takes no branch,
-        // which would be guessed wrong every other time.
-        unsigned low = 0;
-        unsigned length = static_cast<unsigned>(Count());
-        unsigned half = length / 2;
-        do {
-            // Whichever half is left, what it is compared with next is on its way.
-            _mm_prefetch(reinterpret_cast<const char*>(fields.block + low + half / 2), _MM_HINT_T0);
-            _mm_prefetch(reinterpret_cast<const char*>(fields.block + low + half + half / 2),
-                         _MM_HINT_T0);
-            const Value middle = fields.block[low + half].sortValue;
-            if (middle == value)
-                break;
-            const unsigned above = value >= middle ? 1 : 0;
-            low += half & (0 - above);
-            length = half + (above & length);
-            half = length / 2;
-        } while (half != 0);
-        const int found = static_cast<int>(low + half);
-        return found + 1 < Count() && fields.block[found + 1].sortValue == value ? found + 1
-                                                                                 : found;
-    }
 
     void Take(const BlockFields& plain) {
         fields.block = static_cast<Element<Value>*>(plain.block);

@@ -5,10 +5,11 @@
 
 #include <cstddef>
 
-/// Where the fields stand on whose order hosts rely: those of a class beside its source, those of
-/// the records that several classes have here. Private to the library. Immutable and safe.
+/// Asserts where the fields are on whose order hosts rely: those of a class are asserted beside its
+/// source, those of the records that several classes have, here. Private to the library. Immutable
+/// and safe.
 
-/// Asserts where a field stands. In a class with virtual functions `offsetof` is not portable, but
+/// Asserts where a field is. In a class with virtual functions `offsetof` is not portable, but
 /// right with the compilers of the library.
 // clang-format off
 #define VTR_FIELD_AT(Class, field, offset)                          \

@@ -1,6 +1,6 @@
 #include "utilities/base/MultibyteText.h"
 
-// Its one-letter macros break C++ headers that are included behind it.
+// Its one-letter macros break C++ headers that are included after it.
 #include <mbctype.h>
 
 namespace vtr {

@@ -10,7 +10,7 @@ bool IsMultibyteCodePage();
 
 /// Steps over text in the multibyte code page that was set when this was made, so that the second
 /// byte of a character is never taken for a character of its own. A lead byte without a valid trail
-/// byte behind it counts as one character. Private to the library. Immutable and safe.
+/// byte after it counts as one character. Private to the library. Immutable and safe.
 class CharacterSteps {
 public:
     CharacterSteps() : multibyte(IsMultibyteCodePage()) {}

@@ -58,7 +58,7 @@ protected:
         return isHead ? list.head : list.cursor->next;
     }
 
-    /// Requires: null, the head, or the node behind the cursor.
+    /// Requires: null, the head, or the node after the cursor.
     bool Unlink(Node* node) {
         VTR_REQUIRE(node == nullptr || node == list.head || node == list.cursor->next);
         if (node == nullptr)

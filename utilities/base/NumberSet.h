@@ -10,8 +10,8 @@
 
 namespace vtr {
 
-/// Numbers below a limit, each with a value: a table of few of them. What is missing for want of
-/// memory is reported. Private to the library. One thread at a time.
+/// Numbers below a limit, each with a value: a table of few of them. A lack of memory is reported.
+/// Private to the library. One thread at a time.
 class NumberTable {
 public:
     static constexpr unsigned none = ~0u;

@@ -31,8 +31,8 @@ inline bool EndsWithBackslash(const char* path) {
     return backslash;
 }
 
-/// What stands after the last separator, as `PathFindFileName` finds it: a separator at the very
-/// end, or one that another follows, is none.
+/// What is after the last separator, as `PathFindFileName` finds it: a separator at the very end,
+/// or right before another, does not count.
 inline const char* FileNameIn(const char* path) {
     const PathSteps steps(path);
     const char* name = path;

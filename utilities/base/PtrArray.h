@@ -12,10 +12,10 @@ namespace vtr {
 template <class T>
 class PtrArray;
 
-/// The growable array of pointers behind the library's lists: empty until the first item, then 8
-/// slots, doubled when full, halved (not below 8) when at most half full after a removal. It never
-/// owns what its items point to. This class only reads; `Holder` has the fields, or refers to them,
-/// under the name `fields`. Not part of the interface. One thread at a time.
+/// The growable array of pointers that the library's lists are made of: empty until the first item,
+/// then 8 slots, doubled when full, halved (not below 8) when at most half full after a removal. It
+/// never owns what its items point to. This class only reads; `Holder` has the fields, or refers to
+/// them, under the name `fields`. Not part of the interface. One thread at a time.
 template <class T, class Holder>
 class PointerReading {
 public:
@@ -29,7 +29,7 @@ public:
     T* operator[](unsigned index) const { return Data()[index]; }
 
     /// The item, or null when the index is out of range.
-    T* At(unsigned index) const { return index < Count() ? Data()[index] : nullptr; }
+    T* At(unsigned index) const { return Fields().At(index); }
 
 private:
     const PointerFields<T>& Fields() const { return static_cast<const Holder*>(this)->fields; }
@@ -97,7 +97,7 @@ public:
     }
 
     /// Takes out, in one pass and in order, every item that `isUnwanted` accepts and hands it to
-    /// `dispose`. Returns how many went.
+    /// `dispose`. Returns how many it took out.
     template <class Predicate, class Dispose>
     unsigned RemoveIf(Predicate isUnwanted, Dispose dispose) {
         unsigned kept = 0;
@@ -124,8 +124,26 @@ public:
             dispose(item);
     }
 
+    /// Forgets every item and gives the slots back.
+    void Reset() {
+        PointerFields<T>& own = Fields();
+        if (own.borrowed == 0)
+            std::free(own.slots);
+        own.slots = nullptr;
+        own.count = own.capacity = own.borrowed = 0;
+    }
+
     /// Forgets every item; the slots stay for the next ones.
     void Forget() { Fields().count = 0; }
+
+    /// Uses slots of the caller's until they are full. Requires: fields that have just been made,
+    /// and slots that exist for as long as they do.
+    void Borrow(T** place, unsigned room) {
+        PointerFields<T>& own = Fields();
+        own.slots = place;
+        own.capacity = room & mostCapacity;
+        own.borrowed = 1;
+    }
 
     void Swap(PointerFields<T>& other) {
         PointerFields<T>& own = Fields();
@@ -177,8 +195,8 @@ private:
     }
 };
 
-/// Works on the fields of a public class, which gives the slots back with `Clear` when it is
-/// destroyed.
+/// Works on the fields of a public class, which gives the slots back with `Clear` or `Reset` when
+/// it is destroyed.
 template <class T>
 class Pointers : public PointerOperations<T, Pointers<T>> {
 public:
@@ -215,18 +233,7 @@ public:
     PtrArray() = default;
     PtrArray(const PtrArray&) = delete;
     PtrArray& operator=(const PtrArray&) = delete;
-    ~PtrArray() {
-        if (fields.borrowed == 0)
-            std::free(fields.slots);
-    }
-
-    /// Uses slots of the caller's until they are full. Requires: an array that has just been made,
-    /// and slots that stay for as long as it.
-    void Borrow(T** place, unsigned room) {
-        fields.slots = place;
-        fields.capacity = room & Operations::mostCapacity;
-        fields.borrowed = 1;
-    }
+    ~PtrArray() { this->Reset(); }
 
     void Swap(PtrArray& other) { Operations::Swap(other.fields); }
 

@@ -31,8 +31,8 @@ public:
     /// Without `Commit` the old file stays as it was.
     ~ReplacingFile();
 
-    /// False, with nothing left behind, when the file may not be written, no second file can be
-    /// made or memory runs out.
+    /// False, with no file left, if the file may not be written, no second file can be made or
+    /// memory runs out.
     bool Open();
 
     /// Open for binary writing between `Open` and `Commit`.

@@ -6,9 +6,9 @@
 #include <cctype>
 #include <cstring>
 
-// Its one-letter macros break C++ headers that are included behind it.
+// Its one-letter macros break C++ headers that are included after it.
 #include <mbctype.h>
-// Behind it, because it needs it.
+// After it, because it needs it.
 #include <mbstring.h>
 
 namespace vtr {

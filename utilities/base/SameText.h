@@ -4,9 +4,9 @@
 #include <cstddef>
 
 /// Names and keys without regard to case: the order, equality and sign of `_mbsicmp` in the current
-/// multibyte code page, with characters below 0x80, which look the same in every code page,
-/// compared in place. A lead byte at the end of a text is a character of its own; the reading stops
-/// there. Null counts as "". Private to the library. Immutable and safe.
+/// multibyte code page, but characters below 0x80, which are the same in every code page, are
+/// compared without a call. A lead byte at the end of a text is a character of its own; the reading
+/// stops there. Null counts as "". Private to the library. Immutable and safe.
 
 namespace vtr {
 

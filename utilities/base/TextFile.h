@@ -11,7 +11,7 @@ namespace vtr {
 /// A file of 2 GB or more counts as one for which memory runs out.
 enum class FileReading { good, cannotOpen, noMemory, cannotRead };
 
-/// The bytes of one file, with two zero bytes behind them.
+/// The bytes of one file, with two zero bytes after them.
 class FileBytes {
 public:
     FileReading TryRead(const char* path);
@@ -22,7 +22,7 @@ public:
     }
 
     const unsigned char* Data() const { return bytes.get(); }
-    /// That of the file also when there was no memory.
+    /// The size of the file, even if there was no memory for it.
     unsigned Size() const { return size; }
 
 private:
@@ -58,7 +58,7 @@ public:
     /// As `FileBytes::Read`.
     bool Read(const wchar_t* path);
 
-    /// A zero byte, which may be written to as well, stands behind the text.
+    /// A zero byte, which may be written to as well, is after the text.
     char* Text() const { return block.get() + start; }
     unsigned Length() const { return length; }
 

@@ -1,5 +1,6 @@
 #include "utilities/base/TextFinder.h"
 
+#include "utilities/base/CaseBit.h"
 #include "utilities/base/TwoWaySearch.h"
 
 #include <bit>
@@ -73,26 +74,15 @@ const char* TextFinder::NextInStretch(const char*& text, const char* end,
     return search.Next(text, end, text + stretch);
 }
 
-/// The first place where the wanted text may begin, or null. Passes over most of those where it
-/// does not at the price of one comparison: the two cases of an ASCII letter differ in one bit.
+/// The first place where the wanted text may begin, or null.
 const char* TextFinder::NextPlace(const char* text, const char* end) const {
     const char* stop = end - length + 1;
-    static constexpr unsigned caseBit = 'a' ^ 'A';
-    static constexpr unsigned highBit = 0x80;
-    const unsigned first = static_cast<unsigned char>(*find);
-    const unsigned ignored = reader.ExactCase() ? 0 : caseBit;
-    const unsigned unknown = reader.ExactCase() ? 0 : highBit;
-    if ((first & unknown) != 0)
-        return text;
-    const auto mayBegin = [=](char c) {
-        const unsigned byte = static_cast<unsigned char>(c);
-        return (byte & unknown) != 0 || ((byte ^ first) & ~ignored) == 0;
-    };
+    const CaseFilter filter(*find, reader.ExactCase());
     if (!reader.Multibyte()) {
-        while (text < stop && !mayBegin(*text))
+        while (text < stop && !filter.Passes(*text))
             ++text;
     } else {
-        while (text < stop && !mayBegin(*text))
+        while (text < stop && !filter.Passes(*text))
             text += Step(text, end);
     }
     return text < stop ? text : nullptr;

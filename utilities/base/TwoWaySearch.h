@@ -36,7 +36,7 @@ private:
     const char* findEnd;
     std::size_t& read;
     const char* cut;
-    const char* remember; ///< what lies before it still matches after a shift past a full match
+    const char* remember; ///< what is before it still matches after a shift past a full match
     // In characters:
     std::size_t count;  ///< the whole
     std::size_t before; ///< before the cut

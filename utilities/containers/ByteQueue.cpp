@@ -21,7 +21,7 @@ constexpr unsigned blocksPerEmptySlot = 32;
 
 } // namespace
 
-/// The bytes stand behind the record, in the same allocation.
+/// The bytes are after the record, in the same allocation.
 struct CByteQueue::Block {
     unsigned char* block;
     unsigned char* readPtr; ///< the next unread byte; null when nothing is unread

@@ -6,11 +6,11 @@
 
 #include <windows.h>
 
-/// A first-in, first-out queue of bytes between a thread that produces and one that consumes. Bytes
-/// are kept in blocks as large as the call that brought them; with recycling on, which it is at the
-/// start, drained blocks of 32,000 to 1,000,000 bytes are filled again instead of freed, so that a
-/// steady stream allocates nothing.
-/// Thread-safety: locked by itself; `Lock` and `Unlock` bracket calls that hang together.
+/// A first-in, first-out queue of bytes between a thread that produces and one that consumes. Each
+/// call that adds bytes makes a block of their size. With recycling on, as at the start, empty
+/// blocks of 32,000 to 1,000,000 bytes are filled again instead of freed, so that a steady stream
+/// needs no allocation.
+/// Thread-safety: locked by itself; `Lock` and `Unlock` enclose calls that belong together.
 class VTRUTILS_API CByteQueue {
 public:
     CByteQueue() noexcept;
@@ -20,20 +20,20 @@ public:
     /// Requires: no other thread is at the queue.
     ~CByteQueue();
 
-    /// Copies the bytes behind those that wait. False for null or no bytes, and when memory runs
-    /// out: what found room in recycled blocks is then queued, the rest is not.
+    /// Copies the bytes to the end of the queue. False for null or no bytes, and if memory runs
+    /// out: what found room in recycled blocks is then in the queue, and the rest is not.
     bool AddData(const unsigned char* data, unsigned long length) noexcept;
 
-    /// Takes up to `maxLength` bytes out and returns how many; 0 for a null buffer.
+    /// Takes up to `maxLength` bytes out of the queue and returns how many; 0 for a null buffer.
     unsigned long GetData(unsigned char* buffer, unsigned long maxLength) noexcept;
 
-    /// The number of bytes that wait; where 32 bits cannot hold it, the largest that they can.
+    /// The number of bytes in the queue, at most the largest that 32 bits hold.
     unsigned long TotalBytesAvailable() const noexcept;
 
     /// Frees every block, those kept for reuse included.
     void RemoveEverything() noexcept;
 
-    /// Nothing while the queue has blocks, those kept for reuse included.
+    /// Does nothing while the queue has blocks, those kept for reuse included.
     void SetRecycleBuffers(bool on) noexcept;
     bool RecycleBuffers() const noexcept;
 
@@ -54,10 +54,10 @@ private:
     unsigned int minRecycledSize;
     unsigned int maxRecycledSize;
 
-    /// Slots at the front whose blocks are gone; a few of many, so that each block that leaves the
-    /// front need not move all others.
+    /// Slots at the front without a block: a few of many, so that a block that leaves the front
+    /// seldom moves all others.
     unsigned int emptySlots;
-    unsigned int fullBlocks; ///< behind the empty slots, before the first block with room
+    unsigned int fullBlocks; ///< after the empty slots, before the first block with room
     unsigned long long waiting;
 };
 

@@ -6,7 +6,7 @@
 
 #include <cstddef>
 #include <new>
-// Behind them: its one-letter macros break C++ headers.
+// After them: its one-letter macros break C++ headers.
 #include <mbstring.h>
 
 template <>
@@ -18,6 +18,7 @@ struct vtr::Internals<CHashTable> {
     static void MakeBuckets(CHashTable& table, int number);
     static void FreeBuckets(CHashTable& table);
     static void CopyBuckets(CHashTable& table, const CHashTable& other);
+    static CMyArrayList* BucketOf(const CHashTable& table, const char* key);
     static int IndexOf(const CHashTable& table, const char* key, const long long* value,
                        CMyArrayList*& bucket);
 };
@@ -99,13 +100,13 @@ void Internals::CopyBuckets(CHashTable& table, const CHashTable& other) {
     }
 }
 
-/// The sum of the bytes as signed numbers. Requires: buckets.
-unsigned int CHashTable::HashFunction(const char* key) const noexcept {
-    VTR_REQUIRE(bucketCount > 0);
+/// By the sum of the bytes as signed numbers. Requires: buckets.
+CMyArrayList* Internals::BucketOf(const CHashTable& table, const char* key) {
+    VTR_REQUIRE(table.bucketCount > 0);
     unsigned sum = 0;
     for (; *key != '\0'; ++key)
         sum += static_cast<unsigned>(static_cast<signed char>(*key));
-    return sum % static_cast<unsigned>(bucketCount);
+    return table.buckets[sum % static_cast<unsigned>(table.bucketCount)];
 }
 
 /// The first entry with this key, and this value unless that is null, in its bucket; or -1.
@@ -113,7 +114,7 @@ int Internals::IndexOf(const CHashTable& table, const char* key, const long long
                        CMyArrayList*& bucket) {
     if (key == nullptr || table.bucketCount == 0)
         return -1;
-    CMyArrayList* const list = table.buckets[table.HashFunction(key)];
+    CMyArrayList* const list = BucketOf(table, key);
     bucket = list;
     const int count = list->NumNodes();
     for (int i = 0; i < count; ++i) {
@@ -131,7 +132,7 @@ int Internals::IndexOf(const CHashTable& table, const char* key, const long long
 
 bool CHashTable::AddEntry(char* key, long long value) noexcept {
     if (key != nullptr && bucketCount > 0)
-        buckets[HashFunction(key)]->AppendToTail(key, value);
+        Internals::BucketOf(*this, key)->AppendToTail(key, value);
     return true;
 }
 

@@ -4,18 +4,18 @@
 #include "utilities/Export.h"
 #include "utilities/containers/MyArrayList.h"
 
-/// A table from texts to 64-bit values with a fixed number of buckets. Keys compare with case, in
-/// the current multibyte code page, and may repeat. The table keeps the pointers to the keys, never
-/// the texts: these must stay as they are while they are in it. Null is no key: it is not added and
-/// not found.
+/// A table from texts to 64-bit values with a fixed number of buckets. Keys compare exactly, in the
+/// current multibyte code page, and may repeat. The table keeps pointers to the keys, not copies: a
+/// key must stay as it is while it is in the table. Null is not a key: it is not added and not
+/// found.
 ///
-/// A table that got no memory for its buckets has none, takes no entries and finds none.
+/// A table without memory for its buckets stays empty.
 /// Thread-safety: one thread at a time.
 class VTRUTILS_API CHashTable {
 public:
-    /// Below 1 counts as 1.
+    /// A number below 1 counts as 1.
     explicit CHashTable(int buckets) noexcept;
-    /// Has buckets of its own with the same entries, and none when memory runs out.
+    /// Has buckets of its own with the same entries, or no buckets if memory runs out.
     CHashTable(const CHashTable& other) noexcept;
     CHashTable& operator=(const CHashTable& other) noexcept;
     virtual ~CHashTable();
@@ -37,8 +37,6 @@ public:
 
 private:
     friend struct vtr::Internals<CHashTable>;
-
-    unsigned int HashFunction(const char* key) const noexcept;
 
     int bucketCount; ///< 0 when there was no memory
     CMyArrayList** buckets;

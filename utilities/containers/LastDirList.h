@@ -17,12 +17,13 @@ static_assert(sizeof(_lastDirList) == 280 && offsetof(_lastDirList, time) == 264
 
 /// Folders with a time and a number of the host's, newest first. Paths compare without regard to
 /// case in the current multibyte code page and are cut to 263 bytes; a null path is never in the
-/// list and is not added. A path may be one that this list gave out. An insertion into a list of
-/// the largest `int` throws `std::length_error("list too long")`.
+/// list and is not added. A path may be one that this list gave out. An insertion into a list whose
+/// count is the largest `int` throws `std::length_error("list too long")`.
 ///
-/// "In time order" is in front of the first entry that is older, so behind entries of the same
-/// time; an older entry may have newer ones behind it after `MoveOrAddToTop`, or after
-/// `UpdateOrAdd` without repositioning. Thread-safety: one thread at a time.
+/// "In time order" means before the first entry that is older, and so after entries of the same
+/// time. After `MoveOrAddToTop`, or `UpdateOrAdd` without repositioning, the list may be out of
+/// order: an entry may come before newer ones.
+/// Thread-safety: one thread at a time.
 class VTRUTILS_API CLastDirList {
 public:
     CLastDirList() noexcept;
@@ -30,20 +31,20 @@ public:
     CLastDirList& operator=(const CLastDirList&) = delete;
     ~CLastDirList();
 
-    /// Inserts a new entry in time order. 1, also when memory runs out.
+    /// Inserts a new entry in time order. Returns 1, even if memory runs out.
     int Add(char* path, long long time, int value, int unused);
 
-    /// Inserts an entry made with `new` in time order; the list owns it from then on. 1, or 0, with
-    /// the entry still the caller's, for null and when memory runs out.
+    /// Inserts an entry made with `new` in time order, and owns it from then on. Returns 1; 0 for
+    /// null and if memory runs out, and the entry then stays the caller's.
     int AddPtr(_lastDirList* entry, int unused);
 
-    /// Puts a new entry with the current time in front of all and deletes the old one, whose value
-    /// it keeps; it gets 1000 when there was none. 1, or 0 with nothing changed when memory runs
-    /// out.
+    /// Puts a new entry with the current time before all others. It takes the value of the old
+    /// entry, which is deleted, or 1000 if there was none. Returns 1, or 0 with nothing changed if
+    /// memory runs out.
     int MoveOrAddToTop(char* path);
 
     /// Gives the entry a time and a value and, if `reposition` is not 0, its place in time order; a
-    /// path that is not in the list is added. 1.
+    /// path that is not in the list is added. Returns 1.
     int UpdateOrAdd(char* path, long long time, int value, int reposition);
 
     /// The first entry with that path, which the list keeps; null when there is none.
@@ -52,12 +53,12 @@ public:
     /// Deletes every entry with that path.
     void DeletePath(char* path) noexcept;
 
-    /// Nothing when out of range.
+    /// Does nothing if it is out of range.
     void DeleteIndex(int index) noexcept;
     void DeleteAll() noexcept;
 
-    /// Newest first; entries of the same time stay in their order. 1, or 0 with nothing changed
-    /// when memory runs out.
+    /// Newest first; entries of the same time stay in their order. Returns 1, or 0 with nothing
+    /// changed if memory runs out.
     int Sort() noexcept;
 
 private:

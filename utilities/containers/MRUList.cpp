@@ -27,6 +27,7 @@ struct vtr::Internals<CMRUList> {
     VTR_FIELD_AT(CMRUList, initialized, 416);
 
     static void Load(CMRUList& list, HKEY pathRoot, const char* pathSubkey);
+    static void Save(const CMRUList& list);
 };
 
 using Internals = vtr::Internals<CMRUList>;
@@ -125,7 +126,7 @@ void CMRUList::Init(HKEY rootKey, const char* subkey) noexcept {
 
 void CMRUList::LoadFrom(HKEY rootKey, const char* subkey) noexcept {
     Internals::Load(*this, rootKey, subkey);
-    SaveList();
+    Internals::Save(*this);
 }
 
 void Internals::Load(CMRUList& list, HKEY pathRoot, const char* pathSubkey) {
@@ -171,7 +172,7 @@ void CMRUList::AddFile(const char* path, unsigned long length) noexcept {
             return entry != added && vtr::SamePath(entry->path, added->path);
         },
         &DeleteEntry);
-    SaveList();
+    Internals::Save(*this);
 }
 
 void CMRUList::MoveFileToTop(const char* path, unsigned long length) noexcept {
@@ -182,13 +183,13 @@ void CMRUList::RemoveFile(unsigned int index, bool save) noexcept {
     if (index < entries.count)
         delete Entries(entries).Remove(index);
     if (save)
-        SaveList();
+        Internals::Save(*this);
 }
 
 void CMRUList::ClearMRUList(bool save) noexcept {
     Entries(entries).Clear(&DeleteEntry);
     if (save)
-        SaveList();
+        Internals::Save(*this);
 }
 
 bool CMRUList::Contains(const char* path) noexcept {
@@ -218,25 +219,25 @@ _MRUData CMRUList::GetMRUItem(unsigned int index) noexcept {
     return entry != nullptr ? *entry : _MRUData{};
 }
 
-void CMRUList::SaveList() {
+void Internals::Save(const CMRUList& list) {
     Log("CMRUList::void CMRUList::SaveList() - enter");
     vtr::RegistryStrings values;
-    if (values.OpenForWriting(root, subKey != nullptr ? subKey : "")) {
+    if (values.OpenForWriting(list.root, list.subKey != nullptr ? list.subKey : "")) {
         unsigned written = 0;
-        for (unsigned i = 0; i < entries.count; ++i) {
-            const _MRUData& entry = *entries.slots[i];
+        for (unsigned i = 0; i < list.entries.count; ++i) {
+            const _MRUData& entry = *list.entries.slots[i];
             if (!FoundPath(entry.path).Exists())
                 continue;
             char number[longestNumber];
             // Files of the family count paths without gaps, but lengths and times by entry.
-            values.Write(ValueName(pathFormat, ++written), entry.path);
+            values.Write(ValueName(list.pathFormat, ++written), entry.path);
             std::snprintf(number, sizeof number, "%d", static_cast<int>(entry.lastLength));
-            values.Write(ValueName(lengthFormat, i + 1), number);
+            values.Write(ValueName(list.lengthFormat, i + 1), number);
             std::snprintf(number, sizeof number, "%llu", entry.lastTime);
-            values.Write(ValueName(timeFormat, i + 1), number);
+            values.Write(ValueName(list.timeFormat, i + 1), number);
         }
-        while (written < entries.count + blanksBehindList)
-            values.Write(ValueName(pathFormat, ++written), "");
+        while (written < list.entries.count + blanksBehindList)
+            values.Write(ValueName(list.pathFormat, ++written), "");
     }
     Log("CMRUList::void CMRUList::SaveList() - exit");
 }

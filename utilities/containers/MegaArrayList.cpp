@@ -90,7 +90,7 @@ void* CMegaArrayList::Index(int index, double* sortValueOut) noexcept {
     Elements list(elements);
     if (!list.HasBlock())
         LogFmtA("ERR>>Index called for index %d and list is NULL!!!", index);
-    return list.At(index, sortValueOut);
+    return elements.At(index, sortValueOut);
 }
 
 void* CMegaArrayList::ElemBySortValue(double value, int* indexOut) noexcept {

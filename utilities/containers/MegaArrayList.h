@@ -4,16 +4,16 @@
 #include "utilities/Export.h"
 #include "utilities/Fields.h"
 
-/// Where an element lands among those of equal value: by default, as in front of them.
+/// Where an element goes among those of equal value: by default, before them.
 enum _AddSortedLoc { addSortedDefault = 0, addSortedAfterEquals = 1, addSortedBeforeEquals = 2 };
 
 /// An array of item pointers, each with a sort value of type double, in one block that grows and
 /// shrinks by ten slots. Items are never dereferenced or freed; two are the same when their
-/// pointers are equal. A value that is no number equals nothing.
+/// pointers are equal. A value that is not a number equals no other, not even itself.
 ///
-/// When memory runs out, an insertion changes nothing. Searches write to their out-pointers, all of
-/// which may be null, as follows: nothing in an empty list, an index of -1 without a result. Binary
-/// searches expect ascending sort values.
+/// When memory runs out, an insertion changes nothing. Out-pointers may be null. A search in an
+/// empty list does not write to them; one without a result writes an index of -1 and nothing else.
+/// Binary searches expect ascending sort values.
 /// Thread-safety: one thread at a time.
 class VTRUTILS_API CMegaArrayList {
 public:
@@ -23,11 +23,12 @@ public:
     CMegaArrayList& operator=(const CMegaArrayList& other) noexcept;
     virtual ~CMegaArrayList();
 
-    /// Inserts in ascending order and returns the index. When memory runs out, the index it would
-    /// have had, or for a value above the last one less.
+    /// Inserts in ascending order and returns the index. If memory runs out, returns the index that
+    /// the element would have had, or one less if its value is above the last one.
     int AddSorted(void* item, double sortValue, _AddSortedLoc where) noexcept;
 
-    /// The new element's index, which is `NumNodes()` - 1 also when memory runs out.
+    /// Returns `NumNodes()` - 1: the new element's index, or that of the last one if memory runs
+    /// out.
     VTRUTILS_INLINE int AppendToTail(void* item, double sortValue) noexcept {
         const int count = elements.count;
         const bool hasRoom = elements.block != nullptr && count < elements.capacity;
@@ -38,7 +39,7 @@ public:
         return count;
     }
 
-    /// Always 0.
+    /// Returns 0.
     int InsertNewHead(void* item, double sortValue) noexcept;
 
     /// Does and answers as `InsertNewHead` in an empty list and as `AppendToTail` for an index of
@@ -59,8 +60,8 @@ public:
     /// longer ones.
     void* PrevElemBySortValue(double value, int* indexOut, double* sortValueOut) noexcept;
 
-    /// First and last of the elements with exactly this value. `FirstOfValue` is null also when the
-    /// search meets an element with a null item.
+    /// The first and the last of the elements with exactly this value. `FirstOfValue` is null also
+    /// when the search meets an element with a null item.
     void* FirstOfValue(double value, int* indexOut) noexcept;
     void* LastOfValue(double value, int* indexOut) noexcept;
 
@@ -73,8 +74,8 @@ public:
     /// looked through.
     int GetIndexOfItem(void* item, double sortValue, bool useSortValue) noexcept;
 
-    /// Not a reliable answer where the list looks among equal values only: it is then the index,
-    /// which may be 0, and 0 when not found. Otherwise 1 or 0.
+    /// 1 or 0. But where only the elements with this value are looked at, the answer is the index,
+    /// which may be 0, or 0 if the item is not found.
     int Member(void* item, double sortValue, bool useSortValue) noexcept;
 
     /// Looks as `GetIndexOfItem` does and then through the whole list. False when not found.
@@ -83,11 +84,11 @@ public:
     /// False when out of range.
     bool RemoveByIndex(int index) noexcept;
 
-    /// True, with the block kept or freed.
+    /// Keeps or frees the block. Returns true.
     bool RemoveAll(bool keepAllocation) noexcept;
 
-    /// Sets the value of the first element with this item, and leaves it where it is. False when
-    /// there is none.
+    /// Sets the value of the first element with this item, and leaves the element where it is.
+    /// False if there is none.
     bool SetSortValue(void* item, double value) noexcept;
 
     /// False when out of range.
@@ -109,7 +110,8 @@ public:
 private:
     friend struct vtr::Internals<CMegaArrayList>;
 
-    /// 0 when there is no memory for so many elements; then nothing has changed.
+    /// 0, with nothing changed, when there is no memory for so many elements. A function of the
+    /// class because `AppendToTail`, which is inline, calls it.
     int Grow(int needed) noexcept;
 
     vtr::ElementFields<double> elements;

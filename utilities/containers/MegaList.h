@@ -15,12 +15,13 @@ static_assert(sizeof(_tMegaNode_t) == 24 && offsetof(_tMegaNode_t, sortValue) ==
               offsetof(_tMegaNode_t, next) == 16);
 
 /// A singly linked list of item pointers, each with a sort value of type double, that remembers the
-/// node it reached last: a walk by ascending index costs one step a call. Items are never
+/// node it reached last: a walk by ascending index costs one step per call. Items are never
 /// dereferenced or freed.
 ///
 /// Insertions return -1, with nothing changed, when memory runs out, and throw
-/// `std::length_error("list too long")` at the largest `int`. Searches write to their out-pointers,
-/// all of which may be null, as follows: nothing in an empty list, an index of -1 without a result.
+/// `std::length_error("list too long")` at the largest `int`. Out-pointers may be null. A search in
+/// an empty list does not write to them; one without a result writes an index of -1 and nothing
+/// else.
 /// Thread-safety: one thread at a time, reading included: it moves the cursor.
 class VTRUTILS_API CMegaList {
 public:
@@ -30,15 +31,15 @@ public:
     CMegaList& operator=(const CMegaList& other) noexcept;
     virtual ~CMegaList();
 
-    /// Inserts in ascending order, behind or in front of equal values, and returns the index.
+    /// Inserts in ascending order, after or before equal values, and returns the index.
     int AddSorted(void* item, double sortValue, bool afterEquals);
 
     /// Returns the index.
     int AppendToTail(void* item, double sortValue);
     int InsertNewHead(void* item, double sortValue);
 
-    /// Inserts behind the node at this index, beyond the end behind the last, for a negative index
-    /// behind the first, and returns the new node's index.
+    /// Inserts an item after the node at this index, and returns the new node's index. A negative
+    /// index counts as 0, one beyond the end as that of the last node.
     int InsertAfter(void* item, double sortValue, int index);
 
     /// Null when out of range.
@@ -52,10 +53,11 @@ public:
     }
     VTRUTILS_INLINE _tMegaNode_t* NodeByIndex(int index) noexcept { return nodes.WalkTo(index); }
 
-    /// The last item with exactly this value; the first, when the list starts with it.
+    /// The last item with exactly this value, or the first if the list starts with that value.
     void* ElemBySortValue(double value, int* indexOut) noexcept;
 
-    /// The last item whose value is not above `value`; the first item, when its value is not below.
+    /// The last item whose value is not above `value`, or the first item if its value is not below
+    /// it.
     void* PrevElemBySortValue(double value, int* indexOut, double* sortValueOut) noexcept;
 
     /// 1 or 0.
@@ -67,7 +69,7 @@ public:
     /// False when the list does not hold the node, which may be any pointer.
     bool RemoveByNode(_tMegaNode_t* node) noexcept;
 
-    /// Nothing when out of range.
+    /// Does nothing if it is out of range.
     void RemoveByIndex(int index) noexcept;
     void RemoveAll() noexcept;
     VTRUTILS_INLINE int NumNodes() noexcept { return nodes.count; }

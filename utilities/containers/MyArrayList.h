@@ -10,9 +10,9 @@ enum _tscanDir { scanAtOrBefore = 0, scanAtOrAfter = 1, scanExact = 2 };
 /// An array of item pointers, each with a 64-bit sort value, in one block that grows and shrinks in
 /// steps. Items are never dereferenced or freed; two are the same when their pointers are equal.
 ///
-/// When memory runs out, an insertion changes nothing. Searches write to their out-pointers, all of
-/// which may be null, as follows: nothing in an empty list, an index of -1 without a result. Binary
-/// searches expect ascending sort values.
+/// When memory runs out, an insertion changes nothing. Out-pointers may be null. A search in an
+/// empty list does not write to them; one without a result writes an index of -1 and nothing else.
+/// Binary searches expect ascending sort values.
 /// Thread-safety: one thread at a time.
 class VTRUTILS_API CMyArrayList {
 public:
@@ -24,14 +24,14 @@ public:
     CMyArrayList& operator=(const CMyArrayList& other) noexcept;
     virtual ~CMyArrayList();
 
-    /// Inserts in ascending order and returns the index: in front of all elements when the value is
-    /// not above the first, behind all when not below the last, otherwise in front of its equals.
-    /// The sorted flag stays. When memory runs out, the index it would have had, or behind others
-    /// at the tail one less.
+    /// Inserts in ascending order and returns the index: before all elements if the value is not
+    /// above the first, after all if it is not below the last, otherwise before its equals. The
+    /// sorted flag stays as it is. If memory runs out, returns the index that the element would
+    /// have had, or one less if that is at the end of a list with elements.
     int AddSorted(void* item, long long sortValue) noexcept;
 
-    /// The new element's index, which is `NumNodes()` - 1 also when memory runs out. The list
-    /// counts as sorted afterwards only if it was empty.
+    /// Returns `NumNodes()` - 1: the new element's index, or that of the last one if memory runs
+    /// out. The list counts as sorted afterwards only if it was empty.
     VTRUTILS_INLINE int AppendToTail(void* item, long long sortValue) noexcept {
         const int count = elements.count;
         const bool hasRoom = elements.block != nullptr && count < elements.capacity;
@@ -43,7 +43,7 @@ public:
         return count;
     }
 
-    /// Always 0. The list does not count as sorted afterwards.
+    /// Returns 0. The list does not count as sorted afterwards.
     int InsertNewHead(void* item, long long sortValue) noexcept;
 
     /// Does and answers as `InsertNewHead` in an empty list and as `AppendToTail` for an index of
@@ -64,7 +64,7 @@ public:
 
     /// Starts from what `PrevElemBySortValue` finds; without that, null. If its value is equal,
     /// `scanExact` yields it; `scanAtOrBefore` yields it in any case; `scanAtOrAfter` yields the
-    /// first element behind it whose value is not below `value`.
+    /// first element after it whose value is not below `value`.
     void* ElemBySortValue(long long value, int* indexOut, _tscanDir dir) noexcept;
 
     /// The element with the greatest value not above `value`; among equals, the first in lists of 3
@@ -72,8 +72,8 @@ public:
     /// longer ones.
     void* PrevElemBySortValue(long long value, int* indexOut, long long* sortValueOut) noexcept;
 
-    /// First and last of the elements with exactly this value. `FirstOfValue` is null also when the
-    /// search meets an element with a null item.
+    /// The first and the last of the elements with exactly this value. `FirstOfValue` is null also
+    /// when the search meets an element with a null item.
     void* FirstOfValue(long long value, int* indexOut) noexcept;
     void* LastOfValue(long long value, int* indexOut) noexcept;
 
@@ -91,7 +91,7 @@ public:
     /// Looks as `MemberIndex` does and then through the whole list. False when not found.
     bool Remove(void* item, long long sortValue) noexcept;
 
-    /// Nothing when out of range.
+    /// Does nothing if it is out of range.
     void RemoveByIndex(int index) noexcept;
 
     /// Frees the block; the list is sorted afterwards.
@@ -101,12 +101,12 @@ public:
     /// Wraps around at the ends of 64 bits.
     void AdjustAllSortValues(long delta) noexcept;
 
-    /// Truncates towards zero; what leaves 64 bits becomes the nearest value in them, and what is
-    /// no number 0.
+    /// Truncates towards zero. A result that does not fit in 64 bits becomes the nearest value that
+    /// does, and one that is not a number becomes 0.
     void ScaleAllSortValues(double factor) noexcept;
 
-    /// Sets the sorted flag anew and returns it. A first value below -2147483647 counts as
-    /// unsorted.
+    /// Sets the sorted flag as the values are now, and returns it. A first value below -2147483647
+    /// counts as unsorted.
     bool VerifyListIsSorted() noexcept;
 
     /// Takes over elements and sorted flag, not the step; empty when memory runs out.
@@ -115,7 +115,8 @@ public:
 private:
     friend struct vtr::Internals<CMyArrayList>;
 
-    /// 0 when there is no memory for so many elements; then nothing has changed.
+    /// 0, with nothing changed, when there is no memory for so many elements. A function of the
+    /// class because `AppendToTail`, which is inline, calls it.
     int Grow(int needed) noexcept;
 
     vtr::ElementFields<long long> elements;

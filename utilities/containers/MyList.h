@@ -16,14 +16,15 @@ static_assert(sizeof(_tNode_t) == 24 && offsetof(_tNode_t, sortValue) == 8 &&
               offsetof(_tNode_t, next) == 16);
 
 /// A singly linked list of item pointers, each with a 64-bit sort value, that remembers the node it
-/// reached last: a walk by ascending index costs one step a call. Items are never dereferenced or
+/// reached last: a walk by ascending index costs one step per call. Items are never dereferenced or
 /// freed.
 ///
 /// Insertions return -1, with nothing changed, when memory runs out, and throw
-/// `std::length_error("list too long")` at the largest `int`. Searches write to their out-pointers,
-/// all of which may be null, as follows: nothing in an empty list, an index of -1 without a result.
-/// Thread-safety: locked by itself; what hangs together takes one call. A node that was handed out
-/// is valid until it is removed.
+/// `std::length_error("list too long")` at the largest `int`. Out-pointers may be null. A search in
+/// an empty list does not write to them; one without a result writes an index of -1 and nothing
+/// else.
+/// Thread-safety: locked by itself, for each call alone. A node that was handed out is valid until
+/// it is removed.
 class VTRUTILS_API CMyList {
 public:
     CMyList() noexcept;
@@ -32,25 +33,26 @@ public:
     CMyList& operator=(const CMyList& other) noexcept;
     virtual ~CMyList();
 
-    /// Inserts in ascending order, behind or in front of equal values, and returns the index.
+    /// Inserts in ascending order, after or before equal values, and returns the index.
     int AddSorted(void* item, long long sortValue, bool afterEquals);
 
     /// Returns the index.
     int AppendToTail(void* item, long long sortValue);
     int InsertNewHead(void* item, long long sortValue);
 
-    /// Inserts with sort value 0 behind the node at this index, beyond the end behind the last, for
-    /// a negative index behind the first, and returns the new node's index.
+    /// Inserts an item with sort value 0 after the node at this index, and returns the new node's
+    /// index. A negative index counts as 0, one beyond the end as that of the last node.
     int InsertAfter(void* item, int index);
 
     /// Null when out of range.
     void* Index(int index, long long* sortValueOut) noexcept;
     _tNode_t* NodeByIndex(int index) noexcept;
 
-    /// The last item with exactly this value; the first, when the list starts with it.
+    /// The last item with exactly this value, or the first if the list starts with that value.
     void* ElemBySortValue(long long value, int* indexOut) noexcept;
 
-    /// The last item whose value is not above `value`; the first item, when its value is not below.
+    /// The last item whose value is not above `value`, or the first item if its value is not below
+    /// it.
     void* PrevElemBySortValue(long long value, int* indexOut, long long* sortValueOut) noexcept;
 
     /// 1 or 0.
@@ -62,7 +64,7 @@ public:
     /// False when the list does not hold the node, which may be any pointer.
     bool RemoveByNode(_tNode_t* node) noexcept;
 
-    /// Nothing when out of range.
+    /// Does nothing if it is out of range.
     void RemoveByIndex(int index) noexcept;
     void RemoveAll() noexcept;
     int NumNodes() noexcept;

@@ -100,7 +100,7 @@ public:
 
     /// Removes, in one pass, those of the rectangles [from, to) that `keep`, which may change them,
     /// does not accept. Values move, their places stay: one removal in the middle would move all
-    /// elements behind it.
+    /// elements after it.
     template <class Keep>
     void KeepOnly(int from, int to, Keep keep) const {
         int kept = from;

@@ -7,16 +7,16 @@
 #include <windows.h>
 
 /// A region of the screen as rectangles that do not overlap, to keep track of what must be painted.
-/// Right and bottom edges are exclusive. Adding adds what is not yet covered, subtracting cuts
-/// pieces away; every now and then an addition consolidates, which may cover more than was added.
+/// Right and bottom edges are exclusive. Adding adds what is not yet covered; subtracting cuts
+/// pieces away. Some additions also consolidate the list, which may then cover more than was added.
 ///
-/// An operation for which memory runs out changes nothing. A null rectangle is not added,
-/// subtracted or met.
+/// An operation changes nothing if memory runs out. A null rectangle is not added or subtracted,
+/// and intersects none.
 /// Thread-safety: one thread at a time. A rectangle that was handed out is valid until the list
 /// changes.
 class VTRUTILS_API RectangleList : private CMyArrayList {
 public:
-    /// Consolidates from the 8th addition to more than 12 rectangles on, and then at every 8th.
+    /// Consolidates at every 8th addition that leaves more than 12 rectangles.
     RectangleList() noexcept;
     explicit RectangleList(RECT& rectangle) noexcept;
     /// Has rectangles of its own and the same settings; empty when memory runs out.
@@ -24,12 +24,12 @@ public:
     RectangleList& operator=(const RectangleList& other) noexcept;
     ~RectangleList() override;
 
-    /// Counts from now on the additions that leave more than `threshold` rectangles, and
-    /// consolidates at every `interval`-th of them, for 0 or less at each.
+    /// From now on, consolidates at every `interval`-th addition that leaves more than `threshold`
+    /// rectangles; at each of them if `interval` is below 1.
     void set_consolidate_on_add(bool on, int threshold, int interval) noexcept;
 
-    /// Adds what is not yet covered. Rectangles that it covers leave the list, and those of which
-    /// it covers one whole side are trimmed. An empty rectangle that none contains is listed.
+    /// Adds what is not yet covered. Rectangles that it covers are removed, and those of which it
+    /// covers one whole side are trimmed. An empty rectangle is added unless another contains it.
     void add(RECT* rectangle) noexcept;
     void add(RectangleList& other) noexcept;
 
@@ -48,12 +48,12 @@ public:
     /// Keeps what both lists cover. True when something is left.
     bool clipTo(RectangleList& other) noexcept;
 
-    /// Keeps of each rectangle what lies in this one.
+    /// Cuts each rectangle to what is inside this one.
     void SetNewObjectRect(RECT area) noexcept;
 
-    /// Makes fewer rectangles: all become their bounds when they are more than 50 or fill much of
-    /// it; otherwise those that form larger rectangles, after some cuts, are put together. Covers
-    /// at least what it covered before.
+    /// Makes fewer rectangles. If there are more than 50, or if they fill much of their bounds, the
+    /// bounds replace them all; otherwise those that form larger rectangles, after some cuts, are
+    /// put together. The list covers at least what it covered before.
     void consolidate() noexcept;
 
     bool containsPoint(int x, int y) noexcept;
@@ -75,7 +75,7 @@ public:
     /// Exchanges the rectangles; each list keeps its settings.
     void swapWith(RectangleList& other) noexcept;
 
-    /// True when no edge of `b` lies outside `a`.
+    /// True if no edge of `b` is outside `a`.
     static bool rectContainsRect(RECT* a, RECT* b) noexcept;
 
     /// Makes `a` the rectangle that both form, if they share two opposite edges and touch or

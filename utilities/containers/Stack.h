@@ -15,14 +15,14 @@ public:
     /// Requires: no other thread is at the stack.
     virtual ~CStack();
 
-    /// Null may be pushed. Nothing when memory runs out.
+    /// Null may be pushed. Does nothing if memory runs out.
     virtual void Push(void* item);
 
     /// The item pushed first; null when there is none.
     virtual void* Pop();
 
-    /// Calls `Pop` until it returns null and counts from 0 then: a null item ends it early, and
-    /// what was pushed behind that stays, uncounted.
+    /// Calls `Pop` until it returns null, and then sets the count to 0. So a null item ends it
+    /// early: what was pushed after that item stays, and is not counted.
     virtual void ClearStack();
 
     virtual int NumNodes();

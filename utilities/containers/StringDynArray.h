@@ -7,8 +7,8 @@
 /// An array of texts, each a copy of its own, kept either as UTF-16 or in single bytes, and sorted
 /// if wanted. A text of the other kind is converted with the system's ANSI code page. Texts compare
 /// without regard to case, by `_wcsicmp` or `_stricmp`. An empty text is kept as a null entry,
-/// which stands below all others and is the same as a null or empty text. Thread-safety: one thread
-/// at a time.
+/// which is below all others and the same as a null or empty text.
+/// Thread-safety: one thread at a time.
 class VTRUTILS_API CStringDynArray {
 public:
     CStringDynArray() noexcept;
@@ -18,9 +18,9 @@ public:
     CStringDynArray& operator=(const CStringDynArray& other) noexcept;
     ~CStringDynArray();
 
-    /// Adds the text behind all others, or in order, behind equal ones, while the array is kept
-    /// sorted. False, with nothing changed, when memory runs out. The flag of the second form tells
-    /// the two apart where the text is a literal null, and has no effect.
+    /// Adds the text at the end or, while the array is kept sorted, in order and after equal ones.
+    /// False, with nothing changed, when memory runs out. The flag of the second form tells the two
+    /// apart where the text is a literal null, and has no effect.
     bool AddString(const wchar_t* text) noexcept;
     bool AddString(const char* text, bool) noexcept;
 
@@ -39,11 +39,12 @@ public:
 
     unsigned int NumStrings() const noexcept;
 
-    /// False when out of range. Those behind it move up.
+    /// False when out of range. Those after it move up.
     bool RemoveString(unsigned int index) noexcept;
     void Clear() noexcept;
 
-    /// Sorts at once, unless the array is sorted, and inserts in order from then on; or appends.
+    /// On: sorts the array, unless it is sorted, and later texts are inserted in order. Off: they
+    /// are appended.
     void SetMaintainSorted(bool on) noexcept;
 
     /// Equal texts keep their order. The array counts as sorted until a text is appended.

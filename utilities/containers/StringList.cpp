@@ -12,7 +12,7 @@
 
 namespace {
 
-/// What a text and the sentinel have. The text stands behind it, in the same allocation.
+/// What a text and the sentinel have. The text is after it, in the same allocation.
 struct Links {
     Links* next;
     Links* previous;
@@ -39,7 +39,7 @@ struct Links {
 } // namespace
 
 struct CStringList::List {
-    Links sentinel{&sentinel, &sentinel}; ///< before the first text and behind the last
+    Links sentinel{&sentinel, &sentinel}; ///< before the first text and after the last
     long count = 0;
     long cursorIndex = 0;
     Links* cursor = &sentinel; ///< what was reached last by index; the sentinel: nothing

@@ -4,11 +4,11 @@
 #include "utilities/Export.h"
 
 /// A linked list of texts, each a copy of its own. Texts compare without regard to case, in the
-/// current multibyte code page. A walk by ascending or descending index costs one step a call.
+/// current multibyte code page. A walk by ascending or descending index costs one step per call.
 ///
-/// Null is no text: it is not added and not found. When memory runs out, an addition changes
-/// nothing; one to a list of the largest `long` throws `std::length_error("list too long")`. A text
-/// that was handed out is valid until it is updated or deleted.
+/// Null is not a text: it is not added and not found. When memory runs out, an addition changes
+/// nothing; one to a list whose count is the largest `long` throws `std::length_error("list too
+/// long")`. A text that was handed out is valid until it is updated or deleted.
 /// Thread-safety: one thread at a time.
 class VTRUTILS_API CStringList {
 public:
@@ -22,8 +22,8 @@ public:
     void AddLatestString(const char* text);
     void PushBackList(char* text);
 
-    /// In front of the first text that is greater, so behind equal ones. Looks at each text in
-    /// turn.
+    /// Inserts before the first text that is greater, and so after equal ones. Looks at each text
+    /// in turn.
     void AddSortedString(char* text);
 
     /// 1 or 0.
@@ -35,19 +35,19 @@ public:
     /// Null when out of range.
     char* Index(int index) noexcept;
 
-    /// Puts a copy in the place of the text there. 1, or 0 with nothing changed when out of range,
-    /// for null and when memory runs out.
+    /// Puts a copy in place of the text there. Returns 1; 0, with nothing changed, if the index is
+    /// out of range, for null, and if memory runs out.
     int UpdateString(int index, char* text) noexcept;
 
-    /// Deletes the first text that is the same. 1, or 0 when there is none.
+    /// Deletes the first text that is the same. Returns 1, or 0 if there is none.
     int DeleteString(char* text) noexcept;
 
-    /// Nothing when out of range.
+    /// Does nothing if it is out of range.
     void DeleteIndex(int index) noexcept;
     void DeleteStringList() noexcept;
 
-    /// Copies of the other list's texts take the place of what is here. 1, or 0 with nothing
-    /// changed when memory runs out.
+    /// Replaces the texts with copies of the other list's. Returns 1, or 0 with nothing changed if
+    /// memory runs out.
     int CopyFrom(CStringList& other) noexcept;
 
     long Count() noexcept;

@@ -1,37 +1,39 @@
 // Whether the document differs from what was saved, and who is told.
 
-#include "utilities/undo/UndoMgr.h"
+#include "utilities/undo/UndoInternals.h"
+
+using Internals = vtr::Internals<CUndoMgr>;
 
 int CUndoMgr::Dirty() const noexcept {
     return dirty;
 }
 
-void CUndoMgr::NotifyStatus() {
-    if (dirtyStatusCallback != nullptr)
-        dirtyStatusCallback(dirty, dirtyStatusUserData);
+void Internals::NotifyStatus(CUndoMgr& manager) {
+    if (manager.dirtyStatusCallback != nullptr)
+        manager.dirtyStatusCallback(manager.dirty, manager.dirtyStatusUserData);
 }
 
-void CUndoMgr::NotifyChange() {
-    if (setDirtyCallback != nullptr)
-        setDirtyCallback();
+void Internals::NotifyChange(CUndoMgr& manager) {
+    if (manager.setDirtyCallback != nullptr)
+        manager.setDirtyCallback();
 }
 
-void CUndoMgr::ChangeDirty(int value) {
-    if (dirty == value)
+void Internals::ChangeDirty(CUndoMgr& manager, int value) {
+    if (manager.dirty == value)
         return;
-    dirty = value;
-    NotifyStatus();
+    manager.dirty = value;
+    NotifyStatus(manager);
 }
 
 void CUndoMgr::SetDirty(int value) {
-    ChangeDirty(value);
-    NotifyChange();
+    Internals::ChangeDirty(*this, value);
+    Internals::NotifyChange(*this);
 }
 
 void CUndoMgr::ForceSetDirty(int value) {
     dirty = value;
-    NotifyStatus();
-    NotifyChange();
+    Internals::NotifyStatus(*this);
+    Internals::NotifyChange(*this);
 }
 
 void CUndoMgr::UpdateDirtyStatus() {

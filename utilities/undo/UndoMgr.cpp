@@ -1,36 +1,16 @@
 #include "utilities/undo/UndoMgr.h"
 
 #include "common/Require.h"
+#include "utilities/undo/UndoInternals.h"
 
 #include <algorithm>
-#include <cstddef>
 #include <memory>
 
-#pragma GCC diagnostic ignored "-Winvalid-offsetof" // asserted on, which is safe
-
-template <>
-struct vtr::Layout<CUndoMgr> {
-    static_assert(sizeof(CUndoAtom) == 24);
-    static_assert(offsetof(CUndoAtom, undoSetID) == 8 && offsetof(CUndoAtom, nodeID) == 16);
-
-    static_assert(sizeof(PtrArray<CUndoAtom>) == 16 && sizeof(CUndoMgr) == 128);
-    static_assert(offsetof(CUndoMgr, currentSet) == 8 && offsetof(CUndoMgr, nextNodeID) == 16);
-    static_assert(offsetof(CUndoMgr, atoms) == 24 && offsetof(CUndoMgr, currentIndex) == 40);
-    static_assert(offsetof(CUndoMgr, one) == 44 && offsetof(CUndoMgr, maxUndos) == 48);
-    static_assert(offsetof(CUndoMgr, dirty) == 52);
-    static_assert(offsetof(CUndoMgr, dirtyStatusCallback) == 56);
-    static_assert(offsetof(CUndoMgr, dirtyStatusUserData) == 64);
-    static_assert(offsetof(CUndoMgr, setDirtyCallback) == 72);
-    static_assert(offsetof(CUndoMgr, savedIndex) == 80 && offsetof(CUndoMgr, disableCount) == 84);
-    static_assert(offsetof(CUndoMgr, currentSetHasAtoms) == 88);
-    static_assert(offsetof(CUndoMgr, freezeCount) == 92 && offsetof(CUndoMgr, setNames) == 96);
-    static_assert(offsetof(CUndoMgr, undoInProgress) == 112);
-    static_assert(offsetof(CUndoMgr, redoInProgress) == 113);
-};
+using Internals = vtr::Internals<CUndoMgr>;
 
 namespace {
 
-/// Found by its node ID, as these stand in that order: quick also with many of them.
+/// Found by its node ID, because atoms are in that order: quick even if there are many.
 [[maybe_unused]] bool Stands(const CUndoAtom* atom, CUndoAtom* const* first,
                              CUndoAtom* const* last) {
     CUndoAtom* const* place =
@@ -55,51 +35,44 @@ CUndoMgr::~CUndoMgr() {
     ClearUndoHistory();
     // Callbacks and atoms may have given the current set a name.
     ClearUndoSetNames();
+    Internals::Atoms(*this).Reset();
 }
 
-/// Null when out of range.
-CUndoAtom* CUndoMgr::AtomAt(int index) const noexcept {
-    return index >= 0 && index <= LastIndex() ? atoms[static_cast<unsigned>(index)] : nullptr;
-}
-
-/// Of those in the history; what is removed stands after it until it is deleted.
-int CUndoMgr::LastIndex() const noexcept {
-    return static_cast<int>(atoms.Count() - removed) - 1;
-}
-
-int CUndoMgr::IndexOf(const CUndoAtom* atom) const noexcept {
-    const auto end = atoms.begin() + LastIndex() + 1;
-    const auto place = std::find(atoms.begin(), end, atom);
-    return place != end ? static_cast<int>(place - atoms.begin()) : -1;
+int Internals::IndexOf(const CUndoMgr& manager, const CUndoAtom* atom) {
+    CUndoAtom* const* const first = manager.atoms.slots;
+    CUndoAtom* const* const end = first + LastIndex(manager) + 1;
+    CUndoAtom* const* const place = std::find(first, end, atom);
+    return place != end ? static_cast<int>(place - first) : -1;
 }
 
 long long CUndoMgr::AddUndoNode(CUndoAtom* atom) {
-    VTR_REQUIRE(atom == nullptr || !Stands(atom, atoms.begin(), atoms.begin() + LastIndex() + 1));
-    if (atom == nullptr || disableCount > 0 || closing || Walking())
+    VTR_REQUIRE(atom == nullptr ||
+                !Stands(atom, atoms.slots, atoms.slots + Internals::LastIndex(*this) + 1));
+    if (atom == nullptr || disableCount > 0 || closing || Internals::Walking(*this))
         return -1;
-    DiscardRedoChain();
-    if (!Append(atom))
+    Internals::DiscardRedoChain(*this);
+    if (!Internals::Append(*this, atom))
         return -1;
     const long long node = nextNodeID++;
     atom->undoSetID = currentSet;
     atom->nodeID = node;
     currentSetHasAtoms = true;
-    currentIndex = LastIndex();
+    currentIndex = Internals::LastIndex(*this);
     // Atoms whose destructors add others would never come to an end.
     if (!deleting)
-        Trim();
-    if (LastIndex() == 0) {
+        Internals::Trim(*this);
+    if (Internals::LastIndex(*this) == 0) {
         dirty = 1;
-        NotifyStatus();
+        Internals::NotifyStatus(*this);
     } else {
-        ChangeDirty(1);
+        Internals::ChangeDirty(*this, 1);
     }
-    NotifyChange();
+    Internals::NotifyChange(*this);
     return node;
 }
 
 long long CUndoMgr::AddUndoNode(CUndoAtom& atom) {
-    if (disableCount > 0 || closing || Walking())
+    if (disableCount > 0 || closing || Internals::Walking(*this))
         return -1;
     std::unique_ptr<CUndoAtom> clone(atom.Clone());
     const long long node = AddUndoNode(clone.get());
@@ -110,53 +83,50 @@ long long CUndoMgr::AddUndoNode(CUndoAtom& atom) {
     return node;
 }
 
-/// Before what is removed, whose order is of no matter then.
-bool CUndoMgr::Append(CUndoAtom* atom) noexcept {
-    if (removed == 0)
-        return atoms.Append(atom);
-    const unsigned place = atoms.Count() - removed;
-    if (!atoms.Append(atoms[place]))
+bool Internals::Append(CUndoMgr& manager, CUndoAtom* atom) {
+    vtr::Pointers<CUndoAtom> all = Atoms(manager);
+    if (manager.removed == 0)
+        return all.Append(atom);
+    const unsigned place = all.Count() - manager.removed;
+    if (!all.Append(all[place]))
         return false;
-    atoms.Replace(place, atom);
+    all.Replace(place, atom);
     return true;
 }
 
-/// The atoms from `index` on are not in the history any more.
-void CUndoMgr::RemoveFrom(int index) noexcept {
-    if (index <= LastIndex())
-        removed += static_cast<unsigned>(LastIndex() + 1 - index);
+void Internals::RemoveFrom(CUndoMgr& manager, int index) {
+    if (index <= LastIndex(manager))
+        manager.removed += static_cast<unsigned>(LastIndex(manager) + 1 - index);
 }
 
-/// Deletes what was removed, the last first. Destructors of atoms may call back into the manager:
-/// what they remove is deleted here too, by the outermost call, however many of them do so.
-void CUndoMgr::DeleteRemoved() {
-    if (deleting)
+void Internals::DeleteRemoved(CUndoMgr& manager) {
+    if (manager.deleting)
         return;
-    deleting = true;
-    while (removed > 0) {
-        --removed;
-        CUndoAtom* atom = atoms.Remove(atoms.Count() - 1);
-        if (atom == performing)
-            performing = nullptr;
+    manager.deleting = true;
+    while (manager.removed > 0) {
+        --manager.removed;
+        CUndoAtom* atom = Atoms(manager).Remove(Atoms(manager).Count() - 1);
+        if (atom == manager.performing)
+            manager.performing = nullptr;
         else
             delete atom;
     }
-    deleting = false;
+    manager.deleting = false;
 }
 
-void CUndoMgr::DiscardRedoChain() {
-    if (LastIndex() <= currentIndex)
+void Internals::DiscardRedoChain(CUndoMgr& manager) {
+    if (LastIndex(manager) <= manager.currentIndex)
         return;
-    RemoveFrom(currentIndex + 1);
-    ForgetNames();
-    DeleteRemoved();
+    RemoveFrom(manager, manager.currentIndex + 1);
+    ForgetNames(manager);
+    DeleteRemoved(manager);
 }
 
-void CUndoMgr::Trim() {
-    CUndoAtom** const first = atoms.begin();
-    CUndoAtom** const end = first + LastIndex() + 1;
+void Internals::Trim(CUndoMgr& manager) {
+    CUndoAtom** const first = manager.atoms.slots;
+    CUndoAtom** const end = first + LastIndex(manager) + 1;
     CUndoAtom** oldest = first;
-    while (end - oldest > maxUndos && (*oldest)->undoSetID != end[-1]->undoSetID) {
+    while (end - oldest > manager.maxUndos && (*oldest)->undoSetID != end[-1]->undoSetID) {
         const long long set = (*oldest)->undoSetID;
         while ((*oldest)->undoSetID == set)
             ++oldest;
@@ -164,11 +134,11 @@ void CUndoMgr::Trim() {
     if (oldest == first)
         return;
     // After those that stay, and turned around, as the last is deleted first.
-    removed += static_cast<unsigned>(oldest - first);
+    manager.removed += static_cast<unsigned>(oldest - first);
     std::reverse(std::rotate(first, oldest, end), end);
-    ForgetNames();
-    currentIndex = LastIndex();
-    DeleteRemoved();
+    ForgetNames(manager);
+    manager.currentIndex = LastIndex(manager);
+    DeleteRemoved(manager);
 }
 
 void CUndoMgr::SetMaxUndos(int count) noexcept {
@@ -178,28 +148,28 @@ void CUndoMgr::SetMaxUndos(int count) noexcept {
 void CUndoMgr::ClearUndoHistory() {
     currentIndex = savedIndex = -1;
     ClearUndoSetNames();
-    RemoveFrom(0);
-    DeleteRemoved();
-    if (atoms.Count() == 0)
-        atoms.Clear([](CUndoAtom*) {});
+    Internals::RemoveFrom(*this, 0);
+    Internals::DeleteRemoved(*this);
+    if (atoms.count == 0)
+        Internals::Atoms(*this).Reset();
     UpdateDirtyStatus();
 }
 
 void CUndoMgr::DeleteAllNodesAfterNode(CUndoAtom* atom) {
-    const int index = IndexOf(atom);
+    const int index = Internals::IndexOf(*this, atom);
     if (index < 0)
         return;
     currentIndex = index;
     currentSet = atom->undoSetID;
     currentSetHasAtoms = true;
-    RemoveFrom(index + 1);
-    DeleteRemoved();
-    NotifyChange();
+    Internals::RemoveFrom(*this, index + 1);
+    Internals::DeleteRemoved(*this);
+    Internals::NotifyChange(*this);
 }
 
 void CUndoMgr::DeleteUndoEventsByID(long long set) {
-    CUndoAtom** const end = atoms.begin() + LastIndex() + 1;
-    CUndoAtom** kept = atoms.begin();
+    CUndoAtom** kept = atoms.slots;
+    CUndoAtom** const end = kept + Internals::LastIndex(*this) + 1;
     for (CUndoAtom** atom = kept; atom != end; ++atom) {
         if ((*atom)->undoSetID != set)
             std::swap(*kept++, *atom);
@@ -210,20 +180,20 @@ void CUndoMgr::DeleteUndoEventsByID(long long set) {
     std::sort(kept, end,
               [](const CUndoAtom* a, const CUndoAtom* b) { return a->nodeID < b->nodeID; });
     removed += static_cast<unsigned>(end - kept);
-    DeleteRemoved();
-    NotifyChange();
+    Internals::DeleteRemoved(*this);
+    Internals::NotifyChange(*this);
 }
 
 bool CUndoMgr::AtomInList(CUndoAtom* atom) noexcept {
-    return IndexOf(atom) >= 0;
+    return Internals::IndexOf(*this, atom) >= 0;
 }
 
 CUndoAtom* CUndoMgr::GetLastNode() noexcept {
-    return AtomAt(LastIndex());
+    return Internals::AtomAt(*this, Internals::LastIndex(*this));
 }
 
 const void* CUndoMgr::LastUndoNode() const noexcept {
-    return AtomAt(LastIndex());
+    return Internals::AtomAt(*this, Internals::LastIndex(*this));
 }
 
 long long CUndoMgr::LastUndoNodeID() noexcept {
@@ -232,9 +202,9 @@ long long CUndoMgr::LastUndoNodeID() noexcept {
 }
 
 CUndoAtom* CUndoMgr::GetUndoNodeByID(long long nodeID) noexcept {
-    for (int i = LastIndex(); i >= 0; --i) {
-        if (AtomAt(i)->nodeID == nodeID)
-            return AtomAt(i);
+    for (int i = Internals::LastIndex(*this); i >= 0; --i) {
+        if (Internals::AtomAt(*this, i)->nodeID == nodeID)
+            return Internals::AtomAt(*this, i);
     }
     return nullptr;
 }

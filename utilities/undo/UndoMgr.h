@@ -2,11 +2,12 @@
 #define VTRUTILS_UNDO_UNDOMGR_H
 
 #include "utilities/Export.h"
-#include "utilities/base/PtrArray.h"
+#include "utilities/Fields.h"
 
 /// One reversible change, as a host describes it. Hosts derive from it; the order of fields and
 /// virtual operations is fixed. None of the operations may throw. `Perform` and the destructor may
-/// call the manager, `Clone` and `GetDescription` may only ask it.
+/// call any function of the manager; `Clone` and `GetDescription` may only call those that change
+/// nothing.
 /// Thread-safety: one thread at a time.
 class CUndoAtom {
 public:
@@ -15,7 +16,7 @@ public:
     /// A new copy, made with `new`; null when there is none.
     virtual CUndoAtom* Clone() = 0;
 
-    /// Takes the change back, or with `redo` makes it again.
+    /// Takes the change back or, with `redo`, makes it again.
     virtual void Perform(bool redo) = 0;
 
     /// Writes a text of at most `size` bytes, its terminator included.
@@ -38,45 +39,47 @@ protected:
 /// for each elementary change; `Undo` and `Redo` from its menu; `OnSave` after saving.
 ///
 /// The document counts as clean while the current index is the one at the last save. Only indices
-/// are compared, which gives answers that a host may not expect:
+/// are compared, so some answers may surprise a host:
 ///  - all sets undone: clean, even if it was saved with five of them in effect;
 ///  - saved at index 2, undone to 0, two other atoms added: dirty, but clean after `Undo` and
-///    `Redo`, which come back to index 2;
-///  - of at most 2 atoms, each a set, both are saved (index 1) and a third is added: the oldest is
-///    trimmed, and after `Undo` and `Redo` the unsaved atom at index 1 counts as saved.
+///    `Redo`, which return to index 2;
+///  - with a maximum of 2, two sets of one atom each are saved (index 1), and a third is added: the
+///    oldest is trimmed, and after `Undo` and `Redo` the document counts as saved, though the atom
+///    at index 1 is not.
 ///
-/// Atoms and callbacks may call the manager, which must outlive every call. Within `Perform`
-/// nothing is added, undone or redone; within an atom's destructor nothing is undone, redone or
-/// trimmed, and nothing added once the manager is being destroyed. What is removed is out of the
-/// history at once, and deleted when the outermost call that removes any ends; an atom that is
-/// running, when it returns. Removing it or an earlier one ends the `Undo` or `Redo`, with the
-/// current index as the removal left it. Thread-safety: one thread at a time. Callbacks and atoms
-/// are called on the caller's thread.
+/// Atoms and callbacks may call the manager, which must outlive every call. While `Perform` runs,
+/// calls to add, undo or redo do nothing. While an atom's destructor runs, calls to undo or redo do
+/// nothing and no atom is trimmed; once the manager is being destroyed, none is added either. A
+/// removed atom leaves the history at once. It is deleted when the outermost call that removes
+/// atoms ends, or, if its `Perform` is running, when that returns. If that atom or an earlier one
+/// is removed, the `Undo` or `Redo` ends, and the current index stays as the removal left it.
+/// Thread-safety: one thread at a time. Callbacks and atoms are called on the caller's thread.
 class VTRUTILS_API CUndoMgr {
 public:
     /// See `SetMaxUndos`.
     explicit CUndoMgr(int maxUndos) noexcept;
     CUndoMgr(const CUndoMgr&) = delete;
     CUndoMgr& operator=(const CUndoMgr&) = delete;
-    /// Calls `ClearUndoHistory`, and so the callbacks.
+    /// Calls `ClearUndoHistory`, which calls the callbacks.
     virtual ~CUndoMgr();
 
-    /// Adds the atom to the current set, as the newest in effect, and marks the document dirty; the
-    /// status callback is called in any case for the first atom of an empty history. What could be
-    /// redone is deleted, the newest first. Then the oldest sets, each as a whole, are deleted
-    /// while there are more atoms than the maximum; the set of the new atom never is. The names of
-    /// both are forgotten. Returns the node ID. -1 for null, while new undos are disabled, and when
-    /// memory runs out: the atom then stays its caller's. Requires: the atom was made with `new`
-    /// and is in no manager.
+    /// Adds the atom to the current set, as the newest in effect, and marks the document dirty; for
+    /// the first atom of an empty history, the status callback is called even if the document was
+    /// dirty. What could be redone is deleted, the newest first. Then, while there are more atoms
+    /// than the maximum, the oldest set is deleted as a whole, but never the set of the new atom.
+    /// The names of all deleted sets are forgotten. Returns the node ID. -1 for null, while new
+    /// undos are disabled, and if memory runs out: the atom then stays the caller's. Requires: the
+    /// atom was made with `new` and is in no manager.
     long long AddUndoNode(CUndoAtom* atom);
 
-    /// Adds a clone, and marks the document dirty also when there is none or no memory for it. The
-    /// atom stays its caller's. -1 as above and when there is no clone.
+    /// Adds a clone. The atom stays the caller's. -1 while new undos are disabled, if `Clone` gives
+    /// null, and if memory runs out; in the last two cases the document is marked dirty all the
+    /// same.
     long long AddUndoNode(CUndoAtom& atom);
 
     /// Takes back the atoms of the set at the current index, the newest first; `Redo` makes the set
-    /// above it again, the oldest first. Nothing when there is none. New undos are disabled
-    /// meanwhile. Sets are told apart by the low 32 bits of their numbers.
+    /// above it again, the oldest first. Does nothing if there is no such set. New undos are
+    /// disabled meanwhile. Sets are told apart by the low 32 bits of their numbers.
     void Undo();
     void Redo();
 
@@ -88,11 +91,10 @@ public:
     /// no atoms yet.
     bool NextUndoSet() noexcept;
 
-    /// The same; then the set that is current, a new one or not, gets the name. Nothing while
-    /// frozen.
+    /// The same; then the current set, new or not, gets the name. Does nothing while frozen.
     bool NextUndoSet(const char* name) noexcept;
 
-    /// Null or "" leaves the set without a name. Nothing while frozen or when memory runs out.
+    /// Null or "" leaves the set without a name. Does nothing while frozen or if memory runs out.
     void SetCurrentUndoSetName(const char* name) noexcept;
 
     /// Names the set if it was ever named before; otherwise the current set gets the name, whatever
@@ -110,12 +112,13 @@ public:
     const char* GetUndoSetName(int set) const noexcept;
     const char* GetRedoSetName() const noexcept;
 
-    /// The description of the newest atom of the set that `Undo` or `Redo` is for. "" when there is
-    /// none; the first form then zeroes the whole buffer. Nothing for a null buffer or a size of 0.
+    /// The description of the newest atom of the set that `Undo` or `Redo` is for. "" if there is
+    /// none; the first function then zeroes the whole buffer. Does nothing for a null buffer or a
+    /// size of 0.
     void GetCurrentUndoText(char* buffer, unsigned int size);
     void GetCurrentRedoText(char* buffer, unsigned int size);
 
-    /// While frozen, once or several times, no set begins, is renamed or goes.
+    /// While frozen, once or several times, no set is begun, renamed or taken back.
     void FreezeUndoSet() noexcept;
     void UnfreezeUndoSet() noexcept;
     bool UndoSetsFrozen() const noexcept;
@@ -135,13 +138,13 @@ public:
     void SetDirty(int value);
     void ForceSetDirty(int value);
 
-    /// Dirty or clean as the indices tell.
+    /// Makes the document dirty or clean, as the indices tell.
     void UpdateDirtyStatus();
 
-    /// The current index counts as saved from now on.
+    /// From now on, the current index counts as saved.
     void OnSave();
 
-    /// Called when `Dirty()` changes, with 1, 0 or what `SetDirty` got. Null for none.
+    /// Called when `Dirty()` changes, with 1, 0 or what `SetDirty` got. Null: no callback.
     void SetDirtyStatusCallback(void (*callback)(int dirty, void* userData),
                                 void* userData) noexcept;
 
@@ -151,12 +154,12 @@ public:
     /// How many atoms are kept; heeded when the next one is added.
     void SetMaxUndos(int count) noexcept;
 
-    /// Deletes all atoms and set names; clean afterwards, with nothing saved. Set numbers and node
-    /// IDs go on from where they were.
+    /// Deletes all atoms and set names. The document is clean afterwards, and no index counts as
+    /// saved. Set numbers and node IDs continue from where they were.
     void ClearUndoHistory();
 
-    /// Makes the atom the newest in effect, its set the current one, and deletes all above it, the
-    /// newest first. Nothing when it is not in the history.
+    /// Makes the atom the newest in effect and its set the current one, and deletes all atoms above
+    /// it, the newest first. Does nothing if the atom is not in the history.
     void DeleteAllNodesAfterNode(CUndoAtom* atom);
 
     /// Deletes the atoms of the set, the newest first. Current and saved index stay as they are: of
@@ -164,13 +167,13 @@ public:
     /// as in effect; without C, there would be nothing to undo until an atom is added.
     void DeleteUndoEventsByID(long long set);
 
-    /// Goes back to the set before and forgets the name of this one. False while frozen, when the
-    /// current set has atoms, and for the first.
+    /// Goes back to the set before and forgets the name of this one. False while frozen, if the
+    /// current set has atoms, and if it is the first.
     bool DeleteCurrentUndoSetIfEmpty() noexcept;
 
     bool AtomInList(CUndoAtom* atom) noexcept;
 
-    /// The last atom of the history, in effect or not. Null, or an ID of 0, when there is none.
+    /// The last atom of the history, in effect or not. Null, or an ID of 0, if there is none.
     CUndoAtom* GetLastNode() noexcept;
     const void* LastUndoNode() const noexcept;
     long long LastUndoNodeID() noexcept;
@@ -183,31 +186,12 @@ protected:
     void DeleteUndoSetNameInfo(long long set) noexcept;
 
 private:
-    friend struct vtr::Layout<CUndoMgr>;
+    friend struct vtr::Internals<CUndoMgr>;
     struct SetName;
-
-    int LastIndex() const noexcept;
-    CUndoAtom* AtomAt(int index) const noexcept;
-    int IndexOf(const CUndoAtom* atom) const noexcept;
-    bool Walking() const noexcept;
-    bool Append(CUndoAtom* atom) noexcept;
-    bool PerformCurrent(bool redo);
-    void RemoveFrom(int index) noexcept;
-    void DeleteRemoved();
-    void DiscardRedoChain();
-    void Trim();
-    void ChangeDirty(int value);
-    void NotifyStatus();
-    void NotifyChange();
-    unsigned NameIndex(long long set) const noexcept;
-    void ForgetNames() noexcept;
-    void ForgetNames(unsigned first, unsigned last) noexcept;
-    SetName* NameOf(long long set) const noexcept;
-    SetName* MakeNameOfCurrentSet() noexcept;
 
     long long currentSet;
     long long nextNodeID;
-    vtr::PtrArray<CUndoAtom> atoms; ///< those in the history, then `removed` that are not
+    vtr::PointerFields<CUndoAtom> atoms; ///< those in the history, then `removed` that are not
     int currentIndex;
     [[maybe_unused]] int one; ///< always 1
     int maxUndos;
@@ -219,29 +203,30 @@ private:
     int disableCount;
     bool currentSetHasAtoms;
     int freezeCount;
-    vtr::PtrArray<SetName> setNames; ///< in ascending order of set numbers, each once
+    vtr::PointerFields<SetName> setNames; ///< in ascending order of set numbers, each once
     bool undoInProgress;
     bool redoInProgress;
     bool deleting; ///< removed atoms
     bool closing;  ///< the destructor runs
     unsigned removed;
-    CUndoAtom* performing; ///< the atom whose `Perform` runs; null for none or when it is removed
+    CUndoAtom* performing; ///< the atom whose `Perform` runs; null: none, or it was removed
 };
 
-/// While it lives, what is recorded goes into one undo set.
+/// While it exists, all atoms that are added belong to one undo set.
 /// Thread-safety: one thread at a time.
 class VTRUTILS_API CUndoSetFreezer {
 public:
     /// Begins a set of this name, unless the name is null, and freezes it; within another guard,
-    /// the outer one's set stays. Nothing for a null manager, which otherwise must outlive this.
+    /// the outer one's set stays. The manager must outlive this object. Does nothing for a null
+    /// manager.
     CUndoSetFreezer(CUndoMgr* manager, const char* name) noexcept;
     CUndoSetFreezer(const CUndoSetFreezer&) = delete;
     CUndoSetFreezer& operator=(const CUndoSetFreezer&) = delete;
-    /// Takes the set back, if this began it, nothing was recorded and nothing else freezes it.
+    /// Takes the set back if this object began it, it has no atoms, and nothing else freezes it.
     ~CUndoSetFreezer();
 
 private:
-    friend struct vtr::Layout<CUndoSetFreezer>;
+    friend struct vtr::Internals<CUndoSetFreezer>;
 
     CUndoMgr* manager;
     bool advanced; ///< this began a set

@@ -1,17 +1,12 @@
 // Undo sets: their numbers, names and freezing.
 
-#include "utilities/base/OwnedText.h"
-#include "utilities/undo/UndoMgr.h"
+#include "utilities/undo/UndoInternals.h"
 
 #include <algorithm>
-#include <cstddef>
 #include <memory>
 #include <new>
 
-struct CUndoMgr::SetName {
-    unsigned set; ///< the low 32 bits of the set's number
-    vtr::OwnedText name;
-};
+using Internals = vtr::Internals<CUndoMgr>;
 
 bool CUndoMgr::NextUndoSet() noexcept {
     if (UndoSetsFrozen() || !currentSetHasAtoms)
@@ -34,32 +29,32 @@ bool CUndoMgr::DeleteCurrentUndoSetIfEmpty() noexcept {
         return false;
     DeleteUndoSetNameInfo(currentSet);
     --currentSet;
-    for (int i = LastIndex(); i >= 0 && !currentSetHasAtoms; --i)
-        currentSetHasAtoms = AtomAt(i)->undoSetID == currentSet;
+    for (int i = Internals::LastIndex(*this); i >= 0 && !currentSetHasAtoms; --i)
+        currentSetHasAtoms = Internals::AtomAt(*this, i)->undoSetID == currentSet;
     return true;
 }
 
-/// Where the record of the set is, or would be.
-unsigned CUndoMgr::NameIndex(long long set) const noexcept {
+unsigned Internals::NameIndex(const CUndoMgr& manager, long long set) {
+    const vtr::ConstPointers<SetName> names(manager.setNames);
     const auto place = std::lower_bound(
-        setNames.begin(), setNames.end(), static_cast<unsigned>(set),
+        names.begin(), names.end(), static_cast<unsigned>(set),
         [](const SetName* record, unsigned wanted) { return record->set < wanted; });
-    return static_cast<unsigned>(place - setNames.begin());
+    return static_cast<unsigned>(place - names.begin());
 }
 
-CUndoMgr::SetName* CUndoMgr::NameOf(long long set) const noexcept {
-    SetName* record = setNames.At(NameIndex(set));
+Internals::SetName* Internals::NameOf(const CUndoMgr& manager, long long set) {
+    SetName* record = manager.setNames.At(NameIndex(manager, set));
     return record != nullptr && record->set == static_cast<unsigned>(set) ? record : nullptr;
 }
 
-/// Null when memory runs out.
-CUndoMgr::SetName* CUndoMgr::MakeNameOfCurrentSet() noexcept {
-    SetName* existing = NameOf(currentSet);
+Internals::SetName* Internals::MakeNameOfCurrentSet(CUndoMgr& manager) {
+    SetName* existing = NameOf(manager, manager.currentSet);
     if (existing != nullptr)
         return existing;
-    std::unique_ptr<SetName> record(new (std::nothrow)
-                                        SetName{static_cast<unsigned>(currentSet), nullptr});
-    if (record == nullptr || !setNames.Insert(NameIndex(currentSet), record.get()))
+    std::unique_ptr<SetName> record(
+        new (std::nothrow) SetName{static_cast<unsigned>(manager.currentSet), nullptr});
+    if (record == nullptr ||
+        !Names(manager).Insert(NameIndex(manager, manager.currentSet), record.get()))
         return nullptr;
     return record.release();
 }
@@ -67,9 +62,9 @@ CUndoMgr::SetName* CUndoMgr::MakeNameOfCurrentSet() noexcept {
 void CUndoMgr::SetUndoSetName(long long set, const char* name, bool) noexcept {
     if (UndoSetsFrozen())
         return;
-    SetName* record = NameOf(set);
+    SetName* record = Internals::NameOf(*this, set);
     if (record == nullptr)
-        record = MakeNameOfCurrentSet();
+        record = Internals::MakeNameOfCurrentSet(*this);
     if (record != nullptr)
         record->name = vtr::CopyText(name);
 }
@@ -83,50 +78,48 @@ void CUndoMgr::SetCurrentUndoSetName(const char* name) noexcept {
 }
 
 const char* CUndoMgr::GetUndoSetName(int set) const noexcept {
-    const SetName* record = NameOf(set);
+    const SetName* record = Internals::NameOf(*this, set);
     return record != nullptr ? record->name.get() : nullptr;
 }
 
 const char* CUndoMgr::GetUndoSetName() const noexcept {
-    const CUndoAtom* atom = AtomAt(currentIndex);
+    const CUndoAtom* atom = Internals::AtomAt(*this, currentIndex);
     return atom != nullptr ? GetUndoSetName(static_cast<int>(atom->undoSetID)) : nullptr;
 }
 
 const char* CUndoMgr::GetRedoSetName() const noexcept {
-    const CUndoAtom* atom = AtomAt(currentIndex + 1);
+    const CUndoAtom* atom = Internals::AtomAt(*this, currentIndex + 1);
     return atom != nullptr ? GetUndoSetName(static_cast<int>(atom->undoSetID)) : nullptr;
 }
 
 void CUndoMgr::ClearUndoSetNames() noexcept {
-    setNames.Clear([](const SetName* record) { delete record; });
+    Internals::Names(*this).Clear([](const SetName* record) { delete record; });
 }
 
 void CUndoMgr::DeleteUndoSetNameInfo(long long set) noexcept {
-    if (NameOf(set) != nullptr)
-        delete setNames.Remove(NameIndex(set));
+    if (Internals::NameOf(*this, set) != nullptr)
+        delete Internals::Names(*this).Remove(Internals::NameIndex(*this, set));
 }
 
-/// Deletes the records of all sets before the oldest and after the newest atom.
-void CUndoMgr::ForgetNames() noexcept {
-    const CUndoAtom* newest = AtomAt(LastIndex());
+void Internals::ForgetNames(CUndoMgr& manager) {
+    const CUndoAtom* newest = AtomAt(manager, LastIndex(manager));
     unsigned kept = 0;
     if (newest != nullptr)
-        kept = NameIndex(newest->undoSetID) + (NameOf(newest->undoSetID) != nullptr ? 1 : 0);
-    ForgetNames(kept, setNames.Count());
+        kept = NameIndex(manager, newest->undoSetID) +
+               (NameOf(manager, newest->undoSetID) != nullptr ? 1 : 0);
+    ForgetNames(manager, kept, Names(manager).Count());
     if (newest != nullptr)
-        ForgetNames(0, NameIndex(AtomAt(0)->undoSetID));
+        ForgetNames(manager, 0, NameIndex(manager, AtomAt(manager, 0)->undoSetID));
 }
 
-/// From `first` to before `last`. That of the current set stays: it may have been made before the
-/// set's first atom.
-void CUndoMgr::ForgetNames(unsigned first, unsigned last) noexcept {
+void Internals::ForgetNames(CUndoMgr& manager, unsigned first, unsigned last) {
     const auto destroy = [](const SetName* record) { delete record; };
-    const unsigned own = NameIndex(currentSet);
-    if (NameOf(currentSet) != nullptr && own >= first && own < last) {
-        setNames.RemoveRange(own + 1, last, destroy);
+    const unsigned own = NameIndex(manager, manager.currentSet);
+    if (NameOf(manager, manager.currentSet) != nullptr && own >= first && own < last) {
+        Names(manager).RemoveRange(own + 1, last, destroy);
         last = own;
     }
-    setNames.RemoveRange(first, last, destroy);
+    Names(manager).RemoveRange(first, last, destroy);
 }
 
 void CUndoMgr::FreezeUndoSet() noexcept {
@@ -147,9 +140,10 @@ int CUndoMgr::GetUndoSetFreezeCount() const noexcept {
 }
 
 template <>
-struct vtr::Layout<CUndoSetFreezer> {
-    static_assert(sizeof(CUndoSetFreezer) == 16 && offsetof(CUndoSetFreezer, manager) == 0);
-    static_assert(offsetof(CUndoSetFreezer, advanced) == 8);
+struct vtr::Internals<CUndoSetFreezer> {
+    static_assert(sizeof(CUndoSetFreezer) == 16);
+    VTR_FIELD_AT(CUndoSetFreezer, manager, 0);
+    VTR_FIELD_AT(CUndoSetFreezer, advanced, 8);
 };
 
 CUndoSetFreezer::CUndoSetFreezer(CUndoMgr* guarded, const char* name) noexcept

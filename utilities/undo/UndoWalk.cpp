@@ -1,8 +1,10 @@
 // Undoing and redoing one set, and what both will be for.
 
-#include "utilities/undo/UndoMgr.h"
+#include "utilities/undo/UndoInternals.h"
 
 #include <cstring>
+
+using Internals = vtr::Internals<CUndoMgr>;
 
 namespace {
 
@@ -12,16 +14,12 @@ bool SameSet(long long left, long long right) {
 
 } // namespace
 
-bool CUndoMgr::Walking() const noexcept {
-    return undoInProgress || redoInProgress;
-}
-
 int CUndoMgr::CanUndo() const noexcept {
-    return AtomAt(currentIndex) != nullptr ? 1 : 0;
+    return Internals::AtomAt(*this, currentIndex) != nullptr ? 1 : 0;
 }
 
 int CUndoMgr::CanRedo() const noexcept {
-    return AtomAt(currentIndex + 1) != nullptr ? 1 : 0;
+    return Internals::AtomAt(*this, currentIndex + 1) != nullptr ? 1 : 0;
 }
 
 bool CUndoMgr::IsUndoInProgress() const noexcept {
@@ -32,52 +30,50 @@ bool CUndoMgr::IsRedoInProgress() const noexcept {
     return redoInProgress;
 }
 
-/// False when the atom, or the index, is not where it was: the walk over the set has lost its
-/// place.
-bool CUndoMgr::PerformCurrent(bool redo) {
-    const int index = currentIndex;
-    CUndoAtom* atom = AtomAt(index);
-    performing = atom;
+bool Internals::PerformCurrent(CUndoMgr& manager, bool redo) {
+    const int index = manager.currentIndex;
+    CUndoAtom* atom = AtomAt(manager, index);
+    manager.performing = atom;
     atom->Perform(redo);
-    const bool isRemoved = performing == nullptr;
-    performing = nullptr;
+    const bool isRemoved = manager.performing == nullptr;
+    manager.performing = nullptr;
     if (isRemoved)
         delete atom;
-    return !isRemoved && currentIndex == index && AtomAt(index) == atom;
+    return !isRemoved && manager.currentIndex == index && AtomAt(manager, index) == atom;
 }
 
 void CUndoMgr::Undo() {
-    if (CanUndo() == 0 || Walking() || deleting)
+    if (CanUndo() == 0 || Internals::Walking(*this) || deleting)
         return;
     DisableNewUndos();
     undoInProgress = true;
-    const long long set = AtomAt(currentIndex)->undoSetID;
+    const long long set = Internals::AtomAt(*this, currentIndex)->undoSetID;
     const auto goesOn = [&] {
-        const CUndoAtom* atom = AtomAt(currentIndex);
+        const CUndoAtom* atom = Internals::AtomAt(*this, currentIndex);
         return atom != nullptr && SameSet(atom->undoSetID, set);
     };
-    while (goesOn() && PerformCurrent(/*redo=*/false))
+    while (goesOn() && Internals::PerformCurrent(*this, /*redo=*/false))
         --currentIndex;
 
     UpdateDirtyStatus();
-    ChangeDirty(currentIndex == savedIndex || currentIndex < 0 ? 0 : 1);
-    NotifyChange();
+    Internals::ChangeDirty(*this, currentIndex == savedIndex || currentIndex < 0 ? 0 : 1);
+    Internals::NotifyChange(*this);
     EnableNewUndos();
     undoInProgress = false;
 }
 
 void CUndoMgr::Redo() {
-    if (CanRedo() == 0 || Walking() || deleting)
+    if (CanRedo() == 0 || Internals::Walking(*this) || deleting)
         return;
     ++currentIndex;
     DisableNewUndos();
     redoInProgress = true;
-    const long long set = AtomAt(currentIndex)->undoSetID;
+    const long long set = Internals::AtomAt(*this, currentIndex)->undoSetID;
     const auto goesOn = [&] {
-        const CUndoAtom* next = AtomAt(currentIndex + 1);
+        const CUndoAtom* next = Internals::AtomAt(*this, currentIndex + 1);
         return next != nullptr && SameSet(next->undoSetID, set);
     };
-    while (PerformCurrent(/*redo=*/true) && goesOn())
+    while (Internals::PerformCurrent(*this, /*redo=*/true) && goesOn())
         ++currentIndex;
 
     UpdateDirtyStatus();
@@ -89,7 +85,7 @@ void CUndoMgr::GetCurrentUndoText(char* buffer, unsigned int size) {
     if (buffer == nullptr || size == 0)
         return;
     std::memset(buffer, 0, size);
-    CUndoAtom* atom = AtomAt(currentIndex);
+    CUndoAtom* atom = Internals::AtomAt(*this, currentIndex);
     if (atom != nullptr)
         atom->GetDescription(buffer, size);
 }
@@ -98,13 +94,13 @@ void CUndoMgr::GetCurrentRedoText(char* buffer, unsigned int size) {
     if (buffer == nullptr || size == 0)
         return;
     buffer[0] = '\0';
-    CUndoAtom* last = AtomAt(currentIndex + 1);
+    CUndoAtom* last = Internals::AtomAt(*this, currentIndex + 1);
     if (last == nullptr)
         return;
-    for (int i = currentIndex + 2; i <= LastIndex(); ++i) {
-        if (!SameSet(AtomAt(i)->undoSetID, last->undoSetID))
+    for (int i = currentIndex + 2; i <= Internals::LastIndex(*this); ++i) {
+        if (!SameSet(Internals::AtomAt(*this, i)->undoSetID, last->undoSetID))
             break;
-        last = AtomAt(i);
+        last = Internals::AtomAt(*this, i);
     }
     last->GetDescription(buffer, size);
 }

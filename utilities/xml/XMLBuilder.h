@@ -1,6 +1,7 @@
 #ifndef VTRUTILS_XML_XMLBUILDER_H
 #define VTRUTILS_XML_XMLBUILDER_H
 
+#include "utilities/base/PtrArray.h"
 #include "utilities/xml/XMLNode.h"
 #include "utilities/xml/XMLStorage.h"
 
@@ -43,20 +44,20 @@ private:
         Text(std::string_view text) : start(text.data()), length(text.size()) {}
 
         std::size_t Room() const { return start != nullptr ? length + 1 : 0; }
-        /// A copy in `room`, null for null; `room` moves behind it.
+        /// A copy in `room`, null for null; `room` moves past it.
         char* CopyTo(char*& room) const;
 
         const char* start;
         std::size_t length;
     };
 
-    static bool Append(PtrArray<CXMLValue>& list, CXMLValue* value);
+    static bool Append(Pointers<CXMLValue> list, CXMLValue* value);
     CXMLValue* MakeValue(Text fieldName, Text value);
-    void CopyValues(const PtrArray<CXMLValue>& source, PtrArray<CXMLValue>& target);
+    void CopyValues(ConstPointers<CXMLValue> source, Pointers<CXMLValue> target);
     void CopyOwn(const CXMLNode& source, CXMLNode& target);
     CXMLNode* CopyChild(const CXMLNode& source, CXMLNode& targetParent);
 
-    // Look-ups go through the nodes only, one behind the other.
+    // Look-ups go through the nodes only, one after the other.
     XMLStorage nodes;
     XMLStorage values;
 };

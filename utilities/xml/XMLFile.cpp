@@ -4,13 +4,21 @@
 #include "utilities/base/ByteSearch.h"
 #include "utilities/base/CodePage.h"
 #include "utilities/base/TextFile.h"
+#include "utilities/xml/XMLInternals.h"
 #include "utilities/xml/XMLLoader.h"
 #include "vtrfutls/Log.h"
 
 #include <climits>
 #include <shlwapi.h>
 
-static_assert(sizeof(CXMLNode) == 104 && sizeof(CXMLFile) == 128);
+template <>
+struct vtr::Internals<CXMLFile> {
+    static_assert(sizeof(CXMLFile) == 128);
+    VTR_FIELD_AT(CXMLFile, loadCallback, 104);
+    VTR_FIELD_AT(CXMLFile, loadUser, 112);
+    VTR_FIELD_AT(CXMLFile, bufferLength, 120);
+    VTR_FIELD_AT(CXMLFile, shouldDeHTMLifyLoads, 124);
+};
 
 namespace {
 
@@ -84,12 +92,11 @@ bool CXMLFile::LoadFromBuffer(char* text) noexcept {
     if (length == 0 || length >= INT_MAX)
         return false;
     bufferLength = static_cast<unsigned>(length);
-    Clear();
-    progressCallback = loadCallback;
-    progressUser = loadUser;
-    fileSize = bufferLength;
-    shouldDeHTMLify = shouldDeHTMLifyLoads;
-    sequenceNumber = 0;
+    vtr::XMLNodeInternals::Clear(*this);
+    vtr::XMLNodeInternals::SetProgress(*this, loadCallback, loadUser);
+    SetFileSize(bufferLength);
+    CXMLNode::SetShouldDeHTMLify(shouldDeHTMLifyLoads);
+    SetSequenceNumber(0);
     vtr::XMLLoader(*this, std::string_view(text, length)).Run();
     Log("Leaving CXMLFile::Open, normal exit");
     return true;

@@ -1,6 +1,7 @@
 #include "utilities/xml/XMLLoader.h"
 
 #include "utilities/base/SameText.h"
+#include "utilities/xml/XMLInternals.h"
 #include "utilities/xml/XMLTagText.h"
 #include "utilities/xml/XMLText.h"
 
@@ -15,16 +16,19 @@ namespace {
 /// in its parent.
 constexpr unsigned mostTokens = 999'999;
 
-/// Also all bytes above 0x7F: what stands between tags in other alphabets only, is no text.
+/// All bytes above 0x7F count too: what has only letters of other alphabets is not a text.
 bool IsBlank(char c) {
     return c == ' ' || static_cast<signed char>(c) <= '\r';
 }
 
-bool IsSameName(const char* name, unsigned short key, std::string_view other) {
+bool HasName(const CXMLNode& node, std::string_view other) {
+    const char* name = node.Name();
+    if (name == nullptr)
+        return false;
     // Mostly it is the same, letter by letter.
     if (std::strncmp(name, other.data(), other.size()) == 0)
         return name[other.size()] == '\0';
-    if (!MayBeSameXMLName(key, XMLNameKey(other)))
+    if (!MayBeSameXMLName(XMLNodeInternals::NameKey(node), XMLNameKey(other)))
         return false;
     const OwnedText copy(CopyXMLText(other));
     return copy != nullptr && SameText(name, copy.get());
@@ -40,8 +44,7 @@ void XMLLoader::Run() {
     while (open != nullptr && scanner.Next(position, token)) {
         MeetToken();
         ReadTexts();
-        const bool closes = token.startKind == XMLStart::closing && open->name != nullptr &&
-                            IsSameName(open->name, open->nameKey, token.name);
+        const bool closes = token.startKind == XMLStart::closing && HasName(*open, token.name);
         if (!closes && BeginChild()) {
             MeetToken();
             ReadOwnTag();
@@ -58,10 +61,9 @@ void XMLLoader::Run() {
 
 /// A node whose tag has no name takes that of the next token that has one.
 void XMLLoader::MeetToken() {
-    if (open->name == nullptr && !token.name.empty())
+    if (open->Name() == nullptr && !token.name.empty())
         XMLBuilder::SetName(*open, token.name);
-    if (open->progressCallback != nullptr)
-        open->progressCallback(static_cast<unsigned>(position), open->fileSize, open->progressUser);
+    XMLNodeInternals::TellProgress(*open, position);
 }
 
 void XMLLoader::ReadOwnTag() {
@@ -85,11 +87,11 @@ void XMLLoader::ReadOwnTag() {
 }
 
 void XMLLoader::ReadTexts() {
-    const std::string_view between = token.behindComment
+    const std::string_view between = token.afterComment
                                          ? WithoutComments(position, token.start)
                                          : text.substr(position, token.start - position);
     if (!std::all_of(between.begin(), between.end(), IsBlank))
-        builder.AddContent(*open, open->name, between);
+        builder.AddContent(*open, open->Name(), between);
 }
 
 /// Valid until the next call; empty when memory runs out.
@@ -106,7 +108,7 @@ std::string_view XMLLoader::WithoutComments(std::size_t from, std::size_t to) {
         const std::size_t comment = std::min(text.find('<', from), to);
         std::memcpy(scratch.get() + length, text.data() + from, comment - from);
         length += comment - from;
-        from = comment < to ? scanner.BehindComment(comment) : to;
+        from = comment < to ? scanner.AfterComment(comment) : to;
     }
     return {scratch.get(), length};
 }
@@ -120,11 +122,8 @@ bool XMLLoader::BeginChild() {
                                       .contentStrings = isClosed ? 0U : 1U});
     if (child == nullptr)
         return false;
-    child->parent = open;
-    child->progressCallback = open->progressCallback;
-    child->progressUser = open->progressUser;
-    child->fileSize = open->fileSize;
-    child->shouldDeHTMLify = open->shouldDeHTMLify;
+    XMLNodeInternals::SetParent(*child, *open, open->NumChildren());
+    XMLNodeInternals::CopyLoadFields(*open, *child);
     open = child;
     return true;
 }
@@ -133,18 +132,18 @@ bool XMLLoader::BeginChild() {
 void XMLLoader::Complete() {
     do
         Close();
-    while (open != nullptr && 1 + open->children.Count() >= mostTokens);
+    while (open != nullptr && 1 + open->NumChildren() >= mostTokens);
 }
 
 /// Hands the open node to its parent, which is open then.
 void XMLLoader::Close() {
     CXMLNode* node = open;
-    open = node == &root ? nullptr : node->parent;
+    open = node == &root ? nullptr : XMLNodeInternals::Parent(*node);
     if (open == nullptr)
         return;
     if (!XMLBuilder::AddChild(*open, node))
         delete node;
-    else if (open->shouldDeHTMLify)
+    else if (open->ShouldDeHTMLify())
         node->DeHTMLify(/*recursive=*/false);
 }
 

@@ -7,9 +7,8 @@
 
 namespace vtr {
 
-/// Builds the tree of an XML text below a root that holds nothing yet. Goes through the text once;
-/// that open nodes know their parents stands in place of recursion. Private to the library. One
-/// thread at a time.
+/// Builds the tree of an XML text below a root that is empty. Goes through the text once, without
+/// recursion: open nodes know their parents. Private to the library. One thread at a time.
 class XMLLoader {
 public:
     XMLLoader(CXMLNode& top, std::string_view whole)

@@ -1,9 +1,11 @@
 #include "common/Require.h"
+#include "utilities/base/CaseBit.h"
 #include "utilities/base/OwnedText.h"
 #include "utilities/base/SameText.h"
-#include "utilities/xml/XMLNode.h"
+#include "utilities/xml/XMLInternals.h"
 #include "utilities/xml/XMLText.h"
 
+using Internals = vtr::XMLNodeInternals;
 using vtr::IsEmptyText;
 
 namespace {
@@ -22,13 +24,8 @@ public:
     }
 
     bool Is(const char* text) const {
-        static constexpr int caseBit = 'a' ^ 'A';
-        if (text == nullptr)
-            return false;
-        const bool ascii = static_cast<signed char>(*text | *wanted) >= 0;
-        if (ascii && ((*text ^ *wanted) & ~caseBit) != 0)
-            return false;
-        return vtr::SameText(text, wanted);
+        return text != nullptr && vtr::CaseFilter(*wanted).Passes(*text) &&
+               vtr::SameText(text, wanted);
     }
 
 private:
@@ -36,15 +33,28 @@ private:
     unsigned short key;
 };
 
+/// True when an attribute or a child has the name; what it holds may be null all the same.
+bool FindValue(const CXMLNode& node, const char* wanted, int contentIndex, const char*& value) {
+    const Wanted wantedName(wanted);
+    for (const CXMLValue* property : Internals::HeaderProperties(node)) {
+        if (wantedName.Is(property->FieldName())) {
+            value = property->Value();
+            return true;
+        }
+    }
+    const CXMLNode* child = node.GetChildByName(wanted);
+    if (child != nullptr && contentIndex >= 0)
+        value = child->GetContentString(static_cast<unsigned>(contentIndex));
+    return child != nullptr;
+}
+
 } // namespace
 
-/// The node behind this one in the order of the document, its descendants left out unless
-/// `descend`; null at the end of what `top` holds.
-const CXMLNode* CXMLNode::Next(const CXMLNode* node, const CXMLNode* top, bool descend) noexcept {
-    if (descend && node->children.Count() > 0)
-        return node->children[0];
+const CXMLNode* Internals::Next(const CXMLNode* node, const CXMLNode* top, bool descend) {
+    if (descend && node->children.count > 0)
+        return node->children.slots[0];
     for (; node != top; node = node->parent) {
-        if (const CXMLNode* sibling = node->NextSibling())
+        if (const CXMLNode* sibling = NextSibling(*node))
             return sibling;
     }
     return nullptr;
@@ -59,7 +69,7 @@ const CXMLNode* CXMLNode::GetChildByName(const char* wanted) const noexcept {
     if (IsEmptyText(wanted))
         return nullptr;
     const Wanted wantedName(wanted);
-    for (const CXMLNode* child : children) {
+    for (const CXMLNode* child : Internals::Children(*this)) {
         if (wantedName.Is(child->name, child->nameKey))
             return child;
     }
@@ -76,7 +86,7 @@ const CXMLNode* CXMLNode::FindNode(const char* wanted) const noexcept {
     const Wanted wantedName(wanted);
     const CXMLNode* node = this;
     while (node != nullptr && !wantedName.Is(node->name, node->nameKey))
-        node = Next(node, this, /*descend=*/true);
+        node = Internals::Next(node, this, /*descend=*/true);
     return node;
 }
 
@@ -88,9 +98,9 @@ const CXMLNode* CXMLNode::GetChildFollowingValue(const char* text) const noexcep
     if (IsEmptyText(text))
         return nullptr;
     const Wanted wantedText(text);
-    for (unsigned i = 1; i < children.Count(); ++i) {
-        if (wantedText.Is(children[i - 1]->GetContentString(0)))
-            return children[i];
+    for (unsigned i = 1; i < children.count; ++i) {
+        if (wantedText.Is(children.slots[i - 1]->GetContentString(0)))
+            return children.slots[i];
     }
     return nullptr;
 }
@@ -109,31 +119,16 @@ const char* CXMLNode::GetValue(const char* wanted, bool recurse, int contentInde
         return nullptr;
     for (const CXMLNode* node = this; node != nullptr;) {
         const char* value = nullptr;
-        const bool answered = node->FindValue(wanted, contentIndex, value);
+        const bool answered = FindValue(*node, wanted, contentIndex, value);
         if (value != nullptr || !recurse)
             return value;
-        node = Next(node, this, /*descend=*/!answered);
+        node = Internals::Next(node, this, /*descend=*/!answered);
     }
     return nullptr;
 }
 
-/// True when an attribute or a child has the name; what it holds may be null all the same.
-bool CXMLNode::FindValue(const char* wanted, int contentIndex, const char*& value) const noexcept {
-    const Wanted wantedName(wanted);
-    for (const CXMLValue* property : headerProperties) {
-        if (wantedName.Is(property->FieldName())) {
-            value = property->Value();
-            return true;
-        }
-    }
-    const CXMLNode* child = GetChildByName(wanted);
-    if (child != nullptr && contentIndex >= 0)
-        value = child->GetContentString(static_cast<unsigned>(contentIndex));
-    return child != nullptr;
-}
-
 const CXMLNode* CXMLNode::GetChildBySequenceNumber(int number) const noexcept {
-    for (const CXMLNode* child : children) {
+    for (const CXMLNode* child : Internals::Children(*this)) {
         if (child->sequenceNumber == number)
             return child;
     }
@@ -146,7 +141,7 @@ CXMLNode* CXMLNode::GetChildBySequenceNumber(int number) noexcept {
 }
 
 const char* CXMLNode::GetValueBySequenceNumber(int number) const noexcept {
-    for (const CXMLValue* content : contentStrings) {
+    for (const CXMLValue* content : Internals::ContentStrings(*this)) {
         if (content->SequenceNumber() == number)
             return content->Value();
     }
@@ -155,9 +150,9 @@ const char* CXMLNode::GetValueBySequenceNumber(int number) const noexcept {
 
 int CXMLNode::HighestSequenceNumber() const noexcept {
     int highest = -1;
-    for (const CXMLNode* child : children)
+    for (const CXMLNode* child : Internals::Children(*this))
         highest = child->sequenceNumber > highest ? child->sequenceNumber : highest;
-    for (const CXMLValue* content : contentStrings)
+    for (const CXMLValue* content : Internals::ContentStrings(*this))
         highest = content->SequenceNumber() > highest ? content->SequenceNumber() : highest;
     return highest;
 }

@@ -2,38 +2,14 @@
 
 #include "common/Require.h"
 #include "utilities/xml/XMLBuilder.h"
+#include "utilities/xml/XMLInternals.h"
 #include "utilities/xml/XMLStorage.h"
 #include "utilities/xml/XMLText.h"
 
 #include <cstdlib>
 #include <utility>
 
-template <>
-struct vtr::Layout<CXMLNode> {
-    static_assert(offsetof(CXMLNode, children) == 0);
-    static_assert(offsetof(CXMLNode, headerProperties) == 16);
-    static_assert(offsetof(CXMLNode, contentStrings) == 32);
-    static_assert(offsetof(CXMLNode, name) == 48);
-    static_assert(offsetof(CXMLNode, sequenceNumber) == 56);
-    static_assert(offsetof(CXMLNode, progressCallback) == 64);
-    static_assert(offsetof(CXMLNode, progressUser) == 72);
-    static_assert(offsetof(CXMLNode, fileSize) == 80);
-    static_assert(offsetof(CXMLNode, nodeLength) == 84);
-    static_assert(offsetof(CXMLNode, shouldDeHTMLify) == 88);
-};
-
-namespace {
-
-CXMLNode* FirstLeaf(CXMLNode* node) {
-    while (CXMLNode* child = node->GetChild(0))
-        node = child;
-    return node;
-}
-
-template <class Item>
-void KeepItem(Item* /*item*/) {}
-
-} // namespace
+using Internals = vtr::XMLNodeInternals;
 
 CXMLNode::CXMLNode() noexcept
     : name(nullptr), sequenceNumber(-1), progressCallback(nullptr), progressUser(nullptr),
@@ -48,112 +24,89 @@ CXMLNode& CXMLNode::operator=(const CXMLNode& other) noexcept {
     if (this != &other) {
         // The other may be a descendant.
         CXMLNode copy(other);
-        Clear();
-        TakeContents(copy);
+        Internals::Clear(*this);
+        Internals::MoveContents(copy, *this);
     }
     return *this;
 }
 
 CXMLNode::~CXMLNode() {
-    DeleteContents();
+    Internals::Clear(*this);
 }
 
-/// Requires: empty, as after `Clear`.
-void CXMLNode::TakeContents(CXMLNode& other) noexcept {
-    VTR_REQUIRE(name == nullptr && children.Count() == 0 && headerProperties.Count() == 0 &&
-                contentStrings.Count() == 0);
-    children.Swap(other.children);
-    headerProperties.Swap(other.headerProperties);
-    contentStrings.Swap(other.contentStrings);
-    for (CXMLNode* child : children)
-        child->parent = this;
-    std::swap(name, other.name);
-    std::swap(nameInBlock, other.nameInBlock);
-    std::swap(nameKey, other.nameKey);
-    sequenceNumber = other.sequenceNumber;
-    progressCallback = other.progressCallback;
-    progressUser = other.progressUser;
-    fileSize = other.fileSize;
-    nodeLength = other.nodeLength;
-    shouldDeHTMLify = other.shouldDeHTMLify;
+void Internals::MoveContents(CXMLNode& source, CXMLNode& target) {
+    VTR_REQUIRE(IsEmpty(target));
+    Children(target).Swap(source.children);
+    HeaderProperties(target).Swap(source.headerProperties);
+    ContentStrings(target).Swap(source.contentStrings);
+    for (CXMLNode* child : Children(target))
+        child->parent = &target;
+    std::swap(target.name, source.name);
+    std::swap(target.nameInBlock, source.nameInBlock);
+    std::swap(target.nameKey, source.nameKey);
+    CopyPlainFields(source, target);
 }
 
-/// Takes a text that the node frees later, unless it is part of a block; null for none.
-void CXMLNode::TakeName(char* text, std::size_t length, bool inBlock) noexcept {
-    vtr::ReplaceXMLText(name, nameInBlock, text);
-    nameInBlock = inBlock;
-    nameKey = vtr::XMLNameKey(std::string_view(text, length));
+void Internals::TakeName(CXMLNode& node, char* text, std::size_t length, bool inBlock) {
+    vtr::TakeText(node.name, node.nameInBlock, text);
+    node.nameInBlock = inBlock;
+    node.nameKey = vtr::XMLNameKey(std::string_view(text, length));
 }
 
-void CXMLNode::Clear() noexcept {
-    DeleteContents();
-    EmptyChildrenNoDelete();
-    name = nullptr;
-    nameInBlock = false;
-    nameKey = 0;
-}
-
-/// Leaves pointers to what has been deleted.
-void CXMLNode::DeleteContents() noexcept {
-    DeleteChildren();
-    for (CXMLValue* property : headerProperties)
+void Internals::Clear(CXMLNode& node) {
+    DeleteChildren(node);
+    for (CXMLValue* property : HeaderProperties(node))
         delete property;
-    for (CXMLValue* content : contentStrings)
+    for (CXMLValue* content : ContentStrings(node))
         delete content;
-    if (!nameInBlock)
-        std::free(name);
+    node.EmptyChildrenNoDelete();
+    TakeName(node, nullptr, 0, /*inBlock=*/false);
 }
 
-/// Each node behind its children, without recursion, and near the order in which they lie in
-/// memory.
-void CXMLNode::DeleteChildren() noexcept {
-    CXMLNode* node = FirstLeaf(this);
-    while (node != this) {
-        CXMLNode* next = node->NextSibling();
+CXMLNode* Internals::FirstLeaf(CXMLNode* node) {
+    while (CXMLNode* child = node->GetChild(0))
+        node = child;
+    return node;
+}
+
+/// Each node after its children, without recursion, and near the order in which they lie in
+/// memory. The top keeps pointers to what has been deleted.
+void Internals::DeleteChildren(CXMLNode& top) {
+    CXMLNode* node = FirstLeaf(&top);
+    while (node != &top) {
+        CXMLNode* next = NextSibling(*node);
         next = next != nullptr ? FirstLeaf(next) : node->parent;
-        // Its children have gone already.
-        node->children.Forget();
+        // Its children have been deleted already.
+        Children(*node).Forget();
         delete node;
         node = next;
     }
-    children.Forget();
+    Children(top).Forget();
 }
 
 void CXMLNode::EmptyChildrenNoDelete() noexcept {
-    children.Clear(KeepItem<CXMLNode>);
-    headerProperties.Clear(KeepItem<CXMLValue>);
-    contentStrings.Clear(KeepItem<CXMLValue>);
+    Internals::Children(*this).Reset();
+    Internals::HeaderProperties(*this).Reset();
+    Internals::ContentStrings(*this).Reset();
 }
 
 void CXMLNode::DeHTMLify(bool recursive) noexcept {
-    for (CXMLNode* node = this; node != nullptr;
-         node = recursive ? const_cast<CXMLNode*>(Next(node, this, /*descend=*/true)) : nullptr)
-        node->DeHTMLifyOwn();
+    const CXMLNode* node = this;
+    do {
+        Internals::DeHTMLifyOwn(const_cast<CXMLNode&>(*node));
+        node = recursive ? Internals::Next(node, this, /*descend=*/true) : nullptr;
+    } while (node != nullptr);
 }
 
-void CXMLNode::DeHTMLifyOwn() noexcept {
-    if (name != nullptr) {
-        vtr::DeHTMLifyXMLText(name);
-        nameKey = vtr::XMLNameKey(name);
+void Internals::DeHTMLifyOwn(CXMLNode& node) {
+    if (node.name != nullptr) {
+        vtr::DeHTMLifyXMLText(node.name);
+        node.nameKey = vtr::XMLNameKey(node.name);
     }
-    for (CXMLValue* property : headerProperties)
+    for (CXMLValue* property : HeaderProperties(node))
         property->DeHTMLify();
-    for (CXMLValue* content : contentStrings)
+    for (CXMLValue* content : ContentStrings(node))
         content->DeHTMLify();
 }
 
-void* CXMLNode::operator new(std::size_t size) noexcept {
-    return vtr::XMLStorage::TakeAlone(size);
-}
-
-void* CXMLNode::operator new(std::size_t size, const std::nothrow_t&) noexcept {
-    return vtr::XMLStorage::TakeAlone(size);
-}
-
-void CXMLNode::operator delete(void* object) noexcept {
-    vtr::XMLStorage::Release(object);
-}
-
-void CXMLNode::operator delete(void* object, const std::nothrow_t&) noexcept {
-    vtr::XMLStorage::Release(object);
-}
+VTR_OWN_MEMORY(CXMLNode, vtr::XMLStorage::TakeAlone, vtr::XMLStorage::Release);

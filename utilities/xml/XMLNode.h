@@ -2,21 +2,16 @@
 #define VTRUTILS_XML_XMLNODE_H
 
 #include "utilities/Export.h"
-#include "utilities/base/PtrArray.h"
+#include "utilities/Fields.h"
 #include "utilities/xml/XMLValue.h"
 
 #include <cstddef>
 #include <new>
 
-namespace vtr {
-class XMLLoader;
-}
-
 /// An element of an XML document: a name, attributes (header properties), pieces of text (content
 /// strings) and child elements, all of which it owns. Names and texts compare without regard to
-/// case in the current multibyte code page. What look-ups hand out stays the element's; pointers
-/// are null, and indices in range, as each says. Elements may be nested to any depth: no operation
-/// needs more stack, or memory, for a deeper tree.
+/// case in the current multibyte code page. What look-ups hand out stays the element's. Elements
+/// may be nested to any depth: no operation needs more stack, or memory, for a deeper tree.
 /// Thread-safety: one thread at a time, for all that came from one document together.
 class VTRUTILS_API CXMLNode {
 public:
@@ -35,14 +30,14 @@ public:
 
     VTRUTILS_INLINE const char* Name() const noexcept { return name; }
 
-    /// Not set by loading: 0.
+    /// 0: loading does not set it.
     VTRUTILS_INLINE unsigned int NodeLength() const noexcept { return nodeLength; }
 
     /// The place among the parent's texts and children in the document, from 0.
     VTRUTILS_INLINE int SequenceNumber() const noexcept { return sequenceNumber; }
     VTRUTILS_INLINE void SetSequenceNumber(int number) noexcept { sequenceNumber = number; }
 
-    /// What the progress callback is told as length of the text.
+    /// The length of the text, as the progress callback is told.
     VTRUTILS_INLINE void SetFileSize(unsigned int size) noexcept { fileSize = size; }
 
     VTRUTILS_INLINE bool ShouldDeHTMLify() const noexcept { return shouldDeHTMLify; }
@@ -50,28 +45,26 @@ public:
 
     // By position: null when out of range.
 
-    VTRUTILS_INLINE unsigned int NumChildren() const noexcept { return children.Count(); }
+    VTRUTILS_INLINE unsigned int NumChildren() const noexcept { return children.count; }
     VTRUTILS_INLINE CXMLNode* GetChild(unsigned int index) noexcept { return children.At(index); }
     VTRUTILS_INLINE const CXMLNode* GetChild(unsigned int index) const noexcept {
         return children.At(index);
     }
 
     VTRUTILS_INLINE unsigned int NumHeaderProperties() const noexcept {
-        return headerProperties.Count();
+        return headerProperties.count;
     }
     VTRUTILS_INLINE CXMLValue* GetHeaderProperty(unsigned int index) const noexcept {
         return headerProperties.At(index);
     }
 
-    VTRUTILS_INLINE unsigned int NumContentStrings() const noexcept {
-        return contentStrings.Count();
-    }
+    VTRUTILS_INLINE unsigned int NumContentStrings() const noexcept { return contentStrings.count; }
     VTRUTILS_INLINE CXMLValue* GetContent(unsigned int index) const noexcept {
         return contentStrings.At(index);
     }
     const char* GetContentString(unsigned int index) const noexcept;
 
-    // By name or text: the first, in the order of the document; null when there is none and for
+    // By name or text: the first one, in the order of the document. Null if there is none, and for
     // null and "".
 
     /// Looks at direct children only.
@@ -82,7 +75,7 @@ public:
     CXMLNode* FindNode(const char* wanted) noexcept;
     const CXMLNode* FindNode(const char* wanted) const noexcept;
 
-    /// The child behind the first one whose first text is `text`. The last child is not compared.
+    /// The child after the first one whose first text is `text`. The last child is not compared.
     CXMLNode* GetChildFollowingValue(const char* text) noexcept;
     const CXMLNode* GetChildFollowingValue(const char* text) const noexcept;
 
@@ -90,8 +83,8 @@ public:
     const char* GetValueFollowingValue(const char* text) const noexcept;
 
     /// The value of the attribute `wanted`, or text number `contentIndex` of the first child of
-    /// that name, null when it has no such text. When there is neither, `recurse` asks each child
-    /// in turn the same question until one has an answer that is not null.
+    /// that name, null when it has no such text. If there is neither and `recurse` is set, asks
+    /// each child in turn the same question, until an answer is not null.
     const char* GetValue(const char* wanted, bool recurse, int contentIndex) const noexcept;
 
     // By sequence number: null when there is none.
@@ -110,38 +103,20 @@ public:
     /// `recursive`.
     void DeHTMLify(bool recursive) noexcept;
 
-    /// Forgets children, attributes and texts without deleting them: each, with all that it owns,
-    /// is from then on the caller's, who frees it by `delete`.
+    /// Forgets children, attributes and texts without deleting them. Each, with all that it owns,
+    /// is the caller's from then on, who frees it with `delete`.
     void EmptyChildrenNoDelete() noexcept;
 
-    /// The elements of a document share blocks of memory; every one is freed by `delete`. Null when
+    /// The elements of a document share blocks of memory, but each is freed with `delete`. Null if
     /// memory runs out.
-    static void* operator new(std::size_t size) noexcept;
-    static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;
-    VTRUTILS_INLINE static void* operator new(std::size_t, void* place) noexcept { return place; }
-    static void operator delete(void* object) noexcept;
-    static void operator delete(void* object, const std::nothrow_t&) noexcept;
-    VTRUTILS_INLINE static void operator delete(void*, void*) noexcept {}
+    VTRUTILS_OWN_MEMORY
 
 private:
-    friend class CXMLFile;
-    friend class vtr::XMLBuilder;
-    friend class vtr::XMLLoader;
-    friend struct vtr::Layout<CXMLNode>;
+    friend struct vtr::Internals<CXMLNode>;
 
-    CXMLNode* NextSibling() const noexcept { return parent->children.At(indexInParent + 1); }
-    static const CXMLNode* Next(const CXMLNode* node, const CXMLNode* top, bool descend) noexcept;
-    bool FindValue(const char* wanted, int contentIndex, const char*& value) const noexcept;
-    void DeHTMLifyOwn() noexcept;
-    void TakeName(char* text, std::size_t length, bool inBlock) noexcept;
-    void Clear() noexcept;
-    void DeleteContents() noexcept;
-    void DeleteChildren() noexcept;
-    void TakeContents(CXMLNode& other) noexcept;
-
-    vtr::PtrArray<CXMLNode> children;
-    vtr::PtrArray<CXMLValue> headerProperties;
-    vtr::PtrArray<CXMLValue> contentStrings;
+    vtr::PointerFields<CXMLNode> children;
+    vtr::PointerFields<CXMLValue> headerProperties;
+    vtr::PointerFields<CXMLValue> contentStrings;
     char* name;
     int sequenceNumber;
     ProgressCallback progressCallback;

@@ -94,7 +94,7 @@ void ReadField(std::string_view field, XMLToken& token) {
 
 } // namespace
 
-std::size_t BehindXMLStart(std::string_view text, std::size_t at, XMLStart& kind) {
+std::size_t AfterXMLStart(std::string_view text, std::size_t at, XMLStart& kind) {
     const std::string_view rest = text.substr(at);
     if (rest.size() < 2 || rest[0] != '<')
         return at;
@@ -148,7 +148,7 @@ std::string_view TrimXMLText(std::string_view text) {
     return text;
 }
 
-std::size_t XMLScanner::BehindComment(std::size_t at) const {
+std::size_t XMLScanner::AfterComment(std::size_t at) const {
     static constexpr std::string_view start = "<!--";
     static constexpr std::string_view end = "-->";
     // Both are seen only with a byte to spare.
@@ -159,31 +159,31 @@ std::size_t XMLScanner::BehindComment(std::size_t at) const {
 }
 
 bool XMLScanner::Next(std::size_t from, XMLToken& token) const {
-    token.behindComment = false;
-    std::size_t behindStart = 0;
+    token.afterComment = false;
+    std::size_t afterStart = 0;
     const char* const textEnd = text.data() + text.size();
     for (std::size_t at = from;;) {
         const char* bracket = FindByte(text.data() + at, textEnd, '<');
         if (bracket == nullptr)
             return false;
         at = static_cast<std::size_t>(bracket - text.data());
-        const std::size_t behindComment = BehindComment(at);
-        if (behindComment == npos)
+        const std::size_t afterComment = AfterComment(at);
+        if (afterComment == npos)
             return false;
         token.start = at;
-        behindStart = BehindXMLStart(text, at, token.startKind);
-        if (behindComment == at && behindStart != at)
+        afterStart = AfterXMLStart(text, at, token.startKind);
+        if (afterComment == at && afterStart != at)
             break;
-        token.behindComment = token.behindComment || behindComment != at;
-        at = behindComment != at ? behindComment : at + 1;
+        token.afterComment = token.afterComment || afterComment != at;
+        at = afterComment != at ? afterComment : at + 1;
     }
-    const XMLEndPlace end = FindXMLEnd(text, behindStart, /*anyQuote=*/true);
+    const XMLEndPlace end = FindXMLEnd(text, afterStart, /*anyQuote=*/true);
     if (end.at == npos)
         return false;
     token.endKind = end.kind;
     token.end = end.at + (end.kind == XMLEnd::open ? 1 : 2);
-    token.inside = text.substr(behindStart, end.at - behindStart);
-    token.hasApostrophe = end.behindApostrophe;
+    token.inside = text.substr(afterStart, end.at - afterStart);
+    token.hasApostrophe = end.hasApostrophe;
     ReadField(token.inside, token);
     return true;
 }

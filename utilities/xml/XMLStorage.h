@@ -7,10 +7,10 @@
 
 namespace vtr {
 
-/// Memory for the nodes and values of a document: many objects, each with its texts behind it, lie
-/// in one block, which goes when the last of them has gone. So each object can be deleted by itself
-/// and outlive the document, while a document takes few allocations.
-/// Private to the library. One thread at a time, for all that lies in one storage's blocks.
+/// Memory for the nodes and values of a document: many objects, each with its texts after it, are
+/// in one block, which is freed with the last of them. So each object can be deleted by itself and
+/// outlive the document, while a document takes few allocations. Private to the library. One thread
+/// at a time, for all that lies in one storage's blocks.
 class XMLStorage {
 public:
     XMLStorage() = default;
@@ -49,7 +49,7 @@ private:
         std::size_t users; ///< objects in it, and the storage while it fills the block
     };
 
-    /// Before each object stands the block that it lies in, null for one alone.
+    /// Before each object is a pointer to the block that it is in, null for one alone.
     static constexpr std::size_t headerSize = sizeof(void*);
     /// What hosts create with `new` is aligned as `malloc` aligns.
     static constexpr std::size_t aloneHeaderSize = 16;

@@ -17,9 +17,9 @@ void RemoveUpTo(std::string_view& text, std::size_t end) {
 
 XMLAttributes::XMLAttributes(std::string_view text, const XMLToken& tag) : rest(tag.inside) {
     // The end of a tag is another here when a comment precedes it or an apostrophe hides an end.
-    if (tag.behindComment || tag.hasApostrophe) {
+    if (tag.afterComment || tag.hasApostrophe) {
         XMLStart startKind = XMLStart::element;
-        const std::size_t first = BehindXMLStart(text, text.find('<'), startKind);
+        const std::size_t first = AfterXMLStart(text, text.find('<'), startKind);
         const std::size_t end = FindXMLEnd(text, first, /*anyQuote=*/false).at;
         rest = end != npos ? text.substr(first, end - first) : std::string_view();
     }
@@ -57,7 +57,7 @@ std::string_view XMLAttributes::Take(char stop) {
 XMLDocTypeItems::XMLDocTypeItems(std::string_view text) : length(0) {
     XMLStart kind = XMLStart::element;
     std::size_t at = text.find('<');
-    while (at != npos && (BehindXMLStart(text, at, kind) == at || kind != XMLStart::docType))
+    while (at != npos && (AfterXMLStart(text, at, kind) == at || kind != XMLStart::docType))
         at = text.find('<', at + 1);
     RemoveUpTo(text, at);
     RemoveUpTo(text, docTypeStart.size());

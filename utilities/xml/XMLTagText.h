@@ -3,18 +3,18 @@
 
 #include "utilities/xml/XMLScanner.h"
 
-/// What stands in a tag behind its name. The text given begins where the search for the tag began
-/// and ends with the tag. Private to the library. One thread at a time.
+/// What is in a tag after its name. The text given begins where the search for the tag began and
+/// ends with the tag. Private to the library. One thread at a time.
 
 namespace vtr {
 
 /// Attributes with double-quoted values. They are read from the first "<" of the text, also when it
-/// begins a comment, which hides the attributes of the tag behind it.
+/// begins a comment, which hides the attributes of the tag after it.
 class XMLAttributes {
 public:
     XMLAttributes(std::string_view text, const XMLToken& tag);
 
-    /// False behind the last one. Both are trimmed and may be empty.
+    /// False after the last one. Both are trimmed and may be empty.
     bool Next(std::string_view& name, std::string_view& value);
 
 private:
@@ -29,7 +29,7 @@ class XMLDocTypeItems {
 public:
     explicit XMLDocTypeItems(std::string_view text);
 
-    /// False behind the last one. Valid until the next call.
+    /// False after the last one. Valid until the next call.
     bool Next(std::string_view& item);
 
 private:

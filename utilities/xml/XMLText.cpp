@@ -2,25 +2,14 @@
 
 #include "utilities/text/html/HtmlText.h"
 
-#include <cstdlib>
 #include <cstring>
 
 namespace vtr {
 
 char* CopyXMLText(std::string_view text) {
-    char* copy = static_cast<char*>(std::malloc(text.size() + 1));
-    if (copy == nullptr)
-        return nullptr;
-    std::memcpy(copy, text.data(), text.size());
-    copy[text.size()] = '\0';
-    return copy;
-}
-
-void ReplaceXMLText(char*& field, bool& inBlock, char* text) {
-    if (!inBlock)
-        std::free(field);
-    field = text;
-    inBlock = false;
+    char* const copy = AllocateChars<char>(text.size() + 1).release();
+    char* place = copy;
+    return copy != nullptr ? PutText(text.data(), text.size(), place) : nullptr;
 }
 
 void DeHTMLifyXMLText(char* text) {

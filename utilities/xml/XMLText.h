@@ -1,36 +1,29 @@
 #ifndef VTRUTILS_XML_XMLTEXT_H
 #define VTRUTILS_XML_XMLTEXT_H
 
+#include "utilities/base/BlockText.h"
+#include "utilities/base/CaseBit.h"
+
 #include <string_view>
 
-/// Texts that nodes and values of a document own: blocks of their own, or parts of the block that
-/// holds the owner. Private to the library. One thread at a time.
+/// Names and texts of a document. Private to the library. One thread at a time.
 
 namespace vtr {
 
 /// A block of its own; null when memory runs out.
 char* CopyXMLText(std::string_view text);
 
-/// Frees the old text, unless it is part of a block, and takes the new one, a block of its own.
-void ReplaceXMLText(char*& field, bool& inBlock, char* text);
-
-/// Stands for every start of a name above 0x7F: it may be the other case of any letter.
-inline constexpr unsigned anyLetter = 0x80;
-
 /// Start and length of a name: changing case changes no length. 0 for null and "".
 inline unsigned short XMLNameKey(std::string_view name) {
     if (name.empty())
         return 0;
-    constexpr unsigned caseBit = 'a' ^ 'A';
-    const unsigned start = static_cast<unsigned char>(name.front());
-    const unsigned letter = start < anyLetter ? start & ~caseBit : anyLetter;
-    return static_cast<unsigned short>(((name.size() & 0xFF) << 8) | letter);
+    return static_cast<unsigned short>(((name.size() & 0xFF) << 8) | WithoutCase(name.front()));
 }
 
 /// False for the keys of names that differ.
 inline bool MayBeSameXMLName(unsigned short left, unsigned short right) {
     const unsigned different = left ^ right;
-    return different == 0 || (different <= 0xFF && ((left | right) & anyLetter) != 0);
+    return different == 0 || (different <= 0xFF && ((left | right) & beyondAscii) != 0);
 }
 
 /// In place; null is ignored.

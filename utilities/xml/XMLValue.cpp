@@ -1,16 +1,10 @@
 #include "utilities/xml/XMLValue.h"
 
+#include "utilities/xml/XMLInternals.h"
 #include "utilities/xml/XMLStorage.h"
 #include "utilities/xml/XMLText.h"
 
 #include <cstring>
-
-template <>
-struct vtr::Layout<CXMLValue> {
-    static_assert(offsetof(CXMLValue, fieldName) == 0);
-    static_assert(offsetof(CXMLValue, value) == 8);
-    static_assert(offsetof(CXMLValue, sequenceNumber) == 16);
-};
 
 CXMLValue::CXMLValue() noexcept
     : fieldName(nullptr), value(nullptr), sequenceNumber(-1), fieldNameInBlock(false),
@@ -30,13 +24,13 @@ CXMLValue& CXMLValue::operator=(const CXMLValue& other) noexcept {
 }
 
 CXMLValue::~CXMLValue() {
-    vtr::ReplaceXMLText(fieldName, fieldNameInBlock, nullptr);
-    vtr::ReplaceXMLText(value, valueInBlock, nullptr);
+    vtr::TakeText(fieldName, fieldNameInBlock, nullptr);
+    vtr::TakeText(value, valueInBlock, nullptr);
 }
 
 void CXMLValue::SetFieldName(const char* text) noexcept {
     char* copy = text != nullptr ? vtr::CopyXMLText(text) : nullptr;
-    vtr::ReplaceXMLText(fieldName, fieldNameInBlock, copy);
+    vtr::TakeText(fieldName, fieldNameInBlock, copy);
 }
 
 void CXMLValue::SetValue(const char* text, int length) noexcept {
@@ -44,7 +38,7 @@ void CXMLValue::SetValue(const char* text, int length) noexcept {
     if (text != nullptr)
         copy = vtr::CopyXMLText(length < 1 ? std::string_view(text)
                                            : std::string_view(text, static_cast<unsigned>(length)));
-    vtr::ReplaceXMLText(value, valueInBlock, copy);
+    vtr::TakeText(value, valueInBlock, copy);
 }
 
 void CXMLValue::DeHTMLify() noexcept {
@@ -52,18 +46,4 @@ void CXMLValue::DeHTMLify() noexcept {
     vtr::DeHTMLifyXMLText(value);
 }
 
-void* CXMLValue::operator new(std::size_t size) noexcept {
-    return vtr::XMLStorage::TakeAlone(size);
-}
-
-void* CXMLValue::operator new(std::size_t size, const std::nothrow_t&) noexcept {
-    return vtr::XMLStorage::TakeAlone(size);
-}
-
-void CXMLValue::operator delete(void* object) noexcept {
-    vtr::XMLStorage::Release(object);
-}
-
-void CXMLValue::operator delete(void* object, const std::nothrow_t&) noexcept {
-    vtr::XMLStorage::Release(object);
-}
+VTR_OWN_MEMORY(CXMLValue, vtr::XMLStorage::TakeAlone, vtr::XMLStorage::Release);

@@ -6,10 +6,6 @@
 #include <cstddef>
 #include <new>
 
-namespace vtr {
-class XMLBuilder;
-}
-
 /// A name and a value of an XML element: one of its attributes, or a piece of its text, whose field
 /// name is that of the element. Owns copies of both.
 /// Thread-safety: one thread at a time, for all that came from one document together.
@@ -21,7 +17,7 @@ public:
     CXMLValue& operator=(const CXMLValue& other) noexcept;
     ~CXMLValue();
 
-    /// Null until set; valid until set again or the value goes.
+    /// Null until set; valid until set again or the value is destroyed.
     VTRUTILS_INLINE const char* FieldName() const noexcept { return fieldName; }
     VTRUTILS_INLINE const char* Value() const noexcept { return value; }
 
@@ -29,28 +25,22 @@ public:
     VTRUTILS_INLINE int SequenceNumber() const noexcept { return sequenceNumber; }
     VTRUTILS_INLINE void SetSequenceNumber(int number) noexcept { sequenceNumber = number; }
 
-    /// Copies; null, or a lack of memory, leaves null. The text may be the present one.
+    /// Copies the text, which may be the present one. Null, or a lack of memory, leaves null.
     void SetFieldName(const char* text) noexcept;
 
-    /// The same for `length` bytes of the text, or all of it when `length` is below 1. Requires:
-    /// that many bytes.
+    /// The same for `length` bytes of the text, or all of it if `length` is below 1. Requires: the
+    /// text has that many bytes.
     void SetValue(const char* text, int length) noexcept;
 
     /// Decodes both texts as `DeHTMLifyString` does.
     void DeHTMLify() noexcept;
 
-    /// The values of a document share blocks of memory; every value is freed by `delete`. Null when
+    /// The values of a document share blocks of memory, but each is freed with `delete`. Null if
     /// memory runs out.
-    static void* operator new(std::size_t size) noexcept;
-    static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;
-    VTRUTILS_INLINE static void* operator new(std::size_t, void* place) noexcept { return place; }
-    static void operator delete(void* object) noexcept;
-    static void operator delete(void* object, const std::nothrow_t&) noexcept;
-    VTRUTILS_INLINE static void operator delete(void*, void*) noexcept {}
+    VTRUTILS_OWN_MEMORY
 
 private:
-    friend class vtr::XMLBuilder;
-    friend struct vtr::Layout<CXMLValue>;
+    friend struct vtr::Internals<CXMLValue>;
 
     char* fieldName;
     char* value;

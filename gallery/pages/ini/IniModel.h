@@ -42,7 +42,7 @@ public:
     /// the user.
     const char* SetValue(Place place, const std::wstring& value);
 
-    /// The next key that holds the text, ignoring case, behind `after` and then from the start.
+    /// The next key that holds the text, ignoring case, after `after` and then from the start.
     Match FindKey(const std::wstring& text, Place after) const;
 
 private:

@@ -39,7 +39,7 @@ std::wstring WithCarriageReturns(const std::string& text) {
     return Widen(result.data());
 }
 
-/// Nothing when there are no digits, other characters, or the number is above `most`.
+/// Empty when there are no digits, other characters, or the number is above `most`.
 std::optional<unsigned long> Number(const std::wstring& digits, unsigned long most) {
     unsigned long long number = 0;
     for (const wchar_t digit : digits) {

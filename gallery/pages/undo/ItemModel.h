@@ -24,7 +24,7 @@ public:
     const CUndoMgr& History() const { return history; }
 
     // Each is a set of its own, or part of the group. False when memory runs out. Requires: the
-    // place is there; `Add` also takes the one behind the last.
+    // place is there; `Add` also takes the one after the last.
     bool Add(int place, const std::wstring& text);
     bool Change(int place, const std::wstring& text);
     bool Remove(int place);

@@ -36,7 +36,7 @@ public:
     int Attributes() const { return attributes; }
     int Texts() const { return texts; }
 
-    /// -1 for the parent of the first element and what is behind the last child of one.
+    /// -1 for the parent of the first element and what comes after the last child of one.
     int Parent(int element) const { return At(element).parent; }
     int FirstChild(int element) const;
     int NextSibling(int element) const;
@@ -51,7 +51,7 @@ public:
     int Details(int element) const;
     Detail DetailOf(int element, int index) const;
 
-    /// The next element of that name, ignoring case as the library does, behind `after` and then
+    /// The next element of that name, ignoring case as the library does, after `after` and then
     /// from the start.
     Match Find(const std::wstring& name, int after) const;
 
@@ -59,7 +59,7 @@ private:
     struct Element {
         const CXMLNode* node;
         int parent;
-        int end; ///< the index behind its last descendant
+        int end; ///< the index after its last descendant
     };
 
     bool Read(const std::string& path) override;

@@ -40,7 +40,7 @@ StringFile Load(const std::string& language, unsigned codePage) {
     return file;
 }
 
-/// The characters behind each of these marks, in small letters.
+/// The characters after each of these marks, in small letters.
 std::multiset<wchar_t> Behind(wchar_t mark, const std::wstring& anyCase) {
     std::multiset<wchar_t> found;
     const std::wstring text = gallery::LowerCase(anyCase);

@@ -1,111 +1,73 @@
 #include "utilities/system/files/FileFunctions.h"
 
-#include "common/Handles.h"
 #include "tests/support/CapturedLog.h"
+#include "tests/support/ImportPatch.h"
 #include "tests/support/TestKey.h"
 
 #include <gtest/gtest.h>
-#include <tlhelp32.h>
-#include <winternl.h>
+#include <shellapi.h>
 
 namespace {
 
-constexpr DWORD longestStart = 20'000;
+std::wstring asked; ///< what the shell was asked to do, a line a call
+int refusals = 0;   ///< how often it refuses next
 
-template <class T>
-T ReadFrom(HANDLE process, const void* address) {
-    T value{};
-    EXPECT_TRUE(ReadProcessMemory(process, address, &value, sizeof value, nullptr));
-    return value;
+HINSTANCE WINAPI Execute(HWND, const wchar_t* operation, const wchar_t* file,
+                         const wchar_t* parameters, const wchar_t*, INT) {
+    const std::wstring given = parameters != nullptr ? std::wstring(L" ") + parameters : L"";
+    asked += std::wstring(operation) + L" " + file + given + L"\n";
+    return reinterpret_cast<HINSTANCE>(refusals-- > 0 ? 32ll : 33ll);
 }
 
-std::string CommandLineOf(HANDLE process) {
-    PROCESS_BASIC_INFORMATION basic{};
-    EXPECT_EQ(
-        NtQueryInformationProcess(process, ProcessBasicInformation, &basic, sizeof basic, nullptr),
-        0);
-    const auto* parameters = ReadFrom<PEB>(process, basic.PebBaseAddress).ProcessParameters;
-    const UNICODE_STRING line =
-        ReadFrom<RTL_USER_PROCESS_PARAMETERS>(process, parameters).CommandLine;
-    std::wstring text(line.Length / sizeof(wchar_t), L' ');
-    EXPECT_TRUE(ReadProcessMemory(process, line.Buffer, text.data(), line.Length, nullptr));
-    return {text.begin(), text.end()};
-}
+class ShellLaunch : public testing::Test {
+protected:
+    ShellLaunch() { asked.clear(), refusals = 0; }
 
-/// The command line of the process that the shell started for this one, which is ended. The shell
-/// has made it when it returns, but its command line is in place only when it waits for input.
-std::string Started() {
-    const vtr::FileHandle snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
-    PROCESSENTRY32 entry;
-    entry.dwSize = sizeof entry;
-    for (BOOL more = Process32First(snapshot.Get(), &entry); more;
-         more = Process32Next(snapshot.Get(), &entry)) {
-        if (entry.th32ParentProcessID != GetCurrentProcessId() ||
-            _stricmp(entry.szExeFile, "conhost.exe") == 0)
-            continue;
-        const vtr::KernelHandle process(
-            OpenProcess(PROCESS_ALL_ACCESS, FALSE, entry.th32ProcessID));
-        WaitForInputIdle(process.Get(), longestStart);
-        const std::string line = CommandLineOf(process.Get());
-        TerminateProcess(process.Get(), 0);
-        WaitForSingleObject(process.Get(), INFINITE);
-        return line;
-    }
-    return "nothing";
-}
-
-/// Has the shell run the handler for a class of files or URLs.
-class Handler {
-public:
-    explicit Handler(const std::string& name)
-        : kind(name, HKEY_CLASSES_ROOT),
-          command(name + "\\shell\\open\\command", HKEY_CLASSES_ROOT) {
-        char folder[MAX_PATH];
-        EXPECT_TRUE(GetExeDirectory(folder, sizeof folder, nullptr));
-        program = "\"" + std::string(folder) + "shell_handler.exe\" ";
-        kind.SetText("URL Protocol", "");
-        command.SetText("", program + "%1");
-    }
-
-    const std::string& Program() const { return program; }
-
-private:
-    TestKey kind;
-    TestKey command;
-    std::string program;
+    const ImportPatch patch{GetModuleHandleA("vtrutils.dll"), "SHELL32.dll", "ShellExecuteW",
+                            reinterpret_cast<void*>(&Execute)};
 };
 
 } // namespace
 
-TEST(ShellLaunch, BrowserIsWhatIsRegisteredForTheUrlOrForPages) {
-    constexpr char url[] = "vtrtest://host/a%20b?c=d";
-    {
-        const Handler protocol("vtrtest");
-        EXPECT_TRUE(LaunchBrowser(url, nullptr, SW_HIDE));
-        EXPECT_EQ(Started(), protocol.Program() + url);
+TEST_F(ShellLaunch, BrowserIsWhatIsRegisteredForTheUrlOrForPages) {
+    const std::wstring own = _wpgmptr, url = L"vtrtest://host/a%20b?c=d";
+    const std::wstring byUrl = L"open " + url + L"\n",
+                       byPages = L"open " + own + L" " + url + L"\n",
+                       known = L"open c:\\program files\\internet explorer\\iexplore.exe " + url +
+                               L"\n";
+    const TestKey page(".html", HKEY_CLASSES_ROOT);
+    const TestKey kind("vtrtestpage", HKEY_CLASSES_ROOT);
+    const TestKey command("vtrtestpage\\shell\\open\\command", HKEY_CLASSES_ROOT);
+    command.SetText("", "\"" + std::string(_pgmptr) + "\" %1");
+    const struct {
+        const char *name, *pages; ///< the class of pages
+        int refused;
+        bool good;
+        std::wstring asked;
+    } rows[] = {
+        {"knows the URL", "vtrtestpage", 0, true, byUrl},
+        {"has a program for pages", "vtrtestpage", 1, true, byUrl + byPages},
+        {"whose program does not start", "vtrtestpage", 2, true, byUrl + byPages + known},
+        {"knows nothing", "none", 1, true, byUrl + known},
+        {"has nothing", "none", 2, false, byUrl + known},
+    };
+    for (const auto& row : rows) {
+        page.SetText("", row.pages);
+        asked.clear();
+        refusals = row.refused;
+        EXPECT_EQ(LaunchBrowser("vtrtest://host/a%20b?c=d", nullptr, SW_HIDE), row.good)
+            << row.name;
+        EXPECT_EQ(asked, row.asked) << row.name;
     }
-    {
-        const TestKey page(".html", HKEY_CLASSES_ROOT);
-        page.SetText("", "vtrtestpage");
-        const Handler pages("vtrtestpage");
-        EXPECT_TRUE(LaunchBrowser(url, nullptr, SW_HIDE));
-        EXPECT_EQ(Started(), pages.Program() + url);
-    }
-    EXPECT_TRUE(LaunchBrowser(url, nullptr, SW_HIDE));
-    EXPECT_EQ(Started(),
-              std::string("\"c:\\program files\\internet explorer\\iexplore.exe\" ") + url);
     EXPECT_FALSE(LaunchBrowser(nullptr, nullptr, SW_HIDE));
 }
 
-TEST(ShellLaunch, FileIsSelectedInItsFolder) {
+TEST_F(ShellLaunch, FileIsSelectedInItsFolder) {
     const CapturedLog log;
-    OpenContainingFolder("C:\\windows\\win.ini", nullptr);
-    EXPECT_TRUE(Started().ends_with("explorer.exe\" /select, C:\\windows\\win.ini"));
-    OpenContainingFolder("C:\\windows\\a,b.txt", nullptr);
-    EXPECT_TRUE(Started().ends_with("explorer.exe\" \"C:\\windows\\\""));
-
+    for (const char* path : {"C:\\windows\\win.ini", "C:\\windows\\a,b.txt"})
+        EXPECT_NE(OpenContainingFolder(path, nullptr), nullptr);
     for (const char* path : {static_cast<const char*>(nullptr), "a,b"})
         EXPECT_EQ(OpenContainingFolder(path, nullptr), nullptr);
-    EXPECT_EQ(Started(), "nothing");
+    EXPECT_EQ(asked, L"open explorer.exe /select, C:\\windows\\win.ini\nopen C:\\windows\\\n");
     EXPECT_EQ(log.Lines()[1], "Open Containing folder for C:\\windows\\a,b.txt");
 }

@@ -71,8 +71,8 @@ TEST_F(Observables, GetTheCodesTheyRegistered) {
 
 /// What three observers get while the second follows a script when it is told first, and what they
 /// get then, for the first and for the last code. A script: -b removes, +b adds, *5 notifies, x
-/// lets all go, ! throws, ? lets memory run out for the next step, ~ destroys the subject, ^ has
-/// the third observer do so.
+/// lets all go, ! throws, ? has no memory for the next step, ~ destroys the subject, ^ has the
+/// third observer do so.
 TEST(Observable, StaysWholeWhateverIsDoneDuringADelivery) {
     struct Row {
         const char *name, *script, *first, *next;
@@ -117,7 +117,7 @@ TEST(Observable, StaysWholeWhateverIsDoneDuringADelivery) {
                     destroy(source);
                 else if (*step == '^')
                     all[2].answer = destroy;
-                fault.FailAt(*step == '?');
+                fault.FailFrom(*step == '?');
             }
         };
         try {

@@ -99,6 +99,56 @@ TEST(HtmlText, LinksAreCutToTheBuffer) {
     EXPECT_STREQ(buffer, "");
 }
 
+TEST(HtmlText, LengthsAndSizes) {
+    static constexpr struct {
+        long milliseconds;
+        bool showMilliseconds;
+        bool omitHours;
+        const char* shown;
+    } lengths[] = {
+        {61'500, true, false, "01:01:500"},
+        {3'599'999, false, false, "59:59"},
+        {3'600'000, false, false, "01:00:00"},
+        {3'723'004, true, false, "01:02:03:004"},
+        {3'723'000, false, true, "02:03"}, // hours are dropped
+        {LONG_MIN, true, false, "-596:-31:-23:-648"},
+    };
+    for (const auto& row : lengths) {
+        GuardedBytes buffer(18);
+        MakeLengthString(row.milliseconds, buffer.Data(), row.showMilliseconds, row.omitHours);
+        EXPECT_EQ(buffer.Data(), std::string(row.shown));
+    }
+    static constexpr std::pair<unsigned long, const char*> sizes[] = {
+        {1023, "1023 Bytes"},   {1024, "1 KB"},         {1'048'575, "1023 KB"},
+        {1'048'576, "1.00 MB"}, {1'572'864, "1.50 MB"}, {ULONG_MAX, "4096.00 MB"}};
+    for (const auto& [bytes, shown] : sizes) {
+        GuardedBytes buffer(11);
+        MakeFileSizeString(bytes, buffer.Data(), 0);
+        EXPECT_EQ(buffer.Data(), std::string(shown));
+    }
+    MakeLengthString(1, nullptr, 1, 1);
+    MakeFileSizeString(1, nullptr, 11);
+}
+
+TEST(HtmlText, CarriageReturns) {
+    for (const auto& [source, expected] :
+         std::initializer_list<std::pair<std::string, const char*>>{
+             {"", ""},
+             {"one\\rtwo\\nthree\\r\\n", "one\rtwo\rthree\r\r"},
+             {"\\t\\R\\\\n\\", "\\t\\R\\\r\\"}}) { // only r and n, after one backslash
+        GuardedBytes buffer(source.size() + 1);
+        ParseCarriageReturns(source.c_str(), buffer.Data(), 0);
+        EXPECT_STREQ(buffer.Data(), expected);
+    }
+    const CodePage japanese(932);
+    char text[] = "\x83\\n\\n";
+    ParseCarriageReturns(text, text, 0);
+    EXPECT_STREQ(text, "\x83\\n\r") << "the first backslash is half of a character";
+    ParseCarriageReturns("a", nullptr, 0);
+    ParseCarriageReturns(nullptr, text, 0);
+    EXPECT_STREQ(text, "");
+}
+
 TEST(HtmlText, HostileTextsTakeLinearTime) {
     const Watchdog watchdog("HtmlText.HostileTextsTakeLinearTime");
     constexpr std::size_t size = 500'000;

@@ -66,6 +66,30 @@ TEST(IniInheritance, CostsNoMoreThanItMustOnHostileGraphs) {
     const CapturedLog log;
     EXPECT_FALSE(Init(document, children + base)) << "60,000,000 pairs to copy";
     EXPECT_TRUE(!document.Initialized() && document.NumSections() == 0);
-    EXPECT_EQ(log.Lines(), std::vector<std::string>{"CIniFileReader::ProcessInheritance: "
-                                                    "departing, more than 16000000 pairs to copy"});
+
+    // One of its keys reaches `far` at each mention of `q1`, as the tenth level.
+    const auto trickle = [](int count, int repeats) {
+        std::string text = "[top]";
+        std::string sources;
+        std::string far = "[far]";
+        for (int k = 0; k < count; ++k) {
+            const std::string number = std::to_string(k);
+            text += " : [s" + number + "] : [q1]";
+            far += " : [s" + number + "]";
+            sources +=
+                "[s" + number + "] : [z" + number + "]\na=\n[z" + number + "]\nk" + number + "=1\n";
+        }
+        for (int q = 1; q < 8; ++q)
+            far.insert(0, "[q" + std::to_string(q) + "] : [q" + std::to_string(q + 1) + "]\na=\n");
+        for (int r = 0; r < repeats; ++r)
+            far += " : [e]";
+        return text + "\na=\n[q8] : [far]\na=\n" + far + "\na=\n[e]\na=\n" + sources;
+    };
+    ASSERT_TRUE(Init(document, trickle(3'000, 1)));
+    EXPECT_EQ(document.GetNumValues(0), 3'001);
+    EXPECT_FALSE(Init(document, trickle(3'000, 120'000))) << "360,000,000 mentions to look at";
+    EXPECT_TRUE(!document.Initialized() && document.NumSections() == 0);
+    const std::string line = "CIniFileReader::ProcessInheritance: departing, more than ";
+    EXPECT_EQ(log.Lines(), (std::vector<std::string>{line + "16000000 pairs to copy",
+                                                     line + "300000000 steps to take"}));
 }

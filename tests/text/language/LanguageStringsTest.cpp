@@ -3,12 +3,17 @@
 #include "common/Handles.h"
 #include "tests/support/CodePage.h"
 #include "tests/support/GuardedBuffer.h"
+#include "tests/support/HeapUse.h"
+#include "tests/support/Rounds.h"
 #include "tests/support/TestFolder.h"
 #include "tests/support/ThreadTeam.h"
+#include "utilities/system/locks/SlipLock.h"
+#include "vtrfutls/FileNames.h"
 
+#include <algorithm>
+#include <array>
 #include <cstdio>
 #include <gtest/gtest.h>
-#include <random>
 
 namespace {
 
@@ -39,6 +44,27 @@ std::string TextByRule(const std::string& path, const char* key) {
     return key;
 }
 
+/// Handles that leak push up the values of fresh ones. (Wine does not count the handles of a
+/// process.)
+std::size_t HighestFreshHandle() {
+    std::array<HANDLE, 50> handles;
+    for (HANDLE& handle : handles)
+        handle = CreateEventA(nullptr, TRUE, FALSE, nullptr);
+    std::for_each(handles.begin(), handles.end(), CloseHandle);
+    return reinterpret_cast<std::size_t>(*std::max_element(handles.begin(), handles.end()));
+}
+
+DWORD NextThreadSlot() {
+    const DWORD index = TlsAlloc();
+    TlsFree(index);
+    return index;
+}
+
+template <class Function>
+Function Find(HMODULE module, const char* name) {
+    return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(module, name)));
+}
+
 } // namespace
 
 TEST(LanguageStrings, ReadsFilesByTheRule) {
@@ -47,17 +73,15 @@ TEST(LanguageStrings, ReadsFilesByTheRule) {
     const std::string_view pieces[] = {"k",    "K",      "=",    "=",     " ",  "\t",    "\r\n",
                                        "\r\n", "\n",     "\r",   ";",     "[",  "v",     "\"",
                                        "\0"sv, longText, "xxxx", "k = v", "k=", longText};
-    constexpr unsigned seed = 67;
-    std::mt19937 random(seed);
     const TestFolder folder;
-    for (int round = 0; round < 500; ++round) {
+    EachRound(67, 500, [&](Dice& dice, int) {
         std::string bytes;
-        for (unsigned count = random() % 25; count > 0; --count)
-            bytes += pieces[random() % std::size(pieces)];
-        bytes += random() % 4 == 0 ? "\x1A\nk=behind the end" : "";
+        for (int count = dice.Below(25); count > 0; --count)
+            bytes += pieces[dice.Below(std::size(pieces))];
+        bytes += dice.Below(4) == 0 ? "\x1A\nk=behind the end" : "";
         const std::string file = folder.Write("a.ini", bytes);
-        ASSERT_EQ(Text("k", file), TextByRule(file, "k")) << "seed " << seed << ": " << bytes;
-    }
+        ASSERT_EQ(Text("k", file), TextByRule(file, "k")) << bytes;
+    });
 }
 
 TEST(LanguageStrings, OtherFormsOfLookUps) {
@@ -130,4 +154,81 @@ TEST(LanguageStrings, ManyThreadsAtOnce) {
             EXPECT_EQ(Text(("Thread" + name).c_str()), "text " + name);
         }
     });
+}
+
+TEST(LanguageStrings, ChoosesLanguages) {
+    const TestFolder folder;
+    std::string path = folder.Path().substr(0, folder.Path().size() - 1);
+    SetMasterLanguageFileFolder(path.data());
+    // What a longer folder leaves on the stack is not part of the next.
+    std::string longest(255, 'f');
+    SetLanguageFolderLocation(longest.data());
+    SetLanguageFolderLocation(path.data());
+    char english[] = "English", polish[] = "polish", none[] = "none", file[MAX_PATH];
+    EXPECT_EQ(GetNumberOfLanguageStringFiles(), 0) << "no table";
+    EXPECT_EQ(GetCharsetFromLanguage(english), 1);
+    folder.Write("Languages.csv", "Name,Default,A,B,C,D,E,F,Charset,Code page\n"
+                                  "English,y,en.ini,,,,,,0,1252\nPolish,Y,pl.ini,,,,,,494,1250\n"
+                                  "English,,x,e.ini,,,,,9,9\n");
+    EXPECT_EQ(GetNumberOfLanguageStringFiles(), 3);
+    EXPECT_EQ(GetCharsetFromLanguage(polish), 494 - 256);
+    EXPECT_TRUE(GetStringFileFromLanguage(english, StringFileColumn3, file, false));
+    EXPECT_EQ(file, folder.File("e.ini")) << "the first row that has one";
+    EXPECT_TRUE(GetStringFileFromLanguage(english, StringFileColumn2, file, true));
+    EXPECT_EQ(file, folder.File("pl.ini")) << "the last default";
+    EXPECT_FALSE(GetStringFileFromLanguage(english, StringFileColumn7, file, false));
+    SetLanguageFolderLocation(longest.data());
+    EXPECT_FALSE(GetStringFileFromLanguage(polish, StringFileColumn2, file, false)) << "too long";
+    GuardedBytes name(4);
+    EXPECT_TRUE(GetLanguageName(1, name.Data(), 4));
+    EXPECT_EQ(name.View(), "Poli");
+    EXPECT_FALSE(GetLanguageName(4, name.Data(), 4) || GetLanguageName(-1, name.Data(), 4));
+    SetLanguage(polish);
+    EXPECT_EQ(GetCurrentCodePage(), 1250u);
+    EXPECT_EQ(GetCodePageForFiles(), 1250u);
+    SetLanguage(none);
+    EXPECT_EQ(GetCurrentCodePage(), 0u);
+}
+
+TEST(LanguageStrings, UnloadingFreesWhatLookUpsKept) {
+    const TestFolder folder;
+    // Copies have a state of their own: the libraries themselves stay loaded.
+    const std::string copy = folder.File("copy.dll");
+    const std::string sibling = folder.File("sibling.dll");
+    for (const auto& [name, path] : {std::pair("vtrutils.dll", copy), {"vtrfutls.dll", sibling}}) {
+        char library[MAX_PATH];
+        GetModuleFileNameA(GetModuleHandleA(name), library, sizeof library);
+        ASSERT_TRUE(CopyFileA(library, path.c_str(), /*bFailIfExists=*/TRUE));
+    }
+    std::string file = folder.Write("a.ini", "One = first text\nTwo = second text\n");
+    const auto visit = [&] {
+        const HMODULE module = LoadLibraryA(copy.c_str());
+        ASSERT_NE(module, nullptr);
+        const auto load = Find<decltype(&MyLoadString)>(module, "_Z12MyLoadStringPKcPciS1_b");
+        Find<decltype(&SetStringFile)>(module, "_Z13SetStringFilePc")(file.data());
+        char text[32];
+        EXPECT_EQ(load("One", text, sizeof text, nullptr, true), 10);
+        EXPECT_EQ(load("Two", text, sizeof text, nullptr, true), 11);
+        // A lock's first owner has the library mark its threads.
+        alignas(CSlipLock) char lock[sizeof(CSlipLock)];
+        for (const char* name : {"_ZN9CSlipLockC1Ev", "_ZN9CSlipLock4LockEv",
+                                 "_ZN9CSlipLock6UnlockEv", "_ZN9CSlipLockD1Ev"})
+            Find<void (*)(void*)>(module, name)(lock);
+        FreeLibrary(module);
+    };
+    const DWORD slot = NextThreadSlot();
+    for (int i = 0; i < 10; ++i)
+        visit();
+    const std::size_t handle = HighestFreshHandle();
+    const std::size_t used = HeapUse();
+    EXPECT_GT(used, 10'000u) << "heaps are seen";
+    for (int i = 0; i < 1000; ++i) {
+        visit();
+        if (i % 10 == 0)
+            FreeLibrary(LoadLibraryA(sibling.c_str()));
+    }
+    const std::size_t usedAfter = HeapUse();
+    EXPECT_LT(HighestFreshHandle(), handle + 400) << "less than a handle in ten visits";
+    EXPECT_EQ(NextThreadSlot(), slot);
+    EXPECT_LT(usedAfter, used + 1000) << "less than a byte each time";
 }

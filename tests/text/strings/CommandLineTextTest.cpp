@@ -7,31 +7,19 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 
-namespace {
-
-std::string Parameter(const std::string& commandLine, int index, int size = 1024) {
-    GuardedBytes buffer(static_cast<std::size_t>(size));
-    const std::wstring wide(commandLine.begin(), commandLine.end());
-    vtr::ParameterOfCommandLine(wide.c_str(), index, buffer.Data(), size);
-    EXPECT_EQ(buffer.View().back(), '\0') << "the whole buffer is zeroed first";
-    return buffer.Data();
-}
-
-} // namespace
-
-TEST(ParameterOfCommandLine, OfThisProcess) {
-    char program[MAX_PATH];
-    GetCommandLineParameter(0, program, sizeof program);
-    EXPECT_EQ(std::filesystem::path(program).filename(), "internal_test.exe");
-    GetCommandLineParameter(1000, program, sizeof program);
-    EXPECT_STREQ(program, "");
-}
-
-TEST(ParameterOfCommandLine, QuotesAndSpaces) {
-    static constexpr struct {
-        const char* commandLine;
+TEST(CommandLineText, Parameters) {
+    const TestFolder folder;
+    const std::string first = folder.Write("first one.txt", "");
+    const std::string second = folder.Write("second one.txt", "");
+    const std::string missing = folder.File("no such file.txt") + " /switch";
+    const std::string endless = "C:\\" + std::string(5000, 'x');
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(folder.Path());
+    const struct {
+        std::string commandLine;
         int index;
-        const char* parameter;
+        std::string parameter;
+        std::size_t size = 1024;
     } rows[] = {
         {"  program   one two", 0, "program"},
         {"  program   one two", 2, "two"},
@@ -41,40 +29,33 @@ TEST(ParameterOfCommandLine, QuotesAndSpaces) {
         {"program \"\" two", 2, "two"},
         {"program a\"b c\"", 1, "a\"b"},
         {"program", -1, ""},
+        {"program parameter", 1, "param", 6},
+        {"program parameter", 1, "", 1},
+        // Both paths hold spaces; only the file system tells where the first one ends.
+        {first + " " + second, 0, first},
+        {"program " + first + " " + second, 2, second},
+        // A path that names no file takes all that follows it, and a folder is not a file.
+        {"program " + missing, 1, missing},
+        {"program " + folder.Path() + " x", 1, folder.Path() + " x"},
+        {"program " + endless, 1, endless.substr(0, 1023)},
+        // Without a drive the space ends it, unless the whole rest is a file.
+        {"program first one.txt  ", 1, "first one.txt"},
+        {"program x first one.txt", 2, "first one.txt"},
+        {"first one.txt", 0, "first"},
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(Parameter(row.commandLine, row.index), row.parameter)
-            << row.commandLine << " [" << row.index << "]";
-    EXPECT_EQ(Parameter("program parameter", 1, 6), "param");
-    EXPECT_EQ(Parameter("program parameter", 1, 1), "");
-    char untouched[] = "x";
-    vtr::ParameterOfCommandLine(L"program", 0, untouched, 0);
-    vtr::ParameterOfCommandLine(L"program", 0, nullptr, 5);
-    EXPECT_STREQ(untouched, "x");
-}
-
-TEST(ParameterOfCommandLine, UnquotedPathsEndBehindAnExistingFile) {
-    const TestFolder folder;
-    const std::string first = folder.Write("first one.txt", "");
-    const std::string second = folder.Write("second one.txt", "");
-    // Both paths hold spaces; only the file system tells where the first one ends.
-    EXPECT_EQ(Parameter(first + " " + second, 0), first);
-    EXPECT_EQ(Parameter("program " + first + " " + second, 2), second);
-    // A path that names no file takes everything that follows it, and a folder is not a file.
-    const std::string missing = folder.File("no such file here.txt") + " /switch";
-    EXPECT_EQ(Parameter("program " + missing, 1), missing);
-    EXPECT_EQ(Parameter("program " + folder.Path() + " x", 1), folder.Path() + " x");
-    EXPECT_EQ(Parameter("program C:\\" + std::string(5000, 'x'), 1).size(), 1023u);
-}
-
-TEST(ParameterOfCommandLine, RestThatNamesAFileIsOneParameter) {
-    const TestFolder folder;
-    folder.Write("a b.txt", "");
-    const std::filesystem::path before = std::filesystem::current_path();
-    std::filesystem::current_path(folder.Path());
-    // Without a drive the space would end it.
-    EXPECT_EQ(Parameter("program a b.txt  ", 1), "a b.txt");
-    EXPECT_EQ(Parameter("program x a b.txt", 2), "a b.txt");
-    EXPECT_EQ(Parameter("a b.txt", 0), "a");
+    for (const auto& row : rows) {
+        GuardedBytes buffer(row.size);
+        const std::wstring wide(row.commandLine.begin(), row.commandLine.end());
+        vtr::ParameterOfCommandLine(wide.c_str(), row.index, buffer.Data(),
+                                    static_cast<int>(row.size));
+        EXPECT_EQ(buffer.Data(), row.parameter) << row.commandLine << " [" << row.index << "]";
+        EXPECT_EQ(buffer.View().back(), '\0') << "the whole buffer is zeroed first";
+    }
     std::filesystem::current_path(before);
+    char text[MAX_PATH] = "x";
+    vtr::ParameterOfCommandLine(L"program", 0, text, 0);
+    vtr::ParameterOfCommandLine(L"program", 0, nullptr, 5);
+    EXPECT_STREQ(text, "x");
+    GetCommandLineParameter(0, text, sizeof text);
+    EXPECT_EQ(std::filesystem::path(text).filename(), "internal_test.exe") << "of this process";
 }

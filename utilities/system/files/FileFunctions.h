@@ -7,45 +7,49 @@
 
 /// Files, folders, drives, the clipboard's files, the shell and strings in the registry.
 ///
-/// A narrow path, here and wherever the library takes one, is text in the code page of the language
-/// (`SetLanguage`; the system's ANSI code page before that), of at most 259 bytes and a terminator.
-/// It is text in the ANSI page if it names nothing in the language's page but something in the ANSI
-/// page, if only its folder is found so, or if its bytes are characters of the ANSI page alone:
-/// paths that a host had from the system stay good in every language. The second byte of a two-byte
+/// A path is either wide (UTF-16) or narrow. A narrow path, in this header and wherever the library
+/// takes one, has at most 259 bytes and a terminator. Its bytes can be read in two code pages:
+///  - the language's page, which `SetLanguage` sets;
+///  - the ANSI page, in which Windows gives narrow paths to programs; it is also the language's
+///    page until `SetLanguage` is called.
+/// The library reads a path in the language's page first. It takes the ANSI page instead if the
+/// path names a file or folder only when read in that page; if neither reading does, but more of
+/// its folders are found so; or if some bytes are characters in the ANSI page only. So a host may
+/// pass on paths that Windows gave it, whatever the language. The second byte of a two-byte
 /// character is never taken for a separator.
 ///
-/// A path that the library hands out can be handed back. What is found below a path of the host's
-/// stays in the page of that path. What the system gave is in the language's page, or in the ANSI
-/// page if the language's lacks one of its letters, or the short name if both do. What has no such
-/// text is passed over, or counts as missing.
+/// A path that the library hands out can be handed back to it. What is found below a host's path is
+/// in the page of that path. What Windows gave is in the language's page; if that page lacks a
+/// letter of it, in the ANSI page; if both lack one, it is the short name, in ASCII. A file without
+/// any such text is passed over, or counts as missing.
 ///
 /// Sizes of buffers are in characters, the terminator included, and what does not fit is cut off; a
-/// buffer without a size holds 260. Null is accepted where a contract says what it gives. A path on
-/// a server that does not answer holds the caller up for as long as Windows tries. Thread-safety:
-/// immutable and safe.
+/// buffer without a size holds 260. Null is allowed where a comment says what it gives. A path on a
+/// server that does not answer holds the caller up for as long as Windows tries.
+/// Thread-safety: immutable and safe.
 
 // Folders.
 
 /// Makes every missing folder whose name ends with a backslash: "C:\a\b" makes "C:\a" only,
-/// "C:\a\b\" both. Of a network path the first folder made is the share. Not 0 when none is missing
-/// afterwards, and where a file has the folder's name; 0 for null, fewer than 3 characters, a local
-/// path without a colon, a path without such a folder, and a folder that cannot be made.
+/// "C:\a\b\" both. Of a network path the first folder made is the share. Not 0 if none is missing
+/// afterwards, or if a file has the folder's name. 0 for null, for fewer than 3 characters, for a
+/// local path without a colon, for a path without such a folder, and if a folder cannot be made.
 VTRUTILS_API int CreateMultiLevelDir(const char* path);
 
 /// Writes to `out` the full path of the first file that matches `pattern`: in `folder` itself, then
 /// in each of its folders in listing order, each with everything below it. Links to folders are not
-/// followed, because they may lead in circles. 1, or 0 with `out` empty when there is none and for
-/// a null folder or pattern; 0 for a null `out`.
+/// followed, because they may lead in circles. Returns 1. 0, with `out` empty, if there is none and
+/// for a null folder or pattern; 0 for a null `out`.
 VTRUTILS_API int FindFilesRecursively(const char* folder, const char* pattern, char* out);
 
-/// True for a folder that cannot be listed, and for one whose first entry is a folder and all
-/// others carry FILE_ATTRIBUTE_NORMAL. So a folder below a drive's root, which lists its parent as
-/// second entry, is never empty. True for null.
+/// True for a folder that cannot be listed, and for one whose first entry is a folder and whose
+/// other entries all have FILE_ATTRIBUTE_NORMAL. So the answer is false for every folder below a
+/// drive's root, because its second entry is its parent. True for null.
 VTRUTILS_API bool FolderEmpty(const char* path);
 
 /// Writes to `out` the name of the first folder that does not begin with "." among the entries that
-/// match `path` followed by "*": a folder is given with its trailing backslash. 1, or 0 with `out`
-/// empty. A null path has none; 0 for a null `out`.
+/// match `path` followed by "*": a folder is given with its trailing backslash. Returns 1. 0, with
+/// `out` empty, if there is none and for a null path; 0 for a null `out`.
 VTRUTILS_API int HasSubDir(const char* path, char* out);
 
 /// True for one or two characters, whatever they are, and for a letter, ":" and "\".
@@ -60,14 +64,14 @@ VTRUTILS_API bool IsValidDirectory(const char* path);
 /// with one is answered for the current drive. False without either and for null.
 VTRUTILS_API bool IsOnLocalHardDrive(const char* path);
 
-/// What the caller may still write there, in kilobytes of 1,024 bytes. The drive is asked that ends
-/// with the first backslash behind a colon, or the whole path where there is none. When that fails,
+/// What the caller may still write there, in kilobytes of 1,024 bytes. The drive is the path up to
+/// the first backslash after a colon, or the whole path if there is none. If Windows does not tell:
 /// 2,048,000 for a network path with a share, so that hosts let the user try, and 0 for any other
 /// and for null.
 VTRUTILS_API double GetKBFree(const char* path);
 
-/// Logs a line for each drive, with the space on fixed ones. Nothing while logging is off; no
-/// further drive is asked after 20 seconds.
+/// Logs a line for each drive, with the free space of fixed ones. Does nothing while logging is
+/// off. Asks no further drive after 20 seconds.
 VTRUTILS_API void LogCurrentHardDriveSpace();
 
 // Special places.
@@ -79,8 +83,9 @@ VTRUTILS_API bool GetExeDirectory(char* out, int size, HMODULE module);
 
 /// Writes the path with the long name of each component; a folder gets a trailing backslash. The
 /// whole buffer is zeroed first, and stays so for a null, empty or too long path, when a component
-/// does not exist, when the result does not fit, and for a path that begins with a backslash. One
-/// without a drive is read from the current folder. Nothing for a null buffer or a size below 1.
+/// does not exist, when the result does not fit, and for a path that begins with a backslash. A
+/// path without a drive is taken from the current folder. Does nothing for a null buffer or a size
+/// below 1.
 VTRUTILS_API void GetLongPathNameSafe(const char* shortPath, char* out, int size);
 
 /// The folder with this shell identifier (CSIDL), without a trailing backslash; with `create` it is
@@ -113,7 +118,8 @@ VTRUTILS_API bool GetFileLastModificationDateA(const char* file, FILETIME* lastW
 VTRUTILS_API bool GetFileLastModificationDateW(const wchar_t* file, FILETIME* lastWrite);
 VTRUTILS_API bool GetFileLastModificationTime(const char* file, FILETIME* lastWrite);
 
-// Files that were copied to the clipboard. None when another program has the clipboard open.
+// Files that were copied to the clipboard. There are none while another program has the clipboard
+// open.
 
 VTRUTILS_API unsigned NumFileNamesOnClipboard();
 
@@ -135,13 +141,13 @@ VTRUTILS_API bool LaunchBrowser(const char* url, HWND window, int showCommand);
 /// open.
 VTRUTILS_API HINSTANCE OpenContainingFolder(const char* path, HWND window);
 
-// Strings in the registry. Text of the ANSI page or of the language's is read as it was written,
-// byte for byte. Other programs see it as the ANSI page has it; only bytes that are not characters
-// there are seen as the language's page has them. False for a null or missing argument.
+// Strings in the registry. A text is read as it was written, byte for byte, in the ANSI page and in
+// the language's. Other programs see it as text of the ANSI page; if its bytes are not characters
+// there, as text of the language's page. False for a null or missing argument.
 
-/// Reads a string value into `out`, all of which is zeroed first. It stays so when there is no such
-/// value, when it is none of a string, and when it does not fit: these are true, as long as the key
-/// could be opened. False too for a size of 0.
+/// Reads a string value into `out`, all of which is zeroed first. It stays so if there is no such
+/// value, if the value is not a string, and if it does not fit; the answer is true all the same if
+/// the key could be opened. False for a size of 0, too.
 VTRUTILS_API bool GetRegistryString(HKEY root, const char* subKey, const char* valueName, char* out,
                                     unsigned size);
 
@@ -152,38 +158,38 @@ VTRUTILS_API bool WriteRegistryString(HKEY root, const char* subKey, const char*
 // Names of files.
 
 /// Copies `in` with `replacement` in place of each of / \ : * ? " < > |. `out` holds as many bytes
-/// as `in` and may be `in`. Nothing for null.
+/// as `in` and may be `in`. Does nothing for null.
 VTRUTILS_API void ValidateFileName(const char* in, char* out, char replacement);
 
-/// Puts a name that no file has in place of `path`, a buffer of 260 bytes: the name, `separator`
-/// (none when it is 0) and the first free number from 1 on, or in bracket mode the name without its
-/// old mark, a space and "[number]" with the number counted on from the last one; the extension
-/// stays. 1 with the path as
-/// it was when it names no file, unless in bracket mode, where a free name is marked too. 0, with
-/// the path as it was, for a name that is taken and every name in bracket mode without
-/// `allowRename`, for a path without a file name, and when the new path would not fit. Each number
-/// that is taken costs a look at the disk.
-/// The counter is one for the process: callers on several threads must take turns.
+/// Changes `path`, a buffer of 260 bytes, to a name that no file has. The extension stays. The new
+/// name is the old one, `separator` (left out if it is 0) and the first free number from 1 on. In
+/// bracket mode, it is the old one without its mark, a space and "[number]", with numbers that
+/// continue from the last one used. Returns 1. A path that names no file stays as it is, with a
+/// result of 1, but in bracket mode a free name is marked too. 0, with the path as it was, without
+/// `allowRename` if the name would have to be changed, for a path without a file name, and if the
+/// new path would not fit. Each number that is taken costs a look at the disk. The process has one
+/// counter: callers on several threads must take turns.
 VTRUTILS_API int UniqueFileName(char* path, bool allowRename, char separator, bool bracketMode);
 
-/// Removes the last mark of a file name, "[", digits and "]", and the spaces in front of it; with
-/// `trim` then also what `TrimWhitespace` removes. A mark at the very start is none. False, with
-/// nothing changed, when there is none behind the last backslash, and for null.
+/// Removes the last mark of a file name, "[", digits and "]", and the spaces before it; with
+/// `trim`, then also what `TrimWhitespace` removes. "[", digits and "]" at the very start are not a
+/// mark. False, with nothing changed, if there is no mark after the last backslash, and for null.
 VTRUTILS_API bool StripUniqueID(char* name, bool trim);
 
 /// The number that bracket mode used last; the next one is greater by 1.
 VTRUTILS_API unsigned GetNextUniqueFileID();
 VTRUTILS_API void SetNextUniqueFileID(unsigned id);
 
-/// Copies a name for a disc, in upper case: everything but A to Z, digits, "." and "_" becomes
-/// `replacement`, and what is no path (in which "/" and "\" stay) and has a dot is shortened from
-/// 30 bytes on to 30, extension included. `out` holds as many bytes as `in` and may be `in`. True
-/// when anything was replaced or shortened, which a name of 30 bytes counts as. False for null.
+/// Copies a name for a disc, in upper case. Everything but A to Z, digits, "." and "_" becomes
+/// `replacement`; with `isPath`, "/" and "\" stay. Without `isPath`, a name of 30 bytes or more
+/// that has a dot is shortened to 30, extension included. `out` holds as many bytes as `in` and may
+/// be `in`. True if anything was replaced or shortened; a name of exactly 30 bytes counts as
+/// shortened. False for null.
 VTRUTILS_API bool MakeISO9660FriendlyName(const char* in, char* out, bool isPath, char replacement);
 
 /// The same with other rules: names of 31 bytes or more are shortened to 31, the case stays, and
-/// replaced are bytes from 0x80 on, two-byte characters, control bytes below 0x1F, * : ; ? and in
-/// what is no path "/" and "\".
+/// these are replaced: bytes from 0x80 on, two-byte characters, control bytes below 0x1F, * : ; ?
+/// and, without `isPath`, "/" and "\".
 VTRUTILS_API bool MakeJolietFriendlyName(const char* in, char* out, bool isPath, char replacement);
 
 #endif

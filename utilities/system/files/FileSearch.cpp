@@ -8,7 +8,7 @@
 
 namespace {
 
-/// Keeps one path for the whole search; each level of folders writes behind the folder's own part.
+/// Keeps one path for the whole search; each level of folders writes after the folder's own part.
 class FileSearch {
 public:
     FileSearch(const vtr::WidePath& startFolder, const wchar_t* wanted)

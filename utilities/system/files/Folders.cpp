@@ -16,8 +16,8 @@ namespace {
 
 constexpr std::size_t shortestPath = 3;
 
-/// Where the walk begins: behind the backslash that ends the name of a server, or at the start.
-/// Null when the path has no place for folders.
+/// Where the walk begins: after the backslash that ends the name of a server, or at the start. Null
+/// when the path has no place for folders.
 wchar_t* FirstCreatable(wchar_t* path) {
     if (path[0] != L'\\' || path[1] != L'\\')
         return std::wcschr(path, L':') != nullptr ? path : nullptr;
@@ -30,7 +30,7 @@ bool EnsureFolder(const wchar_t* path) {
            GetLastError() == ERROR_ALREADY_EXISTS;
 }
 
-/// The length of what stands before the name in the last place, its separator included.
+/// The length of what is before the last name, its separator included.
 template <class Char, class StepLength>
 std::size_t LengthOfFolder(const Char* path, StepLength stepLength) {
     std::size_t length = 0;

@@ -17,7 +17,7 @@ bool BeginsWithDrive(const wchar_t* path) {
            path[1] == L':' && path[2] == L'\\';
 }
 
-/// Appends the long names behind `prefix`, the start of the path that is taken as it is.
+/// Appends the long names of what follows `prefix`, the start of the path that is taken as it is.
 bool AppendLongNames(const wchar_t* path, std::size_t prefix, LongPath& out) {
     vtr::PathBuilder<> soFar;
     for (const wchar_t* at = path + prefix; *at != L'\0'; at += *at != L'\0' ? 1 : 0) {

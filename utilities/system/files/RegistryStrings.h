@@ -19,8 +19,8 @@ public:
     // does not keep, because its bytes are not characters there, is text of the language's code
     // page and becomes UTF-16 with that; a second terminator tells so.
 
-    /// Zeroes all of `out`; false when it stays so for want of a string that fits. Requires:
-    /// size > 0.
+    /// Zeroes all of `out`; false if it stays so because there is no string, or none that fits.
+    /// Requires: size > 0.
     bool Read(const char* valueName, char* out, unsigned size) const;
     bool Write(const char* valueName, const char* text) const;
 

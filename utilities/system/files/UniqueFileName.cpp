@@ -39,7 +39,7 @@ bool IsDigit(char c) {
     return c >= '0' && c <= '9';
 }
 
-/// Behind the mark that begins at `text`; null when none does.
+/// The place after the mark that begins at `text`; null if none does.
 const char* EndOfMark(const char* text) {
     if (*text != '[' || !IsDigit(text[1]))
         return nullptr;

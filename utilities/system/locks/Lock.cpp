@@ -12,7 +12,7 @@ vtr::DynamicFunction<BOOL WINAPI(CRITICAL_SECTION*)> tryEnter("Kernel32",
 } // namespace
 
 template <>
-struct vtr::Layout<CLock> {
+struct vtr::Internals<CLock> {
     static_assert(sizeof(CLock) == sizeof(CRITICAL_SECTION));
 };
 

@@ -5,30 +5,31 @@
 
 #include <windows.h>
 
-/// A critical section: one thread at a time, which may lock again as often as it unlocks again. A
-/// thread that ends as the owner leaves the lock held: all others wait for ever.
+/// A critical section: one thread at a time, which may lock again as often as it unlocks again. If
+/// a thread ends while it holds the lock, all others wait for ever.
 /// Thread-safety: locked by itself.
 class VTRUTILS_API CLock {
 public:
     CLock() noexcept;
     CLock(const CLock&) = delete;
-    /// Copies the state, so that a lock held by a thread is held by it in the copy too; what
-    /// Windows made for each section stays its own. Requires: no other thread is at either lock.
+    /// Copies the state: if a thread holds the other lock, it holds this one too. What Windows made
+    /// for each section stays its own. Requires: no other thread is at either lock.
     CLock& operator=(const CLock& other) noexcept;
     /// Requires: nobody holds the lock or waits for it.
     ~CLock();
 
     VTRUTILS_INLINE void Lock() noexcept { EnterCriticalSection(&section); }
 
-    /// Requires: the calling thread holds the lock. One unlock too many leaves the lock useless.
+    /// Requires: the calling thread holds the lock. One unlock too many leaves the lock useless,
+    /// and no build of the library reports it.
     VTRUTILS_INLINE void Unlock() noexcept { LeaveCriticalSection(&section); }
 
-    /// Not 0 when the calling thread holds the lock afterwards. Where Windows has no
-    /// `TryEnterCriticalSection` it waits for the lock and returns 1.
+    /// Does not wait. Not 0 if the calling thread holds the lock afterwards. Where Windows has no
+    /// `TryEnterCriticalSection`, waits for the lock and returns 1.
     int TryToLock() noexcept;
 
 private:
-    friend struct vtr::Layout<CLock>;
+    friend struct vtr::Internals<CLock>;
 
     CRITICAL_SECTION section;
 };

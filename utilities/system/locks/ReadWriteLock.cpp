@@ -1,21 +1,23 @@
 #include "utilities/system/locks/ReadWriteLock.h"
 
+#include "common/Owner.h"
 #include "common/Require.h"
 #include "utilities/base/CriticalSection.h"
+#include "utilities/base/Layout.h"
 #include "utilities/system/locks/Lock.h"
 
-#include <cstddef>
-
-#pragma GCC diagnostic ignored "-Winvalid-offsetof" // asserted on, which is safe
-
 template <>
-struct vtr::Layout<CReadWriteLock> {
+struct vtr::Internals<CReadWriteLock> {
     static_assert(sizeof(CReadWriteLock) == 96);
-    static_assert(offsetof(CReadWriteLock, readerGuard) == 0);
-    static_assert(offsetof(CReadWriteLock, writerGate) == 40);
-    static_assert(offsetof(CReadWriteLock, noReaders) == 80);
-    static_assert(offsetof(CReadWriteLock, state) == 88);
+    VTR_FIELD_AT(CReadWriteLock, readerGuard, 0);
+    VTR_FIELD_AT(CReadWriteLock, writerGate, 40);
+    VTR_FIELD_AT(CReadWriteLock, noReaders, 80);
+    VTR_FIELD_AT(CReadWriteLock, state, 88);
+
+    static void WaitForReaders(CReadWriteLock& lock);
 };
+
+using Internals = vtr::Internals<CReadWriteLock>;
 
 namespace {
 
@@ -46,6 +48,7 @@ CReadWriteLock& CReadWriteLock::operator=(const CReadWriteLock& other) noexcept 
 
 CReadWriteLock::~CReadWriteLock() {
     VTR_REQUIRE(state == 0 && vtr::IsFree(writerGate));
+    const vtr::KernelHandle toClose(noReaders);
     DeleteCriticalSection(&writerGate);
     DeleteCriticalSection(&readerGuard);
 }
@@ -65,13 +68,13 @@ void CReadWriteLock::ReadUnlock() noexcept {
     const unsigned long long before = state.fetch_sub(1);
     VTR_REQUIRE(Readers(before) > 0);
     if (Readers(before) == 1 && before >= writerWaits)
-        SetEvent(noReaders.Get());
+        SetEvent(noReaders);
 }
 
 void CReadWriteLock::WriteLock() noexcept {
     EnterCriticalSection(&writerGate);
     if (Readers(state.fetch_add(oneWriter)) > 0)
-        WaitForReaders();
+        Internals::WaitForReaders(*this);
 }
 
 void CReadWriteLock::WriteUnlock() noexcept {
@@ -88,15 +91,15 @@ void CReadWriteLock::WriteUnlock() noexcept {
 /// No reader gets in any more, so the writer may go on as soon as it has seen none. The event only
 /// says when to look: one who left long ago may signal late, for a writer of an earlier round. The
 /// event is reset before each look, so that no signal after the look is lost.
-void CReadWriteLock::WaitForReaders() noexcept {
-    state |= writerWaits;
+void Internals::WaitForReaders(CReadWriteLock& lock) {
+    lock.state |= writerWaits;
     for (;;) {
-        ResetEvent(noReaders.Get());
-        if (Readers(state) == 0)
+        ResetEvent(lock.noReaders);
+        if (Readers(lock.state) == 0)
             break;
         // Without an event, for which there was no memory, the waiting is done by looking.
-        if (WaitForSingleObject(noReaders.Get(), INFINITE) != WAIT_OBJECT_0)
+        if (WaitForSingleObject(lock.noReaders, INFINITE) != WAIT_OBJECT_0)
             Sleep(1);
     }
-    state &= ~writerWaits;
+    lock.state &= ~writerWaits;
 }

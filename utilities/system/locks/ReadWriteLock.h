@@ -1,19 +1,20 @@
 #ifndef VTRUTILS_SYSTEM_LOCKS_READWRITELOCK_H
 #define VTRUTILS_SYSTEM_LOCKS_READWRITELOCK_H
 
-#include "common/Owner.h"
 #include "utilities/Export.h"
 
 #include <atomic>
 #include <windows.h>
 
-/// Many readers or one writer. A writer that waits keeps new readers out until it has finished. A
-/// thread may write as often as it unlocks again, and read while it writes.
+/// Many readers or one writer. While a writer waits or writes, new readers wait. A thread that
+/// writes may lock for writing again, as often as it unlocks again, and for reading too.
 ///
-/// These hang for ever, and nothing tells of it: a thread that reads and asks to write; one that
-/// reads and asks to read again while another waits to write; whoever needs the lock after a thread
-/// has ended that was reading (writers hang, and readers after the first of them) or writing (all
-/// hang).
+/// In these cases threads hang for ever, and nothing reports it:
+///  - A thread that reads asks to write.
+///  - A thread that reads asks to read again while another waits to write.
+///  - A thread ended while it was reading: writers hang, and readers after the first of them.
+///  - A thread ended while it was writing: all others hang.
+///
 /// Thread-safety: locked by itself.
 class VTRUTILS_API CReadWriteLock {
 public:
@@ -27,7 +28,7 @@ public:
 
     void ReadLock() noexcept;
     /// Requires: a `ReadLock` of this thread's that was not yet unlocked. One unlock too many
-    /// leaves the lock useless.
+    /// leaves the lock useless; only a debug build of the library reports it.
     void ReadUnlock() noexcept;
 
     void WriteLock() noexcept;
@@ -35,13 +36,11 @@ public:
     void WriteUnlock() noexcept;
 
 private:
-    friend struct vtr::Layout<CReadWriteLock>;
-
-    void WaitForReaders() noexcept;
+    friend struct vtr::Internals<CReadWriteLock>;
 
     CRITICAL_SECTION readerGuard; ///< part of the record; the count is atomic and needs no guard
     CRITICAL_SECTION writerGate;  ///< held by the writer, passed by readers that come meanwhile
-    vtr::KernelHandle noReaders;  ///< wakes the writer that waits for the last reader
+    HANDLE noReaders;             ///< wakes the writer that waits for the last reader
 
     /// Lower half: the reader count. Upper half: how often the writer has locked, and whether it
     /// waits. One word, so that each reader knows whether it came before the writer, and the last

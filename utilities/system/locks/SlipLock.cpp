@@ -1,20 +1,23 @@
 #include "utilities/system/locks/SlipLock.h"
 
+#include "common/Owner.h"
 #include "common/Require.h"
+#include "utilities/base/Layout.h"
 #include "utilities/base/ThreadMark.h"
 
-#include <cstddef>
 #include <windows.h>
 
-#pragma GCC diagnostic ignored "-Winvalid-offsetof" // asserted on, which is safe
-
 template <>
-struct vtr::Layout<CSlipLock> {
-    static_assert(offsetof(CSlipLock, lockEvent) == 0);
-    static_assert(offsetof(CSlipLock, guardEvent) == 8);
-    static_assert(offsetof(CSlipLock, owner) == 16);
-    static_assert(offsetof(CSlipLock, recursion) == 20);
+struct vtr::Internals<CSlipLock> {
+    VTR_FIELD_AT(CSlipLock, lockEvent, 0);
+    VTR_FIELD_AT(CSlipLock, guardEvent, 8);
+    VTR_FIELD_AT(CSlipLock, owner, 16);
+    VTR_FIELD_AT(CSlipLock, recursion, 20);
+
+    static bool Wait(CSlipLock& lock, ThreadMark self, unsigned long milliseconds);
 };
+
+using Internals = vtr::Internals<CSlipLock>;
 
 namespace {
 
@@ -36,6 +39,8 @@ CSlipLock::CSlipLock() noexcept
 
 CSlipLock::~CSlipLock() {
     VTR_REQUIRE(waiting == 0);
+    const vtr::KernelHandle lockEventToClose(lockEvent);
+    const vtr::KernelHandle guardEventToClose(guardEvent);
 }
 
 void CSlipLock::Lock() noexcept {
@@ -49,7 +54,7 @@ bool CSlipLock::LockWithTimeout(unsigned long milliseconds) noexcept {
         ++recursion;
         return true;
     }
-    if (!Take(holder, self) && (milliseconds == 0 || !Wait(self, milliseconds)))
+    if (!Take(holder, self) && (milliseconds == 0 || !Internals::Wait(*this, self, milliseconds)))
         return false;
     owner = static_cast<unsigned long>(self);
     recursion = 1;
@@ -59,20 +64,20 @@ bool CSlipLock::LockWithTimeout(unsigned long milliseconds) noexcept {
 /// A thread counts as waiting before it tries to take the lock, and `Unlock` frees the lock before
 /// it looks for waiting threads: one of the two sees the other. Who gives up does so after a failed
 /// try, that is, while another holds the lock, whose `Unlock` wakes the next.
-bool CSlipLock::Wait(unsigned long long self, unsigned long milliseconds) noexcept {
+bool Internals::Wait(CSlipLock& lock, vtr::ThreadMark self, unsigned long milliseconds) {
     const ULONGLONG start = GetTickCount64();
-    ++waiting;
-    bool taken = Take(holder, self);
+    ++lock.waiting;
+    bool taken = Take(lock.holder, self);
     for (ULONGLONG gone = 0; !taken && (milliseconds == INFINITE || gone < milliseconds);) {
         const DWORD left =
             milliseconds == INFINITE ? INFINITE : static_cast<DWORD>(milliseconds - gone);
         // Without an event, for which there was no memory, the waiting is done by looking.
-        if (WaitForSingleObject(lockEvent.Get(), left) == WAIT_FAILED)
+        if (WaitForSingleObject(lock.lockEvent, left) == WAIT_FAILED)
             Sleep(1);
-        taken = Take(holder, self);
+        taken = Take(lock.holder, self);
         gone = GetTickCount64() - start;
     }
-    --waiting;
+    --lock.waiting;
     return taken;
 }
 
@@ -83,5 +88,5 @@ void CSlipLock::Unlock() noexcept {
     owner = 0;
     holder = 0;
     if (waiting > 0)
-        SetEvent(lockEvent.Get());
+        SetEvent(lockEvent);
 }

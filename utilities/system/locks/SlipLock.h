@@ -1,17 +1,16 @@
 #ifndef VTRUTILS_SYSTEM_LOCKS_SLIPLOCK_H
 #define VTRUTILS_SYSTEM_LOCKS_SLIPLOCK_H
 
-#include "common/Owner.h"
 #include "utilities/Export.h"
 
 #include <atomic>
 
 /// A lock with a time-out: one thread at a time, which may lock again as often as it unlocks again.
 /// Taking a free lock and taking it again cost no call into the system; threads that must wait do
-/// so at an event.
+/// so on an event.
 ///
-/// A thread that ends as the owner leaves the lock held for good: nobody gets it any more, not even
-/// a thread to which the system gives the same number.
+/// If a thread ends while it holds the lock, the lock stays held for ever: no other thread gets it,
+/// not even one to which the system gives the same number.
 /// Thread-safety: locked by itself.
 class VTRUTILS_API CSlipLock {
 public:
@@ -23,25 +22,24 @@ public:
 
     void Lock() noexcept;
 
-    /// False, with the lock as it was, when it cannot be had within the time.
+    /// Waits for at most this time. False, with the lock unchanged, if another thread still holds
+    /// it then.
     bool LockWithTimeout(unsigned long milliseconds) noexcept;
 
-    /// Does not wait.
+    /// Does not wait: false if another thread holds the lock.
     VTRUTILS_INLINE bool RequestLock() noexcept { return LockWithTimeout(0); }
 
     /// Does nothing if the calling thread does not hold the lock.
     void Unlock() noexcept;
 
 private:
-    friend struct vtr::Layout<CSlipLock>;
+    friend struct vtr::Internals<CSlipLock>;
 
-    bool Wait(unsigned long long self, unsigned long milliseconds) noexcept;
-
-    vtr::KernelHandle lockEvent;  ///< signalled for a thread that waits, by one that unlocks
-    vtr::KernelHandle guardEvent; ///< part of the record; the owner is atomic and needs no guard
-    unsigned long owner;          ///< thread number, 0: free; written by the owner only
-    int recursion;                ///< changed by the owner only
-    std::atomic<int> waiting;     ///< threads at the lock event or on their way to it
+    void* lockEvent;          ///< signalled for a thread that waits, by one that unlocks
+    void* guardEvent;         ///< part of the record; the owner is atomic and needs no guard
+    unsigned long owner;      ///< thread number, 0: free; written by the owner only
+    int recursion;            ///< changed by the owner only
+    std::atomic<int> waiting; ///< threads at the lock event or on their way to it
     std::atomic<unsigned long long> holder; ///< the owner's mark, 0: free; numbers are used again
 };
 

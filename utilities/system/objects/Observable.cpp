@@ -6,28 +6,30 @@
 #include "utilities/system/locks/Lock.h"
 
 #include <cstdarg>
-#include <cstddef>
 #include <new>
 
-#pragma GCC diagnostic ignored "-Winvalid-offsetof" // asserted on, which is safe
-
 template <>
-struct vtr::Layout<Observable> {
+struct vtr::Internals<Observable> {
     static_assert(sizeof(Observable) == 192);
-    static_assert(offsetof(Observable, alive) == 8);
-    static_assert(offsetof(Observable, codes) == 16);
-    static_assert(offsetof(Observable, removedDuringDelivery) == 48);
-    static_assert(offsetof(Observable, section) == 136);
-    static_assert(offsetof(Observable, deliveryDepth) == 176);
+    VTR_FIELD_AT(Observable, alive, 8);
+    VTR_FIELD_AT(Observable, codes, 16);
+    VTR_FIELD_AT(Observable, removedDuringDelivery, 48);
+    VTR_FIELD_AT(Observable, section, 136);
+    VTR_FIELD_AT(Observable, deliveryDepth, 176);
+
+    static CMyArrayList* ListAt(Observable& subject, int index) {
+        return static_cast<CMyArrayList*>(subject.codes.FastIndex(index));
+    }
+    static CMyArrayList* ListOf(Observable& subject, int code) {
+        return static_cast<CMyArrayList*>(subject.codes.ElemBySortValue(code, nullptr, scanExact));
+    }
+    static CMyArrayList* MakeListOf(Observable& subject, int code);
+    static void TakeOut(Observable& subject, Observer* observer);
+    static void Blank(Observable& subject, const Observer* observer);
+    static void FreeRemovedObservers(Observable& subject);
 };
 
-namespace {
-
-CMyArrayList* ListAt(CMyArrayList& codes, int index) {
-    return static_cast<CMyArrayList*>(codes.FastIndex(index));
-}
-
-} // namespace
+using Internals = vtr::Internals<Observable>;
 
 /// A delivery under way, which holds the lock. The outermost one does the removals that waited for
 /// it, also when an observer throws. Its list and even its subject may go away meanwhile.
@@ -38,7 +40,7 @@ public:
         outer = subject->innermost;
         subject->innermost = this;
         if (subject->deliveryDepth == 0)
-            subject->FreeRemovedObservers();
+            Internals::FreeRemovedObservers(*subject);
         ++subject->deliveryDepth;
     }
     Delivery(const Delivery&) = delete;
@@ -48,7 +50,7 @@ public:
             return;
         subject->innermost = outer;
         if (--subject->deliveryDepth == 0)
-            subject->FreeRemovedObservers();
+            Internals::FreeRemovedObservers(*subject);
         LeaveCriticalSection(&subject->section);
     }
 
@@ -88,18 +90,14 @@ Observable::~Observable() {
     DeleteCriticalSection(&section);
 }
 
-CMyArrayList* Observable::ListOf(int code) {
-    return static_cast<CMyArrayList*>(codes.ElemBySortValue(code, nullptr, scanExact));
-}
-
 /// Null when memory runs out.
-CMyArrayList* Observable::MakeListOf(int code) {
+CMyArrayList* Internals::MakeListOf(Observable& subject, int code) {
     auto* list = new (std::nothrow) CMyArrayList();
     if (list == nullptr)
         return nullptr;
-    const int before = codes.NumNodes();
-    codes.AddSorted(list, code);
-    if (codes.NumNodes() == before) {
+    const int before = subject.codes.NumNodes();
+    subject.codes.AddSorted(list, code);
+    if (subject.codes.NumNodes() == before) {
         delete list;
         return nullptr;
     }
@@ -122,26 +120,26 @@ void Observable::RegisterObservations(Observer* observer, ...) {
     for (int code = va_arg(arguments, int); code != -1; code = va_arg(arguments, int)) {
         if (code < 0)
             continue;
-        CMyArrayList* list = ListOf(code);
+        CMyArrayList* list = Internals::ListOf(*this, code);
         if (list == nullptr)
-            list = MakeListOf(code);
+            list = Internals::MakeListOf(*this, code);
         if (list != nullptr && list->MemberIndex(observer, -1) < 0)
             list->AppendToTail(observer, 0);
     }
     va_end(arguments);
 }
 
-void Observable::TakeOut(Observer* observer) {
-    const int count = codes.NumNodes();
+void Internals::TakeOut(Observable& subject, Observer* observer) {
+    const int count = subject.codes.NumNodes();
     for (int i = 0; i < count; ++i)
-        ListAt(codes, i)->Remove(observer, -1);
+        ListAt(subject, i)->Remove(observer, -1);
 }
 
 /// Leaves empty places, for good, so that the deliveries under way find the others where they were.
-void Observable::Blank(const Observer* observer) {
-    const int count = codes.NumNodes();
+void Internals::Blank(Observable& subject, const Observer* observer) {
+    const int count = subject.codes.NumNodes();
     for (int i = 0; i < count; ++i)
-        vtr::Internals<CMyArrayList>::Blank(*ListAt(codes, i), observer);
+        vtr::Internals<CMyArrayList>::Blank(*ListAt(subject, i), observer);
 }
 
 void Observable::RemoveObserver(Observer* observer) {
@@ -154,17 +152,17 @@ void Observable::RemoveObserver(Observer* observer) {
             removedDuringDelivery.AppendToTail(observer, 0) >= 0)
             return;
         // No memory to remember it by, and the host may delete it.
-        Blank(observer);
+        Internals::Blank(*this, observer);
     } else {
-        TakeOut(observer);
+        Internals::TakeOut(*this, observer);
     }
 }
 
-void Observable::FreeRemovedObservers() {
-    const int count = removedDuringDelivery.NumNodes();
+void Internals::FreeRemovedObservers(Observable& subject) {
+    const int count = subject.removedDuringDelivery.NumNodes();
     for (int i = 0; i < count; ++i)
-        TakeOut(static_cast<Observer*>(removedDuringDelivery.Index(i, nullptr)));
-    removedDuringDelivery.RemoveAll();
+        TakeOut(subject, static_cast<Observer*>(subject.removedDuringDelivery.Index(i, nullptr)));
+    subject.removedDuringDelivery.RemoveAll();
 }
 
 void Observable::RemoveAllObservers() {
@@ -173,14 +171,14 @@ void Observable::RemoveAllObservers() {
         return;
     const int count = codes.NumNodes();
     for (int i = 0; i < count; ++i)
-        delete ListAt(codes, i);
+        delete Internals::ListAt(*this, i);
     codes.RemoveAll();
     Delivery::EndAll(*this);
 }
 
 void Observable::SendNotification(int code, void* data) {
     Delivery delivery(*this);
-    CMyArrayList* list = ListOf(code);
+    CMyArrayList* list = Internals::ListOf(*this, code);
     const int count = list != nullptr ? list->NumNodes() : 0;
     for (int i = 0; i < count && !delivery.Ended(); ++i) {
         auto* observer = static_cast<Observer*>(list->FastIndex(i));

@@ -29,8 +29,8 @@ protected:
 /// Delivers notifications, each a code and a pointer, to the observers registered for the code.
 ///
 /// From within `OnNotify` an observer may add and remove observers, itself included, and notify,
-/// which is delivered at once. It may also destroy the subject, which ends all its deliveries; in
-/// `Attach` it must not.
+/// which is delivered at once. It may also destroy the subject, which ends all its deliveries. It
+/// must not do so in `Attach`.
 /// Thread-safety: locked by itself. Observers are called with the lock held, on the thread that
 /// notifies.
 class VTRUTILS_API Observable {
@@ -41,19 +41,20 @@ public:
     /// Requires: no other thread is at the subject.
     virtual ~Observable();
 
-    /// Calls the observer's `Attach`; for one whose removal waits for the end of a delivery, takes
-    /// the removal back instead. Nothing for null.
+    /// Calls the observer's `Attach`. If the observer was removed during a delivery that has not
+    /// ended, takes that removal back instead. Does nothing for null.
     void AddObserver(Observer* observer);
 
-    /// Codes of type `int`, ended by -1; other negative ones are left out. Registering a code again
-    /// changes nothing. When memory runs out, the code is not registered. To be called from
-    /// `Attach`, while the lock is held.
+    /// Registers the observer for codes, arguments of type `int` that end with -1; other negative
+    /// codes are left out. Registering a code again changes nothing. A code is not registered if
+    /// memory runs out. Call it from `Attach`, where the lock is held.
     void RegisterObservations(Observer* observer, ...);
 
-    /// From within a delivery: the observer gets nothing more and is taken out at the end of it.
+    /// During a delivery, the observer gets no more notifications at once, and is removed when the
+    /// delivery ends.
     void RemoveObserver(Observer* observer);
 
-    /// From within a delivery: ends it.
+    /// During a delivery, ends it.
     void RemoveAllObservers();
 
     /// Calls, in the order in which they registered, those observers of the code that were there at
@@ -61,14 +62,8 @@ public:
     void SendNotification(int code, void* data);
 
 private:
-    friend struct vtr::Layout<Observable>;
+    friend struct vtr::Internals<Observable>;
     class Delivery;
-
-    CMyArrayList* ListOf(int code);
-    CMyArrayList* MakeListOf(int code);
-    void TakeOut(Observer* observer);
-    void Blank(const Observer* observer);
-    void FreeRemovedObservers();
 
     int alive; ///< 1 until destruction
     CMyArrayList codes;
@@ -76,7 +71,7 @@ private:
     CRITICAL_SECTION section;
     int deliveryDepth;
 
-    Delivery* innermost; ///< of those under way; null: none
+    Delivery* innermost; ///< of the deliveries under way; null: none
 };
 
 #endif

@@ -3,7 +3,7 @@
 
 #include "utilities/Export.h"
 
-/// An object that counts who uses it, from 1 on; `DeleteMyObject` takes one away. The count belongs
+/// An object that counts its users, from 1 on; `DeleteMyObject` takes one away. The count belongs
 /// to the object: a copy starts at 1, and assigning leaves it alone.
 /// Thread-safety: one thread at a time.
 class VTRUTILS_API CRefObject {
@@ -23,8 +23,8 @@ private:
     int references;
 };
 
-/// Takes one use away and deletes the object, which was made with `new`, when none is left. Nothing
-/// for null.
+/// Takes one user away, and deletes the object, which was made with `new`, if none is left. Does
+/// nothing for null.
 VTRUTILS_API void DeleteMyObject(CRefObject* object) noexcept;
 
 #endif

@@ -10,7 +10,7 @@
 
 namespace {
 
-/// What stands behind the "&", in lower case, and what it gives.
+/// What follows the "&", in lower case, and what it gives.
 struct NamedReference {
     std::string_view name;
     char replacement;
@@ -68,7 +68,7 @@ constexpr std::array<Key, referenceCount> MakeKeys() {
 
 constexpr std::array<Key, referenceCount> keys = MakeKeys();
 
-/// How much of the text a replacement stands for; 0: the text is no reference.
+/// How much of the text a replacement stands for; 0: the text is not a reference.
 struct Decoded {
     std::size_t length;
     char replacement;
@@ -115,7 +115,7 @@ Decoded DecodeName(const char* at, const char* end) {
     return notDecoded;
 }
 
-/// `at` stands on a "&" or "%".
+/// `at` is at a "&" or "%".
 Decoded Decode(const char* at, const char* end) {
     if (*at == '%')
         return end - at >= 3 && at[1] == '2' && at[2] == '0' ? Decoded{3, ' '} : notDecoded;

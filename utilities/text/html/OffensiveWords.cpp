@@ -1,5 +1,6 @@
 #include "utilities/text/html/HtmlText.h"
 
+#include "utilities/base/CaseBit.h"
 #include "utilities/base/MultibyteText.h"
 
 #include <algorithm>
@@ -22,15 +23,14 @@ constexpr std::size_t letterCount = 26;
 
 /// 0 to 25 for a letter in either case, else 26 or more.
 constexpr std::size_t LetterIndex(char c) {
-    constexpr char caseBit = 'a' ^ 'A';
-    return static_cast<unsigned char>((c | caseBit) - 'a');
+    return static_cast<unsigned char>((static_cast<unsigned char>(c) | vtr::caseBit) - 'a');
 }
 
 constexpr std::size_t PairIndex(std::size_t first, std::size_t second) {
     return first * letterCount + second;
 }
 
-/// Where the words begin that start with each pair of letters, and behind the last pair their end.
+/// Where the words begin that start with each pair of letters, and after the last pair their end.
 constexpr std::array<unsigned short, letterCount * letterCount + 1> MakeStarts() {
     std::array<unsigned short, letterCount * letterCount + 1> starts{};
     for (const auto& word : words)

@@ -1,14 +1,14 @@
 #include "utilities/text/ini/IniFileReader.h"
 
+#include "utilities/base/Bisection.h"
 #include "utilities/base/MergeSort.h"
-#include "utilities/base/MultibyteText.h"
 #include "utilities/base/OwnedText.h"
 #include "utilities/base/ReplacingFile.h"
 #include "utilities/base/SameText.h"
 #include "utilities/base/TextFile.h"
 #include "utilities/text/ini/IniInheritance.h"
+#include "utilities/text/ini/IniInternals.h"
 #include "utilities/text/ini/IniParser.h"
-#include "utilities/text/strings/StringFunctions.h"
 #include "vtrfutls/Log.h"
 
 #include <algorithm>
@@ -18,10 +18,10 @@
 #include <windows.h>
 
 using vtr::IsEmptyText;
+using Internals = vtr::Internals<CIniFileReader>;
 
 CIniFileReader::CIniFileReader() noexcept
-    : fileName(nullptr), lastSectionIndex(-1), keepSorted(false), initialized(false),
-      outOfMemory(false) {}
+    : fileName(nullptr), lastSectionIndex(-1), keepSorted(false), initialized(false) {}
 
 CIniFileReader::~CIniFileReader() {
     Reset();
@@ -56,11 +56,18 @@ bool CIniFileReader::ProcessInheritance() noexcept {
     if (inheritance.ResolveAll())
         return true;
     Reset();
-    if (inheritance.WhatFailed() == IniInheritance::Trouble::memory)
-        Log("CIniFileReader::ProcessInheritance: departing, no memory");
-    else
+    switch (inheritance.WhatFailed()) {
+    case IniInheritance::Trouble::copies:
         LogFmtA("CIniFileReader::ProcessInheritance: departing, more than %u pairs to copy",
                 IniInheritance::mostCopies);
+        break;
+    case IniInheritance::Trouble::steps:
+        LogFmtA("CIniFileReader::ProcessInheritance: departing, more than %u steps to take",
+                IniInheritance::mostSteps);
+        break;
+    default:
+        Log("CIniFileReader::ProcessInheritance: departing, no memory");
+    }
     return false;
 }
 
@@ -78,7 +85,7 @@ bool CIniFileReader::GetString(const char* section, const char* key, const char*
                                char* buffer, unsigned int bufferSize) const noexcept {
     if (key == nullptr || buffer == nullptr || bufferSize == 0)
         return false;
-    const CIniSection* found = FindSectionNear(section);
+    const CIniSection* found = Internals::FindNear(*this, section);
     if (found != nullptr) {
         found->GetString(key, defaultValue, buffer, bufferSize);
         return true;
@@ -134,8 +141,8 @@ bool CIniFileReader::SetValue(const char* section, const char* key, const char* 
         Log("CIniFileReader::SetValue: departing, NULL input");
         return false;
     }
-    const int index = FindFirst(section);
-    CIniSection* target = index >= 0 ? GetSection(index) : AddSection(section);
+    const int index = Internals::FindFirst(*this, section);
+    CIniSection* target = index >= 0 ? GetSection(index) : Internals::AddSection(*this, section);
     if (target == nullptr)
         return false;
     if (index < 0 && keepSorted)
@@ -151,14 +158,14 @@ void CIniFileReader::Sort() noexcept {
     const auto less = [](const CIniSection* a, const CIniSection* b) {
         return vtr::CompareText(a->Name(), b->Name()) < 0;
     };
-    const bool inOrder = vtr::MergeSort(sections.Data(), sections.Count(), less);
-    LogFmtA("CIniFileReader::Sort: sorting %u section names took %u ms", sections.Count(),
+    const bool inOrder = vtr::MergeSort(sections.slots, sections.count, less);
+    LogFmtA("CIniFileReader::Sort: sorting %u section names took %u ms", sections.count,
             static_cast<unsigned>(GetTickCount() - start));
-    for (CIniSection* section : sections)
+    for (CIniSection* section : Internals::Sections(*this))
         section->Sort();
     keepSorted = inOrder;
-    LogFmtA("CIniFileReader::Sort: sorting %u sections + section names took %u ms",
-            sections.Count(), static_cast<unsigned>(GetTickCount() - start));
+    LogFmtA("CIniFileReader::Sort: sorting %u sections + section names took %u ms", sections.count,
+            static_cast<unsigned>(GetTickCount() - start));
 }
 
 bool CIniFileReader::Save() noexcept {
@@ -170,7 +177,7 @@ bool CIniFileReader::Save() noexcept {
     if (!file.Open())
         return false;
     static constexpr char separator[] = "\r\n\r\n";
-    for (const CIniSection* section : sections) {
+    for (const CIniSection* section : Internals::Sections(*this)) {
         const bool named = section->Name()[0] != '\0';
         if ((named && !section->Save(file.Stream())) ||
             std::fwrite(separator, 1, sizeof separator - 1, file.Stream()) != sizeof separator - 1)
@@ -180,10 +187,9 @@ bool CIniFileReader::Save() noexcept {
 }
 
 void CIniFileReader::Reset() noexcept {
-    sections.Clear([](CIniSection* section) { delete section; });
+    Internals::Sections(*this).Clear([](CIniSection* section) { delete section; });
     lastSectionIndex = -1;
     initialized = false;
-    outOfMemory = false;
 }
 
 void CIniFileReader::ClearValues() noexcept {
@@ -191,107 +197,61 @@ void CIniFileReader::ClearValues() noexcept {
 }
 
 CIniSection* CIniFileReader::FindSection(const char* sectionName, int* indexOut) const noexcept {
-    if (IsEmptyText(sectionName))
-        return nullptr;
-    int index = -1;
-    if (!keepSorted) {
-        index = FindFirst(sectionName);
-    } else {
-        unsigned low = 0;
-        unsigned high = sections.Count();
-        while (low < high && index < 0) {
-            const unsigned middle = low + (high - low) / 2;
-            const int order = vtr::CompareText(sections[middle]->Name(), sectionName);
-            if (order == 0)
-                index = static_cast<int>(middle);
-            else if (order < 0)
-                low = middle + 1;
-            else
-                high = middle;
-        }
-    }
+    const int index = Internals::Find(*this, sectionName);
     if (index < 0)
         return nullptr;
     if (indexOut != nullptr)
         *indexOut = index;
-    return sections[static_cast<unsigned>(index)];
+    return sections.slots[index];
 }
 
-/// Documents are mostly read in order: the section read last and the one behind it are tried before
-/// any search.
-CIniSection* CIniFileReader::FindSectionNear(const char* sectionName) const noexcept {
-    CIniSection* last =
-        lastSectionIndex < 0 ? nullptr : sections.At(static_cast<unsigned>(lastSectionIndex));
+void CIniFileReader::ScanForParents(const char* text, int position, int length,
+                                    CIniSection* section) noexcept {
+    vtr::IniParser::ScanForParents(text + position, text + length, *section);
+}
+
+bool CIniFileReader::CheckForClosingQuote(const char* text, unsigned long position,
+                                          unsigned long length, int& innerQuotes) const noexcept {
+    return vtr::IniParser::EndsInQuote(text + position, text + length, innerQuotes);
+}
+
+int Internals::Find(const CIniFileReader& document, const char* name) {
+    if (IsEmptyText(name))
+        return -1;
+    if (!document.keepSorted)
+        return FindFirst(document, name);
+    return vtr::Bisect(document.sections.count, document.sections.count, [&](unsigned i) {
+        return vtr::CompareText(document.sections.slots[i]->Name(), name);
+    });
+}
+
+CIniSection* Internals::FindNear(const CIniFileReader& document, const char* name) {
+    int& lastIndex = document.lastSectionIndex;
+    const auto& sections = document.sections;
+    CIniSection* last = lastIndex < 0 ? nullptr : sections.At(static_cast<unsigned>(lastIndex));
     if (last != nullptr) {
-        if (vtr::SameText(sectionName, last->Name()))
+        if (vtr::SameText(name, last->Name()))
             return last;
-        CIniSection* next = sections.At(static_cast<unsigned>(lastSectionIndex) + 1);
-        if (sectionName != nullptr && next != nullptr && vtr::SameText(sectionName, next->Name())) {
-            ++lastSectionIndex;
+        CIniSection* next = sections.At(static_cast<unsigned>(lastIndex) + 1);
+        if (name != nullptr && next != nullptr && vtr::SameText(name, next->Name())) {
+            ++lastIndex;
             return next;
         }
     }
-    return FindSection(sectionName, &lastSectionIndex);
+    return document.FindSection(name, &lastIndex);
 }
 
-/// The index of the first section of that name, or -1.
-int CIniFileReader::FindFirst(const char* sectionName) const noexcept {
-    for (unsigned i = 0; i < sections.Count(); ++i) {
-        if (vtr::SameText(sections[i]->Name(), sectionName))
+int Internals::FindFirst(const CIniFileReader& document, const char* name) {
+    for (unsigned i = 0; i < document.sections.count; ++i) {
+        if (vtr::SameText(document.sections.slots[i]->Name(), name))
             return static_cast<int>(i);
     }
     return -1;
 }
 
-CIniSection* CIniFileReader::AddSection(const char* sectionName) noexcept {
-    std::unique_ptr<CIniSection> section(new (std::nothrow) CIniSection(sectionName));
-    if (section == nullptr || !sections.Append(section.get()))
+CIniSection* Internals::AddSection(CIniFileReader& document, const char* name) {
+    std::unique_ptr<CIniSection> section(new (std::nothrow) CIniSection(name));
+    if (section == nullptr || !Sections(document).Append(section.get()))
         return nullptr;
     return section.release();
-}
-
-void CIniFileReader::ScanForParents(const char* text, int position, int length,
-                                    CIniSection* section) noexcept {
-    enum class State { waiting, armed, inName };
-    State state = State::waiting;
-    char name[512];
-    std::size_t nameLength = 0;
-    const vtr::CharacterSteps steps;
-    const char* end = text + length;
-    for (const char* p = text + position; p < end && *p != '\r' && *p != '\n';) {
-        const std::size_t bytes = steps.Length(p, static_cast<std::size_t>(end - p));
-        if (state == State::waiting) {
-            if (*p == ':')
-                state = State::armed;
-        } else if (state == State::armed) {
-            if (*p == '[') {
-                state = State::inName;
-                nameLength = 0;
-            }
-        } else if (*p == ']') {
-            name[nameLength] = '\0';
-            RemoveTrailingSpacesA(name, /*alsoLineBreaks=*/false);
-            const int parents = section->NumParents();
-            section->AddParent(name);
-            outOfMemory = outOfMemory || (name[0] != '\0' && section->NumParents() == parents);
-            state = State::waiting;
-        } else if ((*p != ' ' || nameLength > 0) && nameLength + bytes < sizeof name) {
-            std::memcpy(name + nameLength, p, bytes);
-            nameLength += bytes;
-        }
-        p += bytes;
-    }
-}
-
-bool CIniFileReader::CheckForClosingQuote(const char* text, unsigned long position,
-                                          unsigned long length, int& innerQuotes) const noexcept {
-    bool quoteIsLast = false;
-    for (unsigned long i = position; i < length && text[i] != '\r' && text[i] != '\n'; ++i) {
-        if (text[i] == ' ' || text[i] == '\t')
-            continue;
-        if (quoteIsLast)
-            ++innerQuotes;
-        quoteIsLast = text[i] == '"';
-    }
-    return quoteIsLast;
 }

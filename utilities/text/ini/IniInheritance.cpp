@@ -7,11 +7,11 @@
 namespace vtr {
 
 bool IniInheritance::Prepare() {
-    const unsigned count = document.sections.Count();
+    const unsigned count = sections.Count();
     nodes.reset(new (std::nothrow) Node[count]);
     NeedMemory(nodes != nullptr);
     for (unsigned i = 0; i < count && Good(); ++i) {
-        nodes[i].section = document.sections[i];
+        nodes[i].section = sections[i];
         NeedMemory(sectionNumbers.Number(nodes[i].section->Name(), i) != none);
     }
     for (unsigned i = 0; i < count && Good(); ++i)
@@ -51,7 +51,7 @@ bool IniInheritance::AddMention(const Node& child, unsigned parent) {
 }
 
 bool IniInheritance::ListHeirs() {
-    const unsigned count = document.sections.Count();
+    const unsigned count = sections.Count();
     int total = 0;
     for (unsigned i = 0; i < count; ++i) {
         nodes[i].firstHeir = total;
@@ -73,14 +73,13 @@ bool IniInheritance::ListHeirs() {
 
 /// The first of that name; in a sorted document, any.
 unsigned IniInheritance::FindParent(const char* name) const {
-    if (!document.keepSorted)
+    if (!document.KeepSorted())
         return sectionNumbers.Find(name);
-    int index = 0;
-    return document.FindSection(name, &index) != nullptr ? static_cast<unsigned>(index) : none;
+    return static_cast<unsigned>(Internals<CIniFileReader>::Find(document, name));
 }
 
 bool IniInheritance::NumberKeys(Node& node) {
-    for (const CIniValue* pair : node.section->values) {
+    for (const CIniValue* pair : Internals<CIniSection>::Values(*node.section)) {
         unsigned number = none;
         if (pair->Key() != nullptr) {
             number = keyNumbers.Number(pair->Key(), keyNumbers.Count());
@@ -115,19 +114,19 @@ bool IniInheritance::FillSets(Node& node) {
 
 bool IniInheritance::ResolveAll() {
     bool hasParents = false;
-    for (const CIniSection* section : document.sections)
+    for (const CIniSection* section : sections)
         hasParents = hasParents || section->NumParents() > 0;
     if (!hasParents)
         return true;
     if (!Prepare())
         return false;
-    for (unsigned i = 0; i < document.sections.Count(); ++i) {
+    for (unsigned i = 0; i < sections.Count(); ++i) {
         Visit(nodes[i], mostLevels);
         if (!Good())
             return false;
         nodes[i].resolved = true;
     }
-    for (CIniSection* section : document.sections)
+    for (CIniSection* section : sections)
         section->RemoveParents();
     return MakeCopies();
 }
@@ -135,7 +134,7 @@ bool IniInheritance::ResolveAll() {
 bool IniInheritance::Resolve(const CIniSection* section, int levels) {
     if (levels < 1 || !Prepare())
         return false;
-    Node* const end = nodes.get() + document.sections.Count();
+    Node* const end = nodes.get() + sections.Count();
     Node* const node =
         std::find_if(nodes.get(), end, [&](const Node& n) { return n.section == section; });
     if (node == end)
@@ -144,14 +143,26 @@ bool IniInheritance::Resolve(const CIniSection* section, int levels) {
     return Good() && MakeCopies() && node->quiet == always;
 }
 
+/// Counts work: a step takes some nanoseconds. False when it is too much; the rest is then left
+/// alone.
+bool IniInheritance::Spend(int steps) {
+    if (Good() && steps > stepsLeft)
+        trouble = Trouble::steps;
+    if (Good())
+        stepsLeft -= steps;
+    return Good();
+}
+
 void IniInheritance::Visit(Node& node, int levels) {
-    if (node.quiet >= levels)
+    if (node.quiet >= levels || !Spend((node.endOfMentions - node.firstMention) / 4 + 1))
         return;
     for (int i = node.firstMention;; ++i) {
         i = NextToVisit(i, node.endOfMentions, levels);
         if (i == node.endOfMentions)
             break;
         const int first = mentions[i].first;
+        if (!Spend(1))
+            return;
         if (quiet[first] >= levels)
             continue;
         Node& parent = nodes[mentions[i].parent];
@@ -196,8 +207,9 @@ unsigned char IniInheritance::QuietLevels(const Mention& mention) const {
 }
 
 /// True when the child lacks nothing, as far as that can be told fast.
-bool IniInheritance::IsPart(const Node& parent, const Node& child) const {
-    return parent.known.IsKnownPartOf(child.known, Limit()) &&
+bool IniInheritance::IsPart(const Node& parent, const Node& child) {
+    return Spend(static_cast<int>(Limit() / 256) + child.halfEmpty.Count()) &&
+           parent.known.IsKnownPartOf(child.known, Limit()) &&
            std::none_of(child.halfEmpty.begin(), child.halfEmpty.end(), [&](unsigned key) {
                return child.empty.Find(key) != none && parent.known.Has(key * 2 + 1);
            });
@@ -212,6 +224,8 @@ void IniInheritance::Copy(Node& child, const Node& parent, Mention& seen) {
         seen.pairs = parent.pairs.Count();
         seen.filled = parent.filled.Count();
     }
+    if (!Spend(parent.pairs.Count() - seen.pairs + parent.filled.Count() - seen.filled))
+        return;
     for (; seen.pairs < parent.pairs.Count() && Good(); ++seen.pairs)
         Give(child, parent.pairs[seen.pairs]);
     for (; seen.filled < parent.filled.Count() && Good(); ++seen.filled)
@@ -248,6 +262,8 @@ bool IniInheritance::FillPair(Node& child, const Pair& pair) {
 
 /// The node has changed, or one so many levels above it: visits of its children may change them.
 void IniInheritance::Disturb(const Node& node, unsigned char levels) {
+    if (!Spend(node.endOfHeirs - node.firstHeir))
+        return;
     for (int i = node.firstHeir; i < node.endOfHeirs; ++i) {
         const Heir heir = heirs[i];
         Node& child = nodes[heir.section];
@@ -263,7 +279,7 @@ void IniInheritance::Disturb(const Node& node, unsigned char levels) {
 /// All pairs are added before any value changes: the texts are those of pairs of the document.
 bool IniInheritance::MakeCopies() {
     for (const auto& step : {&IniInheritance::AddPairs, &IniInheritance::FillPairs}) {
-        for (unsigned i = 0; i < document.sections.Count() && Good(); ++i)
+        for (unsigned i = 0; i < sections.Count() && Good(); ++i)
             NeedMemory((this->*step)(nodes[i]));
     }
     return Good();
@@ -289,7 +305,7 @@ bool IniInheritance::FillPairs(Node& node) {
             return false;
     }
     const int added = static_cast<int>(section.NumValues()) - node.own;
-    for (int i = added > 0 ? 2 - added % 2 : 0; i > 0 && section.keepSorted; --i)
+    for (int i = added > 0 ? 2 - added % 2 : 0; i > 0 && section.KeepSorted(); --i)
         section.Sort();
     return true;
 }

@@ -4,7 +4,7 @@
 #include "utilities/base/NameIndex.h"
 #include "utilities/base/NumberSet.h"
 #include "utilities/base/ValueRun.h"
-#include "utilities/text/ini/IniFileReader.h"
+#include "utilities/text/ini/IniInternals.h"
 
 #include <memory>
 
@@ -18,30 +18,34 @@ namespace vtr {
 /// that visits a section once for every path that leads to it, and looks at every pair of a parent
 /// each time. What comes out is the same here, but
 ///
-/// - each section knows up to how many levels a visit would change nothing (`quiet`), which a
-/// change
-///   of an ancestor lowers, so that only visits that can change something are made;
+/// - each section knows up to how many levels a visit would change nothing (`quiet`). A change of
+///   an ancestor lowers that. So only visits that can change something are made;
 /// - of each parent only what came since the last time is looked at, and large sections are
-/// compared
-///   as sets of numbers, one for each key.
+///   compared as sets of numbers, one for each key.
 ///
-/// So a document may make sections look at each other as much as it likes. Only the copies, which
-/// take memory, are limited; they are made when it is known which and how many.
+/// Ordinary documents, and very many hostile ones, take few steps for each pair. What remains are
+/// keys that come one at a time to where hundreds of sections name each other, or where a header
+/// names a hundred thousand parents: there each key makes all of these be looked at again. So both
+/// the steps and the copies, which take memory, are limited. Copies are made when it is known which
+/// and how many.
 class IniInheritance {
 public:
     static constexpr unsigned mostCopies = 16'000'000;
+    /// Some seconds. Documents with as many copies as are allowed take a fifth of that.
+    static constexpr int mostSteps = 300'000'000;
     static constexpr int mostLevels = 10;
 
-    explicit IniInheritance(CIniFileReader& target) : document(target) {}
+    explicit IniInheritance(CIniFileReader& target)
+        : document(target), sections(Internals<CIniFileReader>::Sections(target)) {}
 
-    /// All sections in order, whose parents are then forgotten. False when it is too much or memory
-    /// runs out.
+    /// Resolves all sections in order, and forgets their parents. False when it is too much or
+    /// memory runs out.
     bool ResolveAll();
 
-    /// One section, up to so many levels. True when nothing was left out.
+    /// Resolves one section, up to so many levels. True when nothing was left out.
     bool Resolve(const CIniSection* section, int levels);
 
-    enum class Trouble { none, memory, copies };
+    enum class Trouble { none, memory, copies, steps };
     Trouble WhatFailed() const { return trouble; }
 
 private:
@@ -84,10 +88,11 @@ private:
         NumberTable empty;               ///< of each key without a value, where its first pair is
     };
 
-    bool IsPart(const Node& parent, const Node& child) const;
+    bool IsPart(const Node& parent, const Node& child);
     bool Prepare();
     bool Good() const { return trouble == Trouble::none; }
     void NeedMemory(bool got) { trouble = got ? trouble : Trouble::memory; }
+    bool Spend(int steps);
     bool AddMentions(Node& node);
     bool AddMention(const Node& child, unsigned parent);
     bool ListHeirs();
@@ -108,6 +113,7 @@ private:
     unsigned Limit() const { return keyNumbers.Count() * 2; }
 
     CIniFileReader& document;
+    Pointers<CIniSection> sections; ///< of the document
     std::unique_ptr<Node[]> nodes;
     ValueRun<Mention> mentions;    ///< in the order of the document
     ValueRun<unsigned char> quiet; ///< levels up to which to look at a mention changes nothing
@@ -115,6 +121,7 @@ private:
     NameIndex sectionNumbers;
     NameIndex keyNumbers;
     unsigned copiesLeft = mostCopies;
+    int stepsLeft = mostSteps;
     Trouble trouble = Trouble::none;
 };
 

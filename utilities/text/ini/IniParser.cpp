@@ -1,5 +1,8 @@
 #include "utilities/text/ini/IniParser.h"
 
+#include "utilities/text/ini/IniInternals.h"
+#include "utilities/text/strings/StringFunctions.h"
+
 #include <algorithm>
 #include <cstring>
 
@@ -23,11 +26,12 @@ const char* EndAtZero(const char* begin, const char* end) {
 } // namespace
 
 IniParser::IniParser(CIniFileReader& target, const char* source, unsigned size)
-    : document(target), text(source), length(size), at(0), unnamed(nullptr),
-      current(nullptr), pendingKey{source, source}, quoted(false), innerQuotes(0) {}
+    : document(target), sections(Internals<CIniFileReader>::Sections(target)), text(source),
+      length(size), at(0), unnamed(nullptr), current(nullptr), pendingKey{source, source},
+      quoted(false), innerQuotes(0) {}
 
 bool IniParser::Run() {
-    unnamed = document.AddSection("");
+    unnamed = Internals<CIniFileReader>::AddSection(document, "");
     State state = unnamed != nullptr ? State::lineStart : State::failed;
     while (state != State::done && state != State::failed) {
         switch (state) {
@@ -81,7 +85,7 @@ IniParser::State IniParser::SkipLine() {
 /// Line ends are characters of the name like any other: a header that is not closed takes the lines
 /// up to the next "]".
 IniParser::State IniParser::Header() {
-    char name[CIniSection::nameSize] = "";
+    char name[Internals<CIniSection>::nameSize] = "";
     unsigned nameLength = 0;
     while (!AtEnd() && text[at] != ']') {
         for (std::size_t bytes = steps.Length(text + at, length - at); bytes > 0; --bytes, ++at) {
@@ -100,8 +104,40 @@ IniParser::State IniParser::Header() {
     if (current == nullptr)
         return State::failed;
     current->SetName(name);
-    document.ScanForParents(text, static_cast<int>(at), static_cast<int>(length), current);
-    return document.outOfMemory ? State::failed : State::skipLine;
+    return ScanForParents(text + at, text + length, *current) ? State::skipLine : State::failed;
+}
+
+bool IniParser::ScanForParents(const char* begin, const char* end, CIniSection& section) {
+    enum class State { waiting, armed, inName };
+    State state = State::waiting;
+    char name[512];
+    std::size_t nameLength = 0;
+    const CharacterSteps steps;
+    for (const char* p = begin; p < end && *p != '\r' && *p != '\n';) {
+        const std::size_t bytes = steps.Length(p, static_cast<std::size_t>(end - p));
+        if (state == State::waiting) {
+            if (*p == ':')
+                state = State::armed;
+        } else if (state == State::armed) {
+            if (*p == '[') {
+                state = State::inName;
+                nameLength = 0;
+            }
+        } else if (*p == ']') {
+            name[nameLength] = '\0';
+            RemoveTrailingSpacesA(name, /*alsoLineBreaks=*/false);
+            const int parents = section.NumParents();
+            section.AddParent(name);
+            if (name[0] != '\0' && section.NumParents() == parents)
+                return false;
+            state = State::waiting;
+        } else if ((*p != ' ' || nameLength > 0) && nameLength + bytes < sizeof name) {
+            std::memcpy(name + nameLength, p, bytes);
+            nameLength += bytes;
+        }
+        p += bytes;
+    }
+    return true;
 }
 
 template <class Predicate>
@@ -143,10 +179,22 @@ IniParser::State IniParser::ValueStart() {
         return StorePair({text, text}) == State::failed ? State::failed : next;
     }
     innerQuotes = 0;
-    quoted = text[at] == '"' && document.CheckForClosingQuote(text, at + 1, length, innerQuotes);
+    quoted = text[at] == '"' && EndsInQuote(text + at + 1, text + length, innerQuotes);
     if (quoted)
         ++at;
     return State::value;
+}
+
+bool IniParser::EndsInQuote(const char* begin, const char* end, int& innerQuotes) {
+    bool quoteIsLast = false;
+    for (const char* p = begin; p < end && *p != '\r' && *p != '\n'; ++p) {
+        if (IsBlank(*p))
+            continue;
+        if (quoteIsLast)
+            ++innerQuotes;
+        quoteIsLast = *p == '"';
+    }
+    return quoteIsLast;
 }
 
 /// A ";" ends every value, quoted or not, so no value can hold one.
@@ -173,19 +221,20 @@ bool IniParser::IsTooLong(unsigned start) const {
 }
 
 CIniSection* IniParser::SectionForHeader() {
-    CIniSection* last = document.sections[document.sections.Count() - 1];
+    CIniSection* last = sections[sections.Count() - 1];
     if (last == unnamed || last->NumValues() > 0)
-        return document.AddSection("");
+        return Internals<CIniFileReader>::AddSection(document, "");
     last->RemoveParents();
     return last;
 }
 
 IniParser::State IniParser::StorePair(Slice value) {
-    CIniValue* pair =
-        CIniValue::Create(pendingKey.begin, pendingKey.Length(), value.begin, value.Length());
+    CIniValue* pair = Internals<CIniValue>::Create(pendingKey.begin, pendingKey.Length(),
+                                                   value.begin, value.Length());
     if (pair == nullptr)
         return State::failed;
-    std::replace(pair->key, pair->key + pendingKey.Length(), '\t', ' ');
+    char* key = Internals<CIniValue>::Key(*pair);
+    std::replace(key, key + pendingKey.Length(), '\t', ' ');
     CIniSection* section = current != nullptr ? current : unnamed;
     if (!section->AddValue(pair)) {
         delete pair;
@@ -195,8 +244,8 @@ IniParser::State IniParser::StorePair(Slice value) {
 }
 
 void IniParser::RemoveEmptySections() {
-    document.sections.RemoveIf([](const CIniSection* section) { return section->NumValues() == 0; },
-                               [](CIniSection* section) { delete section; });
+    sections.RemoveIf([](const CIniSection* section) { return section->NumValues() == 0; },
+                      [](CIniSection* section) { delete section; });
 }
 
 } // namespace vtr

@@ -2,14 +2,15 @@
 #define VTRUTILS_TEXT_INI_INIPARSER_H
 
 #include "utilities/base/MultibyteText.h"
+#include "utilities/base/PtrArray.h"
 #include "utilities/text/ini/IniFileReader.h"
 
 namespace vtr {
 
 /// Fills an empty document from single-byte text. Private to the library. One thread at a time.
 ///
-/// A state machine: each state is one function, which reads from `at` on and names the state that
-/// follows.
+/// This is a state machine. Each state is one function, which reads from `at` on and names the
+/// state that follows.
 ///
 ///     lineStart --";"------------> skipLine --line end--> lineStart
 ///         |-------"["------------> header ---"]"--------> skipLine
@@ -21,9 +22,17 @@ public:
     /// The text must stay where it is while this lives. It needs no terminator.
     IniParser(CIniFileReader& target, const char* source, unsigned size);
 
-    /// False for a key or value that is too long, a value without a key, and when memory runs out.
-    /// The document then holds the sections and pairs that came before. No section is left empty.
+    /// False for a key or value that is too long, for a value without a key, and when memory runs
+    /// out. The document then has the sections and pairs that came before. No section is left
+    /// empty.
     bool Run();
+
+    /// Adds the parents that the rest of a header line names. False when memory runs out.
+    static bool ScanForParents(const char* begin, const char* end, CIniSection& section);
+
+    /// True when the last character of the line that is neither space nor tab is a double quote;
+    /// `innerQuotes` is raised by the number of quotes that come before it.
+    static bool EndsInQuote(const char* begin, const char* end, int& innerQuotes);
 
 private:
     enum class State { lineStart, skipLine, header, key, valueStart, value, done, failed };
@@ -60,6 +69,7 @@ private:
     void RemoveEmptySections();
 
     CIniFileReader& document;
+    Pointers<CIniSection> sections; ///< of the document
     const char* text;
     unsigned length;
     unsigned at;
@@ -68,7 +78,7 @@ private:
     CIniSection* unnamed; ///< takes the pairs that no section has claimed
     CIniSection* current; ///< null: the unnamed section
     Slice pendingKey;     ///< trimmed
-    bool quoted;          ///< the value to come stands in double quotes
+    bool quoted;          ///< the value to come is in double quotes
     int innerQuotes;      ///< double quotes that belong to a quoted value
 };
 

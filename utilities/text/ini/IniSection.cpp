@@ -1,14 +1,19 @@
 #include "utilities/text/ini/IniSection.h"
 
+#include "utilities/base/Bisection.h"
 #include "utilities/base/MergeSort.h"
 #include "utilities/base/OwnedText.h"
 #include "utilities/base/SameText.h"
 #include "utilities/base/StoreCut.h"
+#include "utilities/text/ini/IniInternals.h"
 
 #include <cstring>
 
 using vtr::IsEmptyText;
 using vtr::StoreCut;
+using Internals = vtr::Internals<CIniSection>;
+using OwnValues = vtr::Pointers<CIniValue>;
+using Parents = vtr::Pointers<char>;
 
 namespace {
 
@@ -50,7 +55,7 @@ std::size_t LargestSavedSize(const CIniValue& pair) {
 CIniSection::CIniSection() noexcept : CIniSection(nullptr) {}
 
 CIniSection::CIniSection(const char* newName) noexcept
-    : keepSorted(false), keysDiffer(false), behindFound(0) {
+    : keepSorted(false), keysDiffer(false), afterFound(0) {
     SetName(newName);
 }
 
@@ -79,7 +84,8 @@ bool CIniSection::AddValue(const char* key, const char* value) noexcept {
     if (IsEmptyText(key))
         return false;
     const std::size_t valueLength = value != nullptr ? std::strlen(value) : 0;
-    std::unique_ptr<CIniValue> pair(CIniValue::Create(key, std::strlen(key), value, valueLength));
+    std::unique_ptr<CIniValue> pair(
+        vtr::Internals<CIniValue>::Create(key, std::strlen(key), value, valueLength));
     return AddValue(pair.get()) && pair.release() != nullptr;
 }
 
@@ -93,13 +99,13 @@ bool CIniSection::AddValue(CIniValue& value) noexcept {
 
 bool CIniSection::AddValue(CIniValue* value) noexcept {
     keysDiffer = false;
-    return value != nullptr && values.Append(value);
+    return value != nullptr && OwnValues(values).Append(value);
 }
 
 bool CIniSection::SetValue(const char* key, const char* value) noexcept {
     if (IsEmptyText(key))
         return false;
-    CIniValue* pair = FindFirst(key);
+    CIniValue* pair = Internals::FindFirst(*this, key);
     if (pair != nullptr) {
         pair->SetValue(value);
         return pair->Value() != nullptr || IsEmptyText(value);
@@ -123,7 +129,7 @@ void CIniSection::GetString(const char* key, const char* defaultValue, char* buf
                             unsigned int bufferSize) const noexcept {
     if (buffer == nullptr || bufferSize == 0)
         return;
-    const CIniValue* pair = Find(key);
+    const CIniValue* pair = Internals::Find(*this, key);
     buffer[0] = '\0';
     if (pair != nullptr && pair->Value() != nullptr)
         StoreCut(pair->Value(), buffer, bufferSize);
@@ -135,33 +141,34 @@ void CIniSection::GetString(const char* key, const char* defaultValue, char* buf
 }
 
 bool CIniSection::HasValue(const char* key) const noexcept {
-    const CIniValue* pair = Find(key);
+    const CIniValue* pair = Internals::Find(*this, key);
     return pair != nullptr && pair->Value() != nullptr;
 }
 
 void CIniSection::RemoveKey(unsigned int index) noexcept {
-    if (index < values.Count())
-        delete values.Remove(index);
+    if (index < values.count)
+        delete OwnValues(values).Remove(index);
 }
 
 void CIniSection::RemoveKey(const char* key) noexcept {
     if (IsEmptyText(key))
         return;
-    // The key may be the text of a pair that goes.
+    // The key may be the text of a pair that is removed.
     const vtr::OwnedText ownKey = vtr::CopyText(key);
     if (ownKey == nullptr)
         return;
-    values.RemoveIf([&](const CIniValue* pair) { return vtr::SameText(pair->Key(), ownKey.get()); },
-                    DeletePair);
+    OwnValues(values).RemoveIf(
+        [&](const CIniValue* pair) { return vtr::SameText(pair->Key(), ownKey.get()); },
+        DeletePair);
 }
 
 void CIniSection::Clear() noexcept {
-    values.Clear(DeletePair);
+    OwnValues(values).Clear(DeletePair);
 }
 
 void CIniSection::AddParent(const char* parent) noexcept {
     vtr::OwnedText copy = vtr::CopyText(parent);
-    if (copy != nullptr && parents.Append(copy.get()))
+    if (copy != nullptr && Parents(parents).Append(copy.get()))
         static_cast<void>(copy.release());
 }
 
@@ -170,24 +177,24 @@ const char* CIniSection::GetParent(int index) const noexcept {
 }
 
 void CIniSection::RemoveParents() noexcept {
-    parents.Clear(vtr::Free());
+    Parents(parents).Clear(vtr::Free());
 }
 
 void CIniSection::Sort() noexcept {
     const auto less = [](const CIniValue* a, const CIniValue* b) {
         return vtr::CompareText(a->Key(), b->Key()) < 0;
     };
-    keepSorted = vtr::MergeSort(values.Data(), values.Count(), less);
+    keepSorted = vtr::MergeSort(values.slots, values.count, less);
     keysDiffer = keepSorted;
-    for (unsigned i = 1; keysDiffer && i < values.Count(); ++i)
-        keysDiffer = less(values[i - 1], values[i]);
+    for (unsigned i = 1; keysDiffer && i < values.count; ++i)
+        keysDiffer = less(values.slots[i - 1], values.slots[i]);
 }
 
 bool CIniSection::Save(std::FILE* stream) const noexcept {
     if (stream == nullptr || name[0] == '\0')
         return false;
     std::size_t size = sizeof name + sizeof "[]\r\n";
-    for (const CIniValue* pair : values) {
+    for (const CIniValue* pair : Internals::Values(*this)) {
         if (!IsEmptyText(pair->Key()))
             size += LargestSavedSize(*pair);
     }
@@ -198,7 +205,7 @@ bool CIniSection::Save(std::FILE* stream) const noexcept {
     *out++ = '[';
     out = Append(out, name, std::strlen(name));
     out = Append(out, "]\r\n", 3);
-    for (const CIniValue* pair : values) {
+    for (const CIniValue* pair : Internals::Values(*this)) {
         if (!IsEmptyText(pair->Key()))
             out = AppendPair(out, *pair);
     }
@@ -206,40 +213,26 @@ bool CIniSection::Save(std::FILE* stream) const noexcept {
     return std::fwrite(text.get(), 1, length, stream) == length;
 }
 
-/// By binary search when the keys are in order, else the first in order. Null for null and "".
-const CIniValue* CIniSection::Find(const char* key) const noexcept {
+CIniValue* Internals::Find(const CIniSection& section, const char* key) {
     if (IsEmptyText(key))
         return nullptr;
-    if (!keepSorted) {
-        for (const CIniValue* pair : values) {
-            if (vtr::SameText(pair->Key(), key))
-                return pair;
-        }
+    if (!section.keepSorted)
+        return FindFirst(section, key);
+    // Sections are mostly read in order, so the pair after the one found last is tried first. Where
+    // keys repeat, that would make the pair that is found depend on what was read before.
+    const unsigned count = section.values.count;
+    const int index =
+        vtr::Bisect(count, section.keysDiffer ? section.afterFound : count, [&](unsigned i) {
+            return vtr::CompareText(section.values.slots[i]->Key(), key);
+        });
+    if (index < 0)
         return nullptr;
-    }
-    unsigned low = 0;
-    unsigned high = values.Count();
-    unsigned i = high / 2;
-    // Sections are mostly read in order, so the pair behind the one found last is tried first.
-    // Where keys repeat, that would make the pair that is found depend on what was read before.
-    if (keysDiffer && behindFound < high)
-        i = behindFound;
-    for (; low < high; i = low + (high - low) / 2) {
-        const int order = vtr::CompareText(values[i]->Key(), key);
-        if (order == 0) {
-            behindFound = i + 1;
-            return values[i];
-        }
-        if (order < 0)
-            low = i + 1;
-        else
-            high = i;
-    }
-    return nullptr;
+    section.afterFound = static_cast<unsigned>(index) + 1;
+    return section.values.slots[index];
 }
 
-CIniValue* CIniSection::FindFirst(const char* key) noexcept {
-    for (CIniValue* pair : values) {
+CIniValue* Internals::FindFirst(const CIniSection& section, const char* key) {
+    for (CIniValue* pair : Values(section)) {
         if (vtr::SameText(pair->Key(), key))
             return pair;
     }

@@ -1,12 +1,10 @@
 #include "utilities/text/ini/IniValue.h"
 
-#include "utilities/text/strings/StringFunctions.h"
+#include "utilities/base/BlockText.h"
+#include "utilities/text/ini/IniInternals.h"
 
-#include <cstdlib>
-#include <cstring>
-#include <functional>
-
-CIniValue::CIniValue() noexcept : key(nullptr), value(nullptr), roomSize(0) {}
+CIniValue::CIniValue() noexcept
+    : key(nullptr), value(nullptr), keyInBlock(false), valueInBlock(false) {}
 
 CIniValue::CIniValue(const char* newKey, const char* newValue) noexcept : CIniValue() {
     SetKey(newKey);
@@ -24,64 +22,33 @@ CIniValue& CIniValue::operator=(const CIniValue& other) noexcept {
 }
 
 CIniValue::~CIniValue() {
-    SetKey(nullptr);
-    SetValue(nullptr);
+    vtr::FreeText(key, keyInBlock);
+    vtr::FreeText(value, valueInBlock);
 }
 
 void CIniValue::SetKey(const char* newKey) noexcept {
-    Assign(key, newKey);
+    vtr::AssignText(key, keyInBlock, newKey);
 }
 
 void CIniValue::SetValue(const char* newValue) noexcept {
-    Assign(value, newValue);
+    vtr::AssignText(value, valueInBlock, newValue);
 }
 
-/// A text behind the object goes with the object; only later texts are blocks of their own.
-void CIniValue::Assign(char*& field, const char* text) noexcept {
-    const std::less<const char*> before;
-    const bool inRoom =
-        field != nullptr && !before(field, Room()) && before(field, Room() + roomSize);
-    if (!inRoom) {
-        CopyStringA(&field, text);
-    } else if (text != field) {
-        char* copy = nullptr;
-        CopyStringA(&copy, text);
-        field = copy;
-    }
-}
+VTR_OWN_MEMORY(CIniValue, std::malloc, std::free);
 
-/// In one block with its texts; an empty value is null. Null when memory runs out.
-CIniValue* CIniValue::Create(const char* keyText, std::size_t keyLength, const char* valueText,
-                             std::size_t valueLength) noexcept {
+CIniValue* vtr::Internals<CIniValue>::Create(const char* key, std::size_t keyLength,
+                                             const char* value, std::size_t valueLength) {
     const std::size_t room = keyLength + 1 + (valueLength > 0 ? valueLength + 1 : 0);
     void* block = std::malloc(sizeof(CIniValue) + room);
     if (block == nullptr)
         return nullptr;
     CIniValue* pair = new (block) CIniValue;
-    pair->roomSize = room;
-    pair->key = pair->Room();
-    std::memcpy(pair->key, keyText, keyLength);
-    pair->key[keyLength] = '\0';
+    char* place = reinterpret_cast<char*>(pair + 1);
+    pair->key = PutText(key, keyLength, place);
+    pair->keyInBlock = true;
     if (valueLength > 0) {
-        pair->value = pair->key + keyLength + 1;
-        std::memcpy(pair->value, valueText, valueLength);
-        pair->value[valueLength] = '\0';
+        pair->value = PutText(value, valueLength, place);
+        pair->valueInBlock = true;
     }
     return pair;
-}
-
-void* CIniValue::operator new(std::size_t size) noexcept {
-    return std::malloc(size);
-}
-
-void* CIniValue::operator new(std::size_t size, const std::nothrow_t&) noexcept {
-    return std::malloc(size);
-}
-
-void CIniValue::operator delete(void* block) noexcept {
-    std::free(block);
-}
-
-void CIniValue::operator delete(void* block, const std::nothrow_t&) noexcept {
-    std::free(block);
 }

@@ -6,12 +6,7 @@
 #include <cstddef>
 #include <new>
 
-class CIniSection;
-namespace vtr {
-class IniParser;
-}
-
-/// One pair of an INI document. Owns copies of both texts; an empty text is always stored as null.
+/// One pair of an INI document. Owns copies of both texts. An empty text is always stored as null.
 /// Thread-safety: one thread at a time.
 class VTRUTILS_API CIniValue {
 public:
@@ -22,35 +17,25 @@ public:
     CIniValue& operator=(const CIniValue& other) noexcept;
     ~CIniValue();
 
-    /// Null when unset or empty; valid until the text is set again or the pair goes.
+    /// Null if unset or empty; valid until the text is set again or the pair is destroyed.
     VTRUTILS_INLINE const char* Key() const noexcept { return key; }
     VTRUTILS_INLINE const char* Value() const noexcept { return value; }
 
-    /// Null or "" leaves null, and so does a lack of memory. The new text may be the present one or
-    /// a part of it.
+    /// Copies the text. Null and "" give null, and so does a lack of memory. The new text may be
+    /// the present one or a part of it.
     void SetKey(const char* newKey) noexcept;
     void SetValue(const char* newValue) noexcept;
 
-    /// Pairs that a document makes are one block with their texts; every pair is freed by `delete`.
-    /// Null when memory runs out.
-    static void* operator new(std::size_t size) noexcept;
-    static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;
-    VTRUTILS_INLINE static void* operator new(std::size_t, void* place) noexcept { return place; }
-    static void operator delete(void* block) noexcept;
-    static void operator delete(void* block, const std::nothrow_t&) noexcept;
-    VTRUTILS_INLINE static void operator delete(void*, void*) noexcept {}
+    /// A pair that a document makes is one block with its texts. Every pair is freed by `delete`.
+    VTRUTILS_OWN_MEMORY
 
 private:
-    friend class CIniSection;
-    friend class vtr::IniParser;
-    static CIniValue* Create(const char* keyText, std::size_t keyLength, const char* valueText,
-                             std::size_t valueLength) noexcept;
-    char* Room() noexcept { return reinterpret_cast<char*>(this + 1); }
-    void Assign(char*& field, const char* text) noexcept;
+    friend struct vtr::Internals<CIniValue>;
 
     char* key;
     char* value;
-    std::size_t roomSize; ///< bytes right after the object that hold the texts it was made with
+    bool keyInBlock; ///< in the pair's own block, so not to be freed
+    bool valueInBlock;
 };
 
 #endif

@@ -5,9 +5,9 @@
 
 #include <windows.h>
 
-/// The process-wide state behind the language strings: made when the library is loaded, freed when
-/// it is unloaded. Private to the library. `stringLock` guards look-ups; paths are set
-/// before look-ups start.
+/// The process-wide state of the language strings: made when the library is loaded, freed when it
+/// is unloaded. Private to the library. `stringLock` guards look-ups; paths are set before look-ups
+/// start.
 
 namespace vtr {
 

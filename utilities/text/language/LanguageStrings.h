@@ -34,18 +34,18 @@ enum StringFileFields : int {
 ///
 /// With a null or empty `file` the text comes from the current string file or, when the key is not
 /// in it, from the backup file; double quotes around the whole text, if it has more than two
-/// characters, are removed. What was found is kept as it is now in the buffer, and is the answer to
-/// this key in this spelling until the library is unloaded, whatever file, size and escapes are
-/// asked for later.
+/// characters, are removed. What was found is kept as it is now in the buffer. Until the library is
+/// unloaded, it is the answer to this key in this spelling whenever no file is given, whatever the
+/// files, size and escapes are then.
 ///
 /// With a `file` the text comes from it or, when the key is not in it, from the file of the same
 /// name in the folder of the backup file. Quotes stay, and nothing is kept.
 ///
-/// A first file that cannot be read is not followed by a second: the answer is the key.
+/// If the first file cannot be read, the second is not tried: the answer is the key.
 ///
 /// `processEscapes` replaces `\r\n` and `\n` by a line feed, `\t` by a tab, `\"` by a double quote
-/// and `\#` by "#"; there is no escape for the backslash, and several before a double quote or "#"
-/// all vanish.
+/// and `\#` by "#"; there is no escape for the backslash. All backslashes right before an escaped
+/// double quote or "#" are removed.
 VTRUTILS_API int MyLoadString(const char* key, char* buffer, int bufferSize, char* file,
                               bool processEscapes);
 
@@ -62,21 +62,21 @@ VTRUTILS_API int MyLoadString_ToInt(const char* key, int defaultValue, char* fil
 VTRUTILS_API double MyLoadString_ToDouble(const char* key, double defaultValue, char* file,
                                           bool processEscapes);
 
-/// Reads the section "Strings" of the current string file as Windows reads profiles, in the ANSI
-/// page, without backup. Returns 1 when the buffer holds something, else 0.
+/// Reads the text from the section "Strings" of the current string file, as Windows reads profiles,
+/// in the ANSI page. The backup file is not tried. Returns 1 if the buffer is not empty, else 0.
 VTRUTILS_API int LoadLanguageString(const char* key, char* buffer, unsigned long size);
 
 /// The same with `\n` replaced by CR LF and `\t` by a tab. 0 for a null key or buffer or a size
 /// of 0.
 VTRUTILS_API int LoadLanguageStringFormatted(const char* key, char* buffer, unsigned long size);
 
-// Where texts come from. Texts that were kept by look-ups stay what they are.
+// Where texts come from. Texts that look-ups have kept stay as they are.
 
 VTRUTILS_API void SetStringFile(char* path);
 VTRUTILS_API void SetLanguageFile(const char* path); ///< the same
 /// Never null. The library keeps the text.
 VTRUTILS_API char* GetStringFile();
-/// "" for none, as at the start.
+/// "", as at the start: no backup file.
 VTRUTILS_API void SetBackupStringFile(char* path);
 /// The file of the library's own texts; at the start "utility-strings.ini" in the host's folder.
 VTRUTILS_API void OverrideUtilitiesStringFile(char* path);
@@ -88,10 +88,11 @@ VTRUTILS_API void SetMasterLanguageFileFolder(char* folder);
 // Languages. "Languages.csv" is read anew by each call; languages are named by its column 0,
 // without regard to case.
 
-/// Makes the language's code page and character set the current ones. The string file stays.
+/// Makes the language's code page and character set the current ones. The string file stays as it
+/// is.
 VTRUTILS_API void SetLanguage(char* language);
 
-/// Of narrow texts and paths. 0, as at the start: the system's ANSI code page.
+/// The code page of narrow texts and paths. 0, as at the start, is the system's ANSI code page.
 VTRUTILS_API unsigned int GetCurrentCodePage();
 
 /// The number in column 9 of the first row of the language that has one; 0 when it is below 2, for

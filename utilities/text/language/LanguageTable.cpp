@@ -5,7 +5,7 @@
 #include "utilities/base/SameText.h"
 #include "utilities/text/language/LanguageState.h"
 #include "utilities/text/language/LanguageStrings.h"
-#include "utilities/text/tables/DelimitedTextFile.h"
+#include "utilities/text/tables/DelimitedTextFileInternals.h"
 
 #include <cstdio>
 #include <cstring>
@@ -28,8 +28,8 @@ public:
         vtr::PathBuilder<2 * MAX_PATH> path;
         if (AppendFolder(vtr::Language().masterLanguageFolder, path) &&
             path.Append(L"Languages.csv"))
-            vtr::OpenTable(table, path.Get(), /*narrowPath=*/nullptr, ',',
-                           /*firstLineIsHeader=*/true, '"');
+            vtr::Internals<CDelimitedTextFile>::Open(table, path.Get(), /*narrowPath=*/nullptr, ',',
+                                                     /*firstLineIsHeader=*/true, '"');
     }
 
     unsigned Count() const { return table.NumRecords(); }

@@ -17,7 +17,7 @@ public:
     /// Null when there is none.
     const char* Find(const char* key);
 
-    /// Keeps copies of both; nothing when memory runs out.
+    /// Keeps copies of both. Does nothing if memory runs out.
     void Add(const char* key, const char* text);
 
 private:

@@ -16,8 +16,8 @@ public:
         return file.Read(path) && Start();
     }
 
-    /// The text behind the first key that is this one without regard to case, or null. Valid until
-    /// the next call.
+    /// The text of the first key that is this one without regard to case, or null. Valid until the
+    /// next call.
     const char* Find(const char* key);
 
 private:

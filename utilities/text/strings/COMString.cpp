@@ -4,6 +4,7 @@
 
 #include "common/Require.h"
 #include "utilities/base/ByteSearch.h"
+#include "utilities/base/Layout.h"
 #include "utilities/base/OwnedText.h"
 #include "utilities/base/SameText.h"
 
@@ -20,13 +21,15 @@
 
 #include <mbstring.h>
 
-#pragma GCC diagnostic ignored "-Winvalid-offsetof" // asserted on, which is safe
-
 template <>
-struct vtr::Layout<CCOMString> {
+struct vtr::Internals<CCOMString> {
     static_assert(sizeof(CCOMString) == 2 * sizeof(void*));
-    static_assert(offsetof(CCOMString, buffer) == sizeof(void*));
+    VTR_FIELD_AT(CCOMString, buffer, sizeof(void*));
+
+    static bool Append(CCOMString& string, const char* text, std::size_t added);
 };
+
+using Internals = vtr::Internals<CCOMString>;
 
 namespace {
 
@@ -38,7 +41,7 @@ const unsigned char* Bytes(const char* text) {
     return reinterpret_cast<const unsigned char*>(OrEmpty(text));
 }
 
-/// Room for the text, terminated behind it, in place of `old`; null when there is none.
+/// Room for the text, with a terminator after it, in place of `old`; null if memory runs out.
 char* Resize(char* old, std::size_t length) {
     char* block = length < INT_MAX ? static_cast<char*>(std::realloc(old, length + 1)) : nullptr;
     if (block != nullptr)
@@ -346,7 +349,8 @@ bool CCOMString::StringCopy(CCOMString& destination, int count, int start,
     return Take(destination.buffer, std::move(block));
 }
 
-bool CCOMString::Append(const char* text, std::size_t added) noexcept {
+bool Internals::Append(CCOMString& string, const char* text, std::size_t added) {
+    char*& buffer = string.buffer;
     if (added == 0)
         return true;
     const std::size_t length = vtr::TextLength(OrEmpty(buffer));
@@ -363,11 +367,11 @@ bool CCOMString::Append(const char* text, std::size_t added) noexcept {
 }
 
 bool CCOMString::ConcatCopy(char ch) noexcept {
-    return Append(&ch, ch != '\0' ? 1 : 0);
+    return Internals::Append(*this, &ch, ch != '\0' ? 1 : 0);
 }
 
 bool CCOMString::ConcatCopy(const char* text) noexcept {
-    return Append(text, vtr::TextLength(OrEmpty(text)));
+    return Internals::Append(*this, text, vtr::TextLength(OrEmpty(text)));
 }
 
 bool CCOMString::ConcatCopy(const char* first, const char* second) noexcept {

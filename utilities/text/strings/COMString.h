@@ -3,25 +3,23 @@
 
 #include "utilities/Export.h"
 
-#include <cstddef>
-
 /// A text that owns its memory: one block of exactly its length and a terminator, with no spare
-/// room, so that the object stays at two machine words. Each change of the length allocates anew
-/// and copies; to build a long text piece by piece, use something else.
+/// room, so that the object stays at two machine words. Each change of the length allocates and
+/// copies, so this class is slow for building a long text piece by piece.
 ///
 /// Text is single-byte, in the current multibyte code page where it is searched, compared, trimmed
 /// and changed: the second byte of a two-byte character is then never taken for a character.
 /// Lengths and indices are in bytes. A null text argument counts as "", and arguments may lie in
-/// the string itself. When memory runs out, or a text is too long (2 GB, or 0x40000000 wide units),
-/// a string stays as it was, and a new one is empty. Wide text becomes single bytes in the code
-/// page of the calling thread, and a system string is made in the code page of the process; the two
-/// can differ. Thread-safety: one thread at a time.
+/// the string itself. If memory runs out, or a text is too long (2 GB, or 0x40000000 wide units), a
+/// string stays as it was, and a new one is empty. Wide text is converted with the ANSI code page
+/// of the calling thread; a system string is made with that of the process. The two can differ.
+/// Thread-safety: one thread at a time.
 class VTRUTILS_API CCOMString {
 public:
     CCOMString() noexcept;
     CCOMString(const CCOMString& other) noexcept;
     CCOMString(const char* text) noexcept;
-    /// Without memory of its own, and empty, for a count below 1.
+    /// For a count below 1, an empty string without a block of memory.
     CCOMString(char ch, int count) noexcept;
     CCOMString(const wchar_t* text) noexcept;
     virtual ~CCOMString();
@@ -51,7 +49,7 @@ public:
     int Collate(const char* text) const noexcept;
     int Collate(const CCOMString& other) const noexcept;
 
-    /// By `Compare`; those with a plain text on the left stand below the class.
+    /// By `Compare`. Those with a plain text on the left are below the class.
     bool operator==(const char* text) const noexcept;
     bool operator==(const CCOMString& other) const noexcept;
     bool operator!=(const char* text) const noexcept;
@@ -65,7 +63,7 @@ public:
     bool operator>=(const char* text) const noexcept;
     bool operator>=(const CCOMString& other) const noexcept;
 
-    /// Nothing for a terminator.
+    /// Appends; a character of 0 appends nothing.
     CCOMString& operator+=(char ch) noexcept;
     CCOMString& operator+=(const CCOMString& other) noexcept;
     CCOMString& operator+=(const char* text) noexcept;
@@ -74,9 +72,9 @@ public:
     CCOMString operator+(const char* text) const noexcept;
     CCOMString operator+(const wchar_t* text) const noexcept;
 
-    /// The index of the first occurrence at or behind `start`, where a character must begin; a
-    /// negative one counts as 0. -1 when there is none. "" is found at each start up to the length,
-    /// a terminator never.
+    /// The index of the first occurrence at or after `start`, which must be the first byte of a
+    /// character; a negative one counts as 0. -1 if there is none. "" is found at each start up to
+    /// the length; a character of 0 is never found.
     int Find(const char* text) const noexcept;
     int Find(const char* text, int start) const noexcept;
     int Find(char ch) const noexcept;
@@ -85,7 +83,8 @@ public:
     /// The index of the first character that is in `set`, or -1.
     int FindOneOf(const char* set) const noexcept;
 
-    /// Byte by byte; negative arguments count as 0, and what would reach past the end stops there.
+    /// A part, counted in bytes. Negative arguments count as 0, and a part that would reach past
+    /// the end stops there.
     CCOMString Left(int count) const noexcept;
     CCOMString Right(int count) const noexcept;
     CCOMString Mid(int start) const noexcept;
@@ -99,7 +98,7 @@ public:
     void MakeLower() noexcept;
     void MakeReverse() noexcept;
 
-    /// White space is what the code page calls so. The second keeps the memory.
+    /// White space is what the code page calls so. `TrimRight` keeps the memory.
     void TrimLeft() noexcept;
     void TrimRight() noexcept;
 
@@ -107,12 +106,12 @@ public:
     /// equal.
     int Replace(char from, char to) noexcept;
 
-    /// Replaces each occurrence, from left to right, never inside a replacement, in time linear in
-    /// the texts; returns how many. 0 for an empty `find` and
-    /// when memory runs out.
+    /// Replaces each occurrence, from left to right, never inside a replacement, and returns how
+    /// many. 0 for an empty `find`, and if memory runs out. Takes time linear in the texts.
     int Replace(const char* find, const char* replacement) noexcept;
 
-    /// As the C run-time's `printf`. Stays as it was when that fails.
+    /// Makes the text what the C run-time's `printf` makes of the arguments. The string stays as it
+    /// was if that fails.
     void Format(const char* format, ...) noexcept;
 
     /// Null when memory runs out. The caller frees it with `SysFreeString`.
@@ -134,20 +133,18 @@ protected:
     /// Requires: the string has them.
     bool StringCopy(CCOMString& destination, int count, int start, int extra) const noexcept;
 
-    /// Appends; or makes the two texts, joined, the text.
+    /// The first two append. The third makes the two texts, joined, the text.
     bool ConcatCopy(char ch) noexcept;
     bool ConcatCopy(const char* text) noexcept;
     bool ConcatCopy(const char* first, const char* second) noexcept;
 
 private:
-    friend struct vtr::Layout<CCOMString>;
-
-    bool Append(const char* text, std::size_t length) noexcept;
+    friend struct vtr::Internals<CCOMString>;
 
     char* buffer; ///< null after a failed allocation, or without characters at the start
 };
 
-// As the members; without these, the addresses of the texts would be compared.
+// The same as the members. Without these, the addresses of the texts would be compared.
 VTRUTILS_API bool operator==(const char* left, const CCOMString& right) noexcept;
 VTRUTILS_API bool operator!=(const char* left, const CCOMString& right) noexcept;
 VTRUTILS_API bool operator<(const char* left, const CCOMString& right) noexcept;

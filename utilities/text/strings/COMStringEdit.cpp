@@ -13,7 +13,7 @@
 #include <cstring>
 #include <utility>
 
-// Its one-letter macros break C++ headers that are included behind it.
+// Its one-letter macros break C++ headers that are included after it.
 #include <mbctype.h>
 #include <mbstring.h>
 

@@ -40,7 +40,7 @@ bool BeginsWithRootPath(const wchar_t* text) {
     return PathIsRootW(root) != FALSE;
 }
 
-/// Reads the parameter at `next`, which is not a space, and moves `next` behind it.
+/// Reads the parameter at `next`, which is not a space, and moves `next` past it.
 Range ReadParameter(const wchar_t*& next) {
     if (*next == L'"') {
         const wchar_t* begin = ++next;

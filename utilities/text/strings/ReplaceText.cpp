@@ -8,7 +8,7 @@ using Finder = vtr::TextFinder;
 
 namespace {
 
-/// Where a search goes on behind a hit: an empty replacement lets one character pass unsearched,
+/// Where a search continues after a hit: an empty replacement lets one character pass unsearched,
 /// because the search position has moved past the byte that closes the gap.
 const char* BehindHit(const Finder& finder, const char* hit, const char* end,
                       bool emptyReplacement) {

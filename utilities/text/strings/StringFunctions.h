@@ -9,11 +9,11 @@
 /// Texts are in the current multibyte code page: the second byte of a two-byte character is never
 /// taken for a character, unless a function says that it works byte by byte. Sizes of narrow
 /// buffers are in bytes and of wide ones in units, the terminator included; what does not fit is
-/// cut off. Null is accepted where a contract says what it gives.
+/// cut off. Null is allowed where a comment says what it gives.
 /// Thread-safety: immutable and safe.
 
-// Trimming. In place; nothing for a null or empty text. Only the space is removed, with
-// `alsoLineBreaks` also CR and LF; tabs never are.
+// Trimming, in place. A null or empty text stays as it is. Removes spaces and, with
+// `alsoLineBreaks`, CR and LF; never tabs.
 
 VTRUTILS_API void RemoveLeadingSpacesA(char* text, bool alsoLineBreaks);
 VTRUTILS_API void RemoveLeadingSpacesW(wchar_t* text, bool alsoLineBreaks);
@@ -36,9 +36,9 @@ VTRUTILS_API bool TrimChar(char c, const char* source, char* destination, int ma
 /// Replaces every occurrence of `find`, from left to right, never inside a replacement. Stops,
 /// leaving the rest as it is, at the first occurrence whose replacement would make the text
 /// `bufferSize` bytes long or longer. An empty or null replacement skips the byte that follows each
-/// removed occurrence: "a" by "" in "aaa" gives "a". Nothing for a null or empty `text` or `find`,
-/// a `bufferSize` below 2, or a text that is not shorter than `bufferSize`. One pass; no memory is
-/// allocated. `find` and `replacement` must not lie in `text`.
+/// removed occurrence: "a" by "" in "aaa" gives "a". Does nothing for a null or empty `text` or
+/// `find`, a `bufferSize` below 2, or a text that is not shorter than `bufferSize`. Takes one pass
+/// and allocates no memory. `find` and `replacement` must not be in `text`.
 VTRUTILS_API void SearchAndReplaceAll(char* text, const char* find, const char* replacement,
                                       unsigned bufferSize, bool caseSensitive);
 
@@ -49,19 +49,19 @@ VTRUTILS_API void SearchAndReplaceAllSingleByte(char* text, const char* find,
 
 /// Copies `source` byte by byte with `replacement` in place of each `find`, exact in case, until
 /// the destination is full; a replacement may be cut there. The whole destination is zeroed first
-/// and stays empty for a null or empty `source` or `find` or a null `replacement`. Nothing for a
-/// null destination or a size below 1. The texts must not overlap.
+/// and stays empty for a null or empty `source` or `find` or a null `replacement`. Does nothing for
+/// a null destination or a size below 1. The texts must not overlap.
 VTRUTILS_API void ReplaceSubStrings(const char* source, char* destination, int destinationSize,
                                     const char* find, const char* replacement);
 
-/// Puts `replacement` in place of the `length` bytes at `position`, with no limit but the caller's
-/// buffer, which must hold the result. A `length` that reaches past the end is cut to it. Nothing
-/// for a null or empty text or replacement, or a position behind the end.
+/// Puts `replacement` in place of the `length` bytes at `position`. The buffer must hold the
+/// result. A `length` that reaches past the end is cut to it. Does nothing for a null or empty text
+/// or replacement, or a position past the end.
 VTRUTILS_API void ReplaceTextA(char* text, unsigned position, unsigned length,
                                const char* replacement);
 
-/// The first byte equal to `ch`, byte by byte, and its index. Null and -1 when there is none, for a
-/// null text and for the terminator. `position` may be null.
+/// Finds the first byte equal to `ch`, byte by byte, and its index. Null and -1 if there is none,
+/// for a null text, and for a `ch` of 0. `position` may be null.
 VTRUTILS_API char* StrChrPos(char* text, char ch, int* position);
 
 /// True when every byte of `text` occurs in `set`; false when either is null or empty.
@@ -74,7 +74,7 @@ VTRUTILS_API bool StringContainsCharsFromSetOnly(const char* text, const char* s
 VTRUTILS_API bool StringIsNumericA(const char* text);
 VTRUTILS_API bool StringIsNumericW(const wchar_t* text);
 
-/// The same with at most one "." anywhere behind the sign: "1." and ".5" pass, "-" and "." do not.
+/// The same with at most one "." anywhere after the sign: "1." and ".5" pass, "-" and "." do not.
 VTRUTILS_API bool StringIsFloatA(const char* text);
 VTRUTILS_API bool StringIsFloatW(const wchar_t* text);
 
@@ -101,29 +101,32 @@ VTRUTILS_API bool StringIsUnicode(const unsigned char* data, int length, bool re
 /// aside. False for null and for a length below 2.
 VTRUTILS_API bool StringIsConvertibleUnicode(const unsigned char* data, int length);
 
-/// How many units stand between the mark and a zero unit. 0 without a mark, without a zero unit, or
+/// How many units are between the mark and a zero unit. 0 without a mark, without a zero unit, or
 /// when a unit has two non-zero bytes.
 VTRUTILS_API int NumConvertibleUnicodeChars(const unsigned char* data, int length);
 
-/// Zeroes `destination`, then stores one byte a unit, a leading mark left out, until the source
+/// Zeroes `destination`, then stores one byte per unit, without a leading mark, until the source
 /// ends, two zero units follow each other, or `destinationSize` bytes, less one with
-/// `reserveTerminator`, are stored. A null source is empty; nothing for a null destination.
+/// `reserveTerminator`, are stored. A null source counts as empty. Does nothing for a null
+/// destination.
 VTRUTILS_API void ConvertUnicodeToSingleByte(const wchar_t* source, int sourceUnits,
                                              char* destination, unsigned destinationSize,
                                              bool reserveTerminator);
 
-/// The whole terminated source, with the terminator reserved; nothing for a null source.
+/// The same for a whole terminated source, with the terminator reserved. Does nothing for a null
+/// source.
 VTRUTILS_API void ConvertUnicodeToSingleByte(const wchar_t* source, char* destination,
                                              unsigned destinationSize);
 
-/// Zeroes `destination`, then stores one unit a byte until the source ends, a zero byte, or
-/// `destinationUnits`, less one with `reserveTerminator`. A null source is empty; nothing for a
-/// null destination.
+/// Zeroes `destination`, then stores one unit per byte, until the source ends, a zero byte comes,
+/// or `destinationUnits` units, less one with `reserveTerminator`, are stored. A null source counts
+/// as empty. Does nothing for a null destination.
 VTRUTILS_API void ConvertSingleByteToUnicode(const char* source, int sourceLength,
                                              wchar_t* destination, unsigned destinationUnits,
                                              bool reserveTerminator);
 
-/// The whole terminated source, with the terminator reserved; nothing for a null source.
+/// The same for a whole terminated source, with the terminator reserved. Does nothing for a null
+/// source.
 VTRUTILS_API void ConvertSingleByteToUnicode(const char* source, wchar_t* destination,
                                              unsigned destinationUnits);
 
@@ -140,13 +143,13 @@ VTRUTILS_API bool CopyCharToTChar(const char* source, char* destination, unsigne
 // Owned texts.
 
 /// Makes `*target` an exact-size heap copy of `source`, null for a null or empty source or when
-/// memory runs out; the old text is freed, or overwritten when the lengths are equal. Nothing when
-/// `*target` is `source`, which may also lie inside the old text. The caller frees `*target` with
+/// memory runs out; the old text is freed, or overwritten when the lengths are equal. Does nothing
+/// if `*target` is `source`, which may also be inside the old text. The caller frees `*target` with
 /// `free`.
 VTRUTILS_API void CopyStringA(char** target, const char* source);
 VTRUTILS_API void CopyStringW(wchar_t** target, const wchar_t* source);
 
-// Case: byte by byte with the C run-time's `tolower` and `toupper`; nothing for null.
+// Case, byte by byte, with the C run-time's `tolower` and `toupper`. Null is ignored.
 
 VTRUTILS_API void MakeLowerCase(char* text);
 VTRUTILS_API void MakeUpperCase(char* text);
@@ -154,7 +157,7 @@ VTRUTILS_API void MakeUpperCase(char* text);
 // GUIDs.
 
 /// "{00000000-0000-0000-0000-000000000000}" in upper case, or the same without braces, cut to
-/// `size`. Nothing for a null buffer or a size below 1.
+/// `size`. Does nothing for a null buffer or a size below 1.
 VTRUTILS_API void GUIDToString(GUID guid, char* buffer, int size, bool braces);
 
 /// Reads 38 characters that begin with "{", or 36 that do not. Each field is read at its fixed
@@ -171,18 +174,18 @@ VTRUTILS_API bool GUIDIsZero(GUID guid);
 /// "\" and ":".
 VTRUTILS_API bool IsValidFileNameChar(char ch, bool allowPathCharacters);
 
-/// Replaces each of < > : " / \ | ? * by "_", in place. Nothing for null.
+/// Replaces each of < > : " / \ | ? * by "_", in place. Does nothing for null.
 VTRUTILS_API void MakeValidFileName(char* text);
 
 // Command line.
 
-/// Parameter `index` of the process's command line, 0 being the program itself; "" when there is
-/// none. A quoted parameter ends at the next quote; an unquoted one at the next space, but one that
-/// begins with a root path ("C:\") only at a space before which an existing file is named. When
-/// everything that is left for the requested parameter names an existing file, all of it is the
-/// parameter. It is text as FileFunctions.h says of paths that the library hands out; a letter that
-/// none of these pages has is replaced. The whole buffer is zeroed first. Nothing for a null buffer
-/// or a size below 1.
+/// Writes parameter `index` of the process's command line, 0 being the program itself; "" if there
+/// is none. A quoted parameter ends at the next quote; an unquoted one at the next space, but one
+/// that begins with a root path ("C:\") only at a space before which an existing file is named. If
+/// all that is left of the line where the parameter begins names an existing file, all of it is the
+/// parameter. Its code page is that of a path that the library hands out (FileFunctions.h); a
+/// letter that none of these pages has is replaced. The whole buffer is zeroed first. Does nothing
+/// for a null buffer or a size below 1.
 VTRUTILS_API void GetCommandLineParameter(int index, char* buffer, int size);
 
 #endif

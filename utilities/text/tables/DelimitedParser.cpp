@@ -19,7 +19,7 @@ bool DelimitedParser::NextLine() {
     while (at < end) {
         char* start = at;
         const Kind stop = ScanField();
-        // Behind a delimiter that ends the text stands no field.
+        // There is no field after a delimiter that ends the text.
         if (stop == Kind::zero && *start == '\0')
             break;
         if (!fields.Append(FinishField(start))) {

@@ -6,12 +6,12 @@
 
 namespace vtr {
 
-/// Splits delimited text into lines of fields, in place: each field is terminated where it stands,
+/// Splits delimited text into lines of fields, in place: each field is terminated where it is,
 /// over its delimiter, closing quote or line end. Private to the library. One thread at a time.
 class DelimitedParser {
 public:
-    /// Reads `length` bytes, and writes to them and to the zero byte that must stand behind them. A
-    /// delimiter or quote of 0 stands for none.
+    /// Reads `length` bytes, and writes to them and to the zero byte that must come after them. A
+    /// delimiter or quote of 0 means that there is none.
     DelimitedParser(char* text, unsigned length, char delimiter, char quote);
 
     /// False at the end of the text, for a line without a field, and when memory runs out.
@@ -26,8 +26,8 @@ private:
     enum class Kind : unsigned char { ordinary, zero, delimiter, quote, lineEnd, lead };
 
     Kind KindOf(char c) const { return kinds[static_cast<unsigned char>(c)]; }
-    /// Moves to the byte behind a field that starts here and tells what stands there; `zero` is the
-    /// end of the text.
+    /// Moves to the byte after a field that starts here, and tells what is there; `zero` is the end
+    /// of the text.
     Kind ScanField();
     /// The field from `start` to here.
     char* FinishField(char* start) const;

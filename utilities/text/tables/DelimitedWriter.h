@@ -9,12 +9,12 @@ namespace vtr {
 /// Writes delimited text in large pieces. Private to the library. One thread at a time.
 class DelimitedWriter {
 public:
-    /// A quote of 0 stands for none.
+    /// A quote of 0 means that there is none.
     DelimitedWriter(std::FILE* target, char delimiter, char quote);
 
-    /// In quotes; its own quotes stay as they are.
+    /// Writes it in quotes; its own quotes stay as they are.
     void Name(const char* text);
-    /// In quotes; each double quote in it becomes "?" where double quotes are the quotes.
+    /// Writes it in quotes. If these are double quotes, each double quote in it becomes "?".
     void Field(const char* text);
     void Delimiter() { Put(delimiter); }
     void EndLine();

@@ -9,12 +9,12 @@
 
 namespace vtr {
 
-/// One row of a table: a growable array of texts, which it does not own. Array and counts are one
-/// block, which halves what a large table costs to load and to search. Rows are made by `Make`,
+/// One row of a table: a growable array of texts, which it does not own. Array and counts are in
+/// one block, which halves what a large table costs to load and to search. Rows are made by `Make`,
 /// grown by `Append` and freed by `Free` only. Private to the library. One thread at a time.
 class FieldRow {
 public:
-    /// Null when memory runs out; null texts for a null `texts`.
+    /// Null when memory runs out. If `texts` is null, all texts are null.
     static FieldRow* Make(char* const* texts, unsigned number) {
         const unsigned room = number < minimumCapacity ? minimumCapacity : number;
         void* block = std::malloc(SizeFor(room));
@@ -26,8 +26,8 @@ public:
         return row;
     }
 
-    /// The row with one text more, in another place perhaps. Null, with the row as it was, when
-    /// memory runs out.
+    /// Returns the row with one text more, perhaps in another place. Null, with the row as it was,
+    /// when memory runs out.
     static FieldRow* Append(FieldRow* row, char* text) {
         if (row->count == row->capacity) {
             const unsigned room = row->capacity * 2;

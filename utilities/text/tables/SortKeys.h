@@ -8,9 +8,9 @@ namespace vtr {
 class FieldRow;
 
 /// The beginnings of the texts of one column, side by side, in the order of the rows. A search that
-/// halves a large table finds in them nearly all it needs, where each text itself would have to be
-/// fetched from memory by way of its row: three places, none near the last. Private to the library.
-/// One thread at a time.
+/// halves a large table finds nearly all that it needs in them. Each text itself would have to be
+/// fetched by way of its row: from three places in memory, none near the last. Private to the
+/// library. One thread at a time.
 class SortKeys {
 public:
     struct Key {
@@ -21,7 +21,7 @@ public:
 
         /// As `CompareText` of the two texts, in every code page.
         int Compare(const Key& other) const;
-        /// The same where the first parts of the two do not tell.
+        /// The same, if the first parts of the two do not tell.
         int CompareRest(const Key& other) const;
         /// True if the text has no more characters than those of `start`.
         bool IsWhole() const;
@@ -32,7 +32,7 @@ public:
         const char* text;
     };
 
-    /// Null when memory runs out. The keys are to be set.
+    /// The keys must be set before they are used. Null when memory runs out.
     static SortKeys* Make(unsigned number);
 
     SortKeys(const SortKeys&) = delete;
@@ -41,9 +41,9 @@ public:
 
     // Requires: index < the number of keys, and for `Insert` <=.
 
-    /// As that of the key.
+    /// As `Compare` of the key there.
     int Compare(unsigned index, const Key& other) const;
-    /// Fetches what `Compare` will need.
+    /// Fetches what `Compare` will need from memory.
     void Prefetch(unsigned index) const;
     void Set(unsigned index, const Key& key);
     /// False when memory runs out.

@@ -1,8 +1,8 @@
+#include "utilities/containers/MyArrayList.h"
 #include "tests/support/AllocationFault.h"
 #include "tests/support/CapturedLog.h"
 #include "tests/support/Rounds.h"
 #include "utilities/containers/MegaArrayList.h"
-#include "utilities/containers/MyArrayList.h"
 
 #include <algorithm>
 #include <cstring>
@@ -10,20 +10,15 @@
 
 namespace {
 
+template <unsigned given>
 struct Integers : CMyArrayList {
     using Value = long long;
     static constexpr bool isMega = false;
-    static constexpr int step = 10;
-    using CMyArrayList::CMyArrayList;
+    static constexpr int step = given > 0 ? given : 1;
+    Integers() : CMyArrayList(given) {}
     int Add(void* item, Value value, int) { return AddSorted(item, value); }
     void Clear(bool keep) { keep ? RemoveAllButLeaveAllocation() : RemoveAll(); }
     bool Flag() const { return IsSorted(); }
-};
-
-template <unsigned given>
-struct SteppedIntegers : Integers {
-    static constexpr int step = given > 0 ? given : 1;
-    SteppedIntegers() : Integers(given) {}
 };
 
 /// With the operations of the other list.
@@ -226,7 +221,7 @@ protected:
     int refused = 0; ///< insertions for which memory ran out
 };
 
-using Kinds = testing::Types<Integers, SteppedIntegers<7>, SteppedIntegers<0>, Doubles>;
+using Kinds = testing::Types<Integers<10>, Integers<7>, Integers<0>, Doubles>;
 TYPED_TEST_SUITE(ArrayLists, Kinds);
 
 TYPED_TEST(ArrayLists, DoWhatASimpleModelDoes) {

@@ -1,7 +1,7 @@
+#include "utilities/containers/MyList.h"
 #include "tests/support/AllocationFault.h"
 #include "tests/support/Rounds.h"
 #include "utilities/containers/MegaList.h"
-#include "utilities/containers/MyList.h"
 
 #include <algorithm>
 #include <climits>
@@ -25,7 +25,7 @@ struct Doubles : CMegaList {
     static Value Kept(Value value) { return value; }
 };
 
-/// The fields behind the lock, as a host that shares the record sees them.
+/// The fields after the lock, as a host that shares the record sees them.
 template <class Node>
 struct Record {
     Node *head, *tail, *cursor;

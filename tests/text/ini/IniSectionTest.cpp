@@ -1,4 +1,3 @@
-#include "tests/support/CapturedLog.h"
 #include "tests/text/ini/IniDocuments.h"
 
 #include <gtest/gtest.h>
@@ -40,33 +39,21 @@ TEST(IniSection, NamesAreCut) {
     EXPECT_STREQ(section.Name(), "");
 }
 
-TEST(IniSection, AddsSetsAndRemoves) {
-    CIniFileReader document;
-    ASSERT_TRUE(document.SetValue("S", "k", "1"));
-    CIniSection& section = *document.GetSection("S");
-    EXPECT_FALSE(section.AddValue(nullptr, "x") || section.AddValue("", "x"));
+TEST(IniSection, RefusesWhatHasNoKey) {
+    CIniSection section("S");
+    for (const char* none : {static_cast<const char*>(nullptr), ""}) {
+        EXPECT_FALSE(section.AddValue(none, "x") || section.SetValue(none, "x"));
+        section.RemoveKey(none);
+        section.AddParent(none);
+    }
     EXPECT_FALSE(section.AddValue(static_cast<CIniValue*>(nullptr)));
-    EXPECT_FALSE(section.SetValue("", "x"));
-    EXPECT_TRUE(section.AddValue("K", "2"));
-    CIniValue pair("other", "3");
-    EXPECT_TRUE(section.AddValue(pair));
-    pair.SetValue("changed");
-    EXPECT_TRUE(section.AddValue(new CIniValue("own", "4")));
-    EXPECT_TRUE(section.SetValue("k", "5"));
-    EXPECT_TRUE(section.SetValue(3, ""));
-    EXPECT_FALSE(section.HasValue("own"));
-    EXPECT_EQ(Content(document), "{S: k=5; K=2; other=3; own=;}");
+    EXPECT_TRUE(section.AddValue("k", "1") && section.AddValue(new CIniValue("own", "4")));
+    EXPECT_TRUE(section.SetValue(1, "") && !section.HasValue("own"));
     section.RemoveKey(section.GetValue(0u)->Key());
-    section.RemoveKey(99u);
-    section.RemoveKey(static_cast<const char*>(nullptr));
-    section.RemoveKey(1u);
-    EXPECT_EQ(Content(document), "{S: other=3;}");
+    EXPECT_STREQ(section.GetValue(0u)->Key(), "own");
     section.Clear();
-    EXPECT_EQ(section.NumValues(), 0u);
-
     section.AddParent("P");
-    section.AddParent("");
-    EXPECT_EQ(section.NumParents(), 1);
+    EXPECT_TRUE(section.NumValues() == 0 && section.NumParents() == 1);
     section.RemoveParents();
     EXPECT_EQ(section.NumParents(), 0);
 }
@@ -76,9 +63,6 @@ TEST(IniSection, SortedSectionFindsByBinarySearch) {
     ASSERT_TRUE(Load(document, "[S]\nm=1\nC=2\na=3\n"));
     CIniSection& section = *document.GetSection("S");
     section.Sort();
-    section.AddValue("M", "0");
-    EXPECT_EQ(Get(document, "S", "m"), Get(document, "S", "m")) << "of equal keys the same";
-    section.RemoveKey(3u);
     section.SetValue("E", "4");
     // Appended without sorting: a search that relies on the order need not find it, a set does.
     section.AddValue("b", "5");
@@ -92,24 +76,4 @@ TEST(IniSection, SortedSectionFindsByBinarySearch) {
     for (const char* key : {"a", "b", "c", "b", "a"})
         answers += Get(document, "S", key);
     EXPECT_TRUE(answers[0] == answers[4] && answers[1] == answers[3]) << answers;
-}
-
-TEST(IniDocument, SetValueAddsWhatIsMissing) {
-    CIniFileReader document;
-    const CapturedLog log;
-    EXPECT_FALSE(document.SetValue("", "k", "v") || document.SetValue(nullptr, "k", "v"));
-    EXPECT_FALSE(document.SetValue("s", "", "v") || document.SetValue("s", nullptr, "v"));
-    EXPECT_EQ(log.Lines(),
-              std::vector<std::string>(4, "CIniFileReader::SetValue: departing, NULL input"));
-
-    EXPECT_TRUE(document.SetValue("Zebra", "b", "1"));
-    EXPECT_TRUE(document.SetValue("Ant", "b", nullptr));
-    EXPECT_EQ(Content(document), "{Zebra: b=1;}{Ant: b=;}");
-    EXPECT_TRUE(document.SetValue(1, 0, "x"));
-    document.Sort();
-    EXPECT_TRUE(document.SetValue(std::string(70, 'n').c_str(), "k", "v"));
-    document.GetSection("Ant")->SetKeepSorted(false);
-    EXPECT_TRUE(document.SetValue("Ant", "A0", "4"));
-    EXPECT_EQ(Content(document),
-              "{Ant: A0=4; b=x;}{" + std::string(63, 'n') + ": k=v;}{Zebra: b=1;}");
 }

@@ -19,6 +19,8 @@ done
 
 wine_prefix bench
 wine_start
+wine_display
+wine_unmanaged
 lines=build/bench/lines
 : >"$lines"
 load_before=$(cut -d' ' -f1 /proc/loadavg)

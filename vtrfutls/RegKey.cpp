@@ -20,15 +20,16 @@ vtr::RegistryKey Open(HKEY key, const char* path) {
 CRegKey::CRegKey(HKEY root) noexcept : key(root), owned(false) {}
 
 CRegKey::~CRegKey() {
-    if (owned)
-        vtr::RegistryKey(key).Close();
+    const vtr::RegistryKey toClose(owned ? key : nullptr);
 }
 
 CRegKey* CRegKey::GetSubKey(const char* path) const noexcept {
     vtr::RegistryKey opened = Open(key, path);
     auto* subKey = opened ? new (std::nothrow) CRegKey(opened.Get()) : nullptr;
-    if (subKey != nullptr)
-        subKey->owned = opened.Release() != nullptr;
+    if (subKey != nullptr) {
+        opened.Release();
+        subKey->owned = true;
+    }
     return subKey;
 }
 

@@ -32,7 +32,7 @@ public:
 
 private:
     HKEY key;
-    bool owned; ///< closed with this object
+    bool owned; ///< this object closes the key
 };
 
 /// Closes the key and frees the object that `GetSubKey` gave. The key stays in the registry. Does

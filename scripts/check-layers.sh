@@ -23,6 +23,7 @@ utilities/system/locks    $blocks
 utilities/system/files    $blocks utilities/text/strings utilities/system/locks
 utilities/containers      $ground
 utilities/system/objects  $ground utilities/containers
+utilities/system/info     $ground utilities/containers
 utilities/text/html       $ground
 utilities/text/ini        $ground
 utilities/text/tables     $ground

@@ -15,6 +15,8 @@
 #include "utilities/containers/StringDynArray.h"
 #include "utilities/containers/StringList.h"
 #include "utilities/system/files/FileFunctions.h"
+#include "utilities/system/info/CpuUsage.h"
+#include "utilities/system/info/SystemInfo.h"
 #include "utilities/system/locks/Lock.h"
 #include "utilities/system/locks/ReadWriteLock.h"
 #include "utilities/system/locks/SlipLock.h"

@@ -4,5 +4,6 @@
 /// Everything that the sibling library offers.
 #include "vtrfutls/FileNames.h"
 #include "vtrfutls/Log.h"
+#include "vtrfutls/RegKey.h"
 
 #endif

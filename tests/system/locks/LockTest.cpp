@@ -1,14 +1,11 @@
 #include "utilities/system/locks/Lock.h"
 #include "tests/support/ImportPatch.h"
+#include "tests/support/OwnProcess.h"
 #include "tests/support/ThreadTeam.h"
 
-#include <cstdlib>
 #include <gtest/gtest.h>
-#include <process.h>
 
 namespace {
-
-constexpr char withoutTry[] = "Lock.TryingWaitsWhereWindowsCannotTry";
 
 bool OtherThreadGets(CLock& lock) {
     return OnOtherThread([&lock] {
@@ -45,16 +42,9 @@ FARPROC WINAPI FindNoFunction(HMODULE, const char*) {
 
 /// In a process of its own, in which no lock was made before: what was looked up is kept.
 TEST(Lock, TryingWaitsWhereWindowsCannotTry) {
-    const Watchdog watchdog(withoutTry);
-    if (std::getenv("VTRUTILS_WITHOUT_TRY") == nullptr) {
-        char program[MAX_PATH];
-        GetModuleFileNameA(nullptr, program, sizeof program);
-        SetEnvironmentVariableA("VTRUTILS_WITHOUT_TRY", "1");
-        const std::string filter = std::string("--gtest_filter=") + withoutTry;
-        EXPECT_EQ(_spawnl(_P_WAIT, program, "locks_test", filter.c_str(), nullptr), 0);
-        SetEnvironmentVariableA("VTRUTILS_WITHOUT_TRY", nullptr);
+    const Watchdog watchdog("trying where Windows cannot");
+    if (!InOwnProcess())
         return;
-    }
     const ImportPatch patch(GetModuleHandleA("vtrutils.dll"), "KERNEL32.dll", "GetProcAddress",
                             reinterpret_cast<void*>(&FindNoFunction));
     CLock lock;

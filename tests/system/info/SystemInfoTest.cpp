@@ -1,0 +1,203 @@
+#include "utilities/system/info/SystemInfo.h"
+
+#include "tests/support/CapturedLog.h"
+#include "tests/support/ImportPatch.h"
+#include "tests/support/OwnProcess.h"
+#include "tests/support/TestFolder.h"
+#include "tests/support/TestKey.h"
+#include "utilities/system/files/FileFunctions.h"
+
+#include <cstring>
+#include <gtest/gtest.h>
+
+namespace {
+
+HMODULE Library() {
+    return GetModuleHandleA("vtrutils.dll");
+}
+
+// The version that Windows tells while its import is patched.
+OSVERSIONINFOEXA told;
+DWORD smallestAnswered;
+
+BOOL WINAPI TellVersion(OSVERSIONINFOA* record) {
+    if (record->dwOSVersionInfoSize > smallestAnswered)
+        return FALSE;
+    told.dwOSVersionInfoSize = record->dwOSVersionInfoSize;
+    std::memcpy(record, &told, record->dwOSVersionInfoSize);
+    return TRUE;
+}
+
+class PatchedVersion {
+public:
+    PatchedVersion(DWORD major, DWORD minor, DWORD largestRecord = sizeof told)
+        : patch(Library(), "KERNEL32.dll", "GetVersionExA", reinterpret_cast<void*>(&TellVersion)) {
+        told = {0, major, minor, 5, VER_PLATFORM_WIN32_NT, "SP", 0, 0, 0, 0, 0};
+        smallestAnswered = largestRecord;
+    }
+
+private:
+    ImportPatch patch;
+};
+
+std::string Probe(const char* program) {
+    const TestFolder folder;
+    char programs[MAX_PATH];
+    EXPECT_TRUE(GetExeDirectory(programs, sizeof programs, nullptr));
+    const std::string out = folder.File("version.txt");
+    EXPECT_EQ(
+        _spawnl(_P_WAIT, (std::string(programs) + program).c_str(), program, out.c_str(), nullptr),
+        0);
+    return ReadBytes(out);
+}
+
+/// The versions that Wine can pretend to be.
+TEST(SystemInfo, IsToldByRealProcesses) {
+    if (GetProcAddress(GetModuleHandleA("ntdll.dll"), "wine_get_version") == nullptr)
+        GTEST_SKIP() << "Windows does not pretend to be another version";
+    const std::string eight = "11 1 1 0|Microsoft Windows 8  (Build 9200)\n";
+    const struct {
+        const char* version;
+        std::string plain;
+        std::string told; ///< with a manifest
+    } rows[] = {
+        {"win95", "0 0 0 -1|Microsoft Windows 95 ", ""},
+        {"win98", "3 0 0 -1|Microsoft Windows 98 SE ", ""},
+        {"nt40", "5 1 0 0|Microsoft Windows NT version 4.0 Service Pack 6a (Build 1381)\n", ""},
+        {"win2k", "6 1 0 0|Microsoft Windows 2000 Service Pack 4 (Build 2195)\n", ""},
+        {"winxp", "7 1 1 0|Microsoft Windows XP Service Pack 3 (Build 2600)\n", ""},
+        {"winxp64", "8 1 1 0|Professional Service Pack 2 (Build 3790)\n", ""},
+        {"win2003", "8 1 1 0|Professional Service Pack 2 (Build 3790)\n", ""},
+        {"vista", "9 1 1 0|Microsoft Vista Service Pack 2 (Build 6002)\n", ""},
+        {"win7", "10 1 1 0|Microsoft Windows 7 Service Pack 1 (Build 7601)\n", ""},
+        {"win8", eight, ""},
+        {"win81", eight, "11 1 1 0|Microsoft Windows 8.1  (Build 9600)\n"},
+        {"win10", eight, "12 1 1 0|Microsoft Windows 10  (Build 18362)\n"},
+    };
+    const std::string key = "Software\\Wine\\AppDefaults\\";
+    const TestKey plain(key + "version_probe.exe"), truthful(key + "manifest_probe.exe");
+    for (const auto& row : rows) {
+        plain.SetText("Version", row.version);
+        truthful.SetText("Version", row.version);
+        EXPECT_EQ(Probe("version_probe.exe"), row.plain) << row.version;
+        EXPECT_EQ(Probe("manifest_probe.exe"), row.told.empty() ? row.plain : row.told)
+            << row.version;
+    }
+}
+
+TEST(SystemInfo, IsReadFromTheRecordThatWindowsHas) {
+    char description[300];
+    {
+        const PatchedVersion version(10, 0, sizeof(OSVERSIONINFOA));
+        EXPECT_EQ(GetWindowsSystemVersion(description), 12) << "from the basic record";
+        EXPECT_STREQ(description, "Microsoft Windows 10 SP (Build 5)\n");
+    }
+    const PatchedVersion version(10, 0, 0);
+    EXPECT_EQ(GetWindowsSystemVersion(description), 8);
+    EXPECT_STREQ(description, "");
+    EXPECT_EQ(GetWindowsSystemVersion(nullptr), 8);
+}
+
+TEST(SystemInfo, ThemesAreThereFromXpOnUnlessTheUserChoseSpeed) {
+    constexpr char effects[] =
+        "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\VisualEffects";
+    const struct {
+        const char* setting;
+        DWORD kind;
+        bool uses;
+    } rows[] = {{nullptr, REG_NONE, true},
+                {"\1\0\0\0", REG_DWORD, true},
+                {"\2\0\0\0", REG_DWORD, false},
+                {"\2\0\0\1", REG_DWORD, true},
+                {"\2\0\0\0", REG_BINARY, true}};
+    EXPECT_TRUE(SystemUsesXPThemes()) << "without the key";
+    const TestKey key(effects);
+    for (const auto& row : rows) {
+        if (row.setting != nullptr)
+            key.Set("VisualFXSetting", std::string(row.setting, 4), row.kind);
+        EXPECT_EQ(SystemUsesXPThemes(), row.uses) << row.kind;
+        const PatchedVersion older(5, 0);
+        EXPECT_FALSE(SystemUsesXPThemes()) << row.kind;
+    }
+}
+
+FARPROC WINAPI FindNoFunction(HMODULE, const char*) {
+    return nullptr;
+}
+
+HRESULT compositionResult;
+BOOL composition;
+
+HRESULT WINAPI TellComposition(BOOL* enabled) {
+    *enabled = composition;
+    return compositionResult;
+}
+
+FARPROC WINAPI FindComposition(HMODULE, const char* name) {
+    EXPECT_STREQ(name, "DwmIsCompositionEnabled");
+    return reinterpret_cast<FARPROC>(reinterpret_cast<void*>(&TellComposition));
+}
+
+TEST(SystemInfo, TheDesktopIsComposedIfWindowsSaysSo) {
+    const bool missing = InOwnProcess("without it");
+    if (!missing && !InOwnProcess("with it"))
+        return;
+    const ImportPatch patch(Library(), "KERNEL32.dll", "GetProcAddress",
+                            reinterpret_cast<void*>(missing ? &FindNoFunction : &FindComposition));
+    for (const auto& [result, enabled, expected] :
+         {std::tuple(S_OK, TRUE, true), {S_OK, FALSE, false}, {E_FAIL, TRUE, false}}) {
+        compositionResult = result;
+        composition = enabled;
+        const CapturedLog log;
+        const bool uses = expected && !missing;
+        EXPECT_EQ(SystemUsesAeroThemes(), uses) << result;
+        EXPECT_EQ(log.Lines(),
+                  (std::vector<std::string>{"SystemUsesAeroThemes() enter",
+                                            std::string("SystemUsesAeroThemes returns ") +
+                                                (uses ? "1" : "0")}));
+    }
+}
+
+LSTATUS WINAPI FindNoValue(HKEY, const char*, DWORD*, DWORD*, BYTE*, DWORD*) {
+    return ERROR_FILE_NOT_FOUND;
+}
+
+TEST(SystemInfo, TheClockIsThatOfTheFirstProcessor) {
+    DWORD expected = 0;
+    DWORD size = sizeof expected;
+    const LSTATUS status =
+        RegGetValueA(HKEY_LOCAL_MACHINE, "HARDWARE\\DESCRIPTION\\System\\CentralProcessor\\0",
+                     "~MHZ", RRF_RT_REG_DWORD, nullptr, &expected, &size);
+    EXPECT_EQ(CPUSpeed(), status == ERROR_SUCCESS ? expected : 0);
+    const ImportPatch patch(GetModuleHandleA("vtrfutls.dll"), "ADVAPI32.dll", "RegQueryValueExA",
+                            reinterpret_cast<void*>(&FindNoValue));
+    EXPECT_EQ(CPUSpeed(), 0U);
+}
+
+UINT WINAPI TellRemovable(const wchar_t*) {
+    return DRIVE_REMOVABLE;
+}
+
+TEST(SystemInfo, TheBadDriverIsAnyProgramWithAVersionInItsPlace) {
+    EXPECT_FALSE(BadIntelAppAcceleratorInstalled());
+    const std::string folder = "C:\\program files\\intel\\intel application accelerator\\";
+    const std::string file = folder + "intelata.exe";
+    ASSERT_NE(CreateMultiLevelDir(folder.c_str()), 0);
+    char library[MAX_PATH];
+    GetModuleFileNameA(Library(), library, sizeof library);
+    EXPECT_TRUE(CopyFileA(library, file.c_str(), TRUE));
+    EXPECT_TRUE(BadIntelAppAcceleratorInstalled());
+    {
+        const ImportPatch patch(Library(), "KERNEL32.dll", "GetDriveTypeW",
+                                reinterpret_cast<void*>(&TellRemovable));
+        EXPECT_FALSE(BadIntelAppAcceleratorInstalled());
+    }
+    GetModuleFileNameA(nullptr, library, sizeof library);
+    EXPECT_TRUE(CopyFileA(library, file.c_str(), FALSE));
+    EXPECT_FALSE(BadIntelAppAcceleratorInstalled()) << "without a version";
+    DeleteFileA(file.c_str());
+    RemoveDirectoryA(folder.c_str());
+    RemoveDirectoryA("C:\\program files\\intel");
+}
+
+} // namespace

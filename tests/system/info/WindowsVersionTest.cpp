@@ -1,0 +1,78 @@
+#include "utilities/system/info/WindowsVersion.h"
+
+#include "tests/support/GuardedBuffer.h"
+
+#include <cstring>
+#include <gtest/gtest.h>
+#include <string>
+
+namespace {
+
+constexpr DWORD win9x = VER_PLATFORM_WIN32_WINDOWS;
+constexpr DWORD nt = VER_PLATFORM_WIN32_NT;
+
+using Class = vtr::SystemClass;
+
+TEST(WindowsVersion, HasACodeAndATextForEachRecord) {
+    const std::string longest(128, 'x');
+    const struct {
+        const char* name;
+        DWORD platform, major, minor, build;
+        std::string servicePack;
+        const char* productType;
+        int code;
+        std::string text;
+        Class system;
+    } rows[] = {
+        {"95", win9x, 4, 0, 950, "", "", 0, "Microsoft Windows 95 ", Class::windows9x},
+        {"95 A", win9x, 4, 0, 950, " A", "", 0, "Microsoft Windows 95 ", Class::windows9x},
+        {"95 B first", win9x, 4, 0, 950, "B", "", 0, "Microsoft Windows 95 ", Class::windows9x},
+        {"OSR2", win9x, 4, 0, 1111, " B", "", 1, "Microsoft Windows 95 OSR2 ", Class::windows9x},
+        {"OSR2.5", win9x, 4, 0, 1111, " C ", "", 1, "Microsoft Windows 95 OSR2 ", Class::windows9x},
+        {"98", win9x, 4, 10, 1998, " B", "", 2, "Microsoft Windows 98 ", Class::windows9x},
+        {"98 SE", win9x, 4, 10, 2222, " A ", "", 3, "Microsoft Windows 98 SE ", Class::windows9x},
+        {"Me", win9x, 4, 90, 3000, " A", "", 4, "Microsoft Windows Millennium Edition ",
+         Class::windows9x},
+        {"9x 4.5", win9x, 4, 5, 1, "", "WINNT", 8, "", Class::windows9x},
+        {"9x 5.0", win9x, 5, 0, 1, "", "WINNT", 8, "", Class::windows9x},
+        {"NT 3.51", nt, 3, 51, 1057, "", "", 5, "Microsoft Windows NT version 3.51  (Build 1057)\n",
+         Class::unknown},
+        {"NT 4.0", nt, 4, 0, 1381, "Service Pack 6", "WINNT", 5,
+         "Microsoft Windows NT version 4.0 Service Pack 6 (Build 1381)\n", Class::nt4},
+        {"NT 4.99", nt, 4, 99, 7, "", "", 5, "Microsoft Windows NT version 4.99  (Build 7)\n",
+         Class::nt4},
+        {"2000", nt, 5, 0, 2195, "Service Pack 4", "LANMANNT", 6,
+         "Microsoft Windows 2000 Service Pack 4 (Build 2195)\n", Class::nt5},
+        {"XP", nt, 5, 1, 2600, "%s%n", "", 7, "Microsoft Windows XP %s%n (Build 2600)\n",
+         Class::nt5},
+        {"5.2", nt, 5, 2, 3790, "", "winnt", 8, "Professional  (Build 3790)\n", Class::nt5},
+        {"5.2 server", nt, 5, 2, 3790, "SP", "LanmanNT", 8, "Server SP (Build 3790)\n", Class::nt5},
+        {"Vista", nt, 6, 0, 6000, "", "", 9, "Microsoft Vista  (Build 6000)\n", Class::nt5},
+        {"7", nt, 6, 1, 7601, "SP", "WINNT", 10, "Microsoft Windows 7 SP (Build 7601)\n",
+         Class::nt5},
+        {"8", nt, 6, 2, 9200, "", "", 11, "Microsoft Windows 8  (Build 9200)\n", Class::nt5},
+        {"8.1", nt, 6, 3, 9600, "", "", 11, "Microsoft Windows 8.1  (Build 9600)\n", Class::nt5},
+        {"6.4", nt, 6, 4, 9841, "", "SERVERNT", 8, "Advanced Server  (Build 9841)\n", Class::nt5},
+        {"7.0", nt, 7, 0, 30000, "", "other", 8, " (Build 30000)\n", Class::nt5},
+        {"10", nt, 10, 0, 21999, "", "", 12, "Microsoft Windows 10  (Build 21999)\n", Class::nt5},
+        {"11", nt, 10, 0, 22000, "", "", 13, "Microsoft Windows 11  (Build 22000)\n", Class::nt5},
+        {"10.7", nt, 10, 7, 1, "", "", 12, "Microsoft Windows 10  (Build 1)\n", Class::nt5},
+        {"11.0", nt, 11, 0, 30000, "", nullptr, 8, " (Build 30000)\n", Class::nt5},
+        {"no terminator", nt, 10, 0, 22621, longest, "", 13,
+         "Microsoft Windows 11 " + longest + " (Build 22621)\n", Class::nt5},
+        {"Win32s", VER_PLATFORM_WIN32s, 3, 10, 1, "SP", "WINNT", 8, "", Class::unknown},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        OSVERSIONINFOA record{sizeof record, row.major, row.minor, row.build, row.platform, {}};
+        std::memcpy(record.szCSDVersion, row.servicePack.data(), row.servicePack.size());
+        GuardedBytes description(vtr::descriptionSize);
+        EXPECT_EQ(vtr::DescribeWindows(record, row.productType, description.Data()), row.code);
+        EXPECT_EQ(description.Data(), row.text);
+        EXPECT_EQ(vtr::DescribeWindows(record, row.productType, nullptr), row.code);
+        EXPECT_EQ(vtr::ClassOfSystem(&record), row.system);
+    }
+    EXPECT_EQ(vtr::ClassOfSystem(nullptr), Class::unknown);
+}
+
+} // namespace

@@ -30,6 +30,7 @@ utilities/text/tables     $ground
 utilities/text/language   $ground utilities/containers utilities/text/tables
 utilities/xml             $ground utilities/text/html
 utilities/undo            $ground
+utilities/ui              $ground utilities/containers utilities/system/objects utilities/system/info utilities/text/html utilities/text/language
 utilities                 $hosts utilities/base utilities/text/language
 gallery/text              $hosts
 gallery/widgets           $hosts gallery/text

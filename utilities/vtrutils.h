@@ -30,6 +30,7 @@
 #include "utilities/text/strings/COMString.h"
 #include "utilities/text/strings/StringFunctions.h"
 #include "utilities/text/tables/DelimitedTextFile.h"
+#include "utilities/ui/WindowGeometry.h"
 #include "utilities/undo/UndoMgr.h"
 #include "utilities/xml/XMLFile.h"
 #include "utilities/xml/XMLNode.h"

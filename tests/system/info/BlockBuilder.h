@@ -77,14 +77,13 @@ inline std::string ObjectBytes(const ObjectShape& object) {
 
 inline std::string BlockBytes(long long time, const std::vector<ObjectShape>& objects) {
     PERF_DATA_BLOCK header{};
-    std::string rest;
+    std::string rest, bytes;
     for (const ObjectShape& object : objects)
         rest += ObjectBytes(object);
     header.HeaderLength = sizeof header;
     header.TotalByteLength = static_cast<DWORD>(sizeof header + rest.size());
     header.NumObjectTypes = static_cast<DWORD>(objects.size());
     header.PerfTime100nSec.QuadPart = time;
-    std::string bytes;
     Append(bytes, header);
     return bytes + rest;
 }

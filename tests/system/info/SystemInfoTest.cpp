@@ -18,26 +18,23 @@ HMODULE Library() {
 
 // The version that Windows tells while its import is patched.
 OSVERSIONINFOEXA told;
-DWORD smallestAnswered;
+DWORD largestAnswered;
 
 BOOL WINAPI TellVersion(OSVERSIONINFOA* record) {
-    if (record->dwOSVersionInfoSize > smallestAnswered)
+    if (record->dwOSVersionInfoSize > largestAnswered)
         return FALSE;
     told.dwOSVersionInfoSize = record->dwOSVersionInfoSize;
     std::memcpy(record, &told, record->dwOSVersionInfoSize);
     return TRUE;
 }
 
-class PatchedVersion {
-public:
+struct PatchedVersion : ImportPatch {
     PatchedVersion(DWORD major, DWORD minor, DWORD largestRecord = sizeof told)
-        : patch(Library(), "KERNEL32.dll", "GetVersionExA", reinterpret_cast<void*>(&TellVersion)) {
+        : ImportPatch(Library(), "KERNEL32.dll", "GetVersionExA",
+                      reinterpret_cast<void*>(&TellVersion)) {
         told = {0, major, minor, 5, VER_PLATFORM_WIN32_NT, "SP", 0, 0, 0, 0, 0};
-        smallestAnswered = largestRecord;
+        largestAnswered = largestRecord;
     }
-
-private:
-    ImportPatch patch;
 };
 
 std::string Probe(const char* program) {
@@ -80,8 +77,7 @@ TEST(SystemInfo, IsToldByRealProcesses) {
         plain.SetText("Version", row.version);
         truthful.SetText("Version", row.version);
         EXPECT_EQ(Probe("version_probe.exe"), row.plain) << row.version;
-        EXPECT_EQ(Probe("manifest_probe.exe"), row.told.empty() ? row.plain : row.told)
-            << row.version;
+        EXPECT_EQ(Probe("manifest_probe.exe"), row.told.empty() ? row.plain : row.told);
     }
 }
 
@@ -101,23 +97,13 @@ TEST(SystemInfo, IsReadFromTheRecordThatWindowsHas) {
 TEST(SystemInfo, ThemesAreThereFromXpOnUnlessTheUserChoseSpeed) {
     constexpr char effects[] =
         "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\VisualEffects";
-    const struct {
-        const char* setting;
-        DWORD kind;
-        bool uses;
-    } rows[] = {{nullptr, REG_NONE, true},
-                {"\1\0\0\0", REG_DWORD, true},
-                {"\2\0\0\0", REG_DWORD, false},
-                {"\2\0\0\1", REG_DWORD, true},
-                {"\2\0\0\0", REG_BINARY, true}};
-    EXPECT_TRUE(SystemUsesXPThemes()) << "without the key";
     const TestKey key(effects);
-    for (const auto& row : rows) {
-        if (row.setting != nullptr)
-            key.Set("VisualFXSetting", std::string(row.setting, 4), row.kind);
-        EXPECT_EQ(SystemUsesXPThemes(), row.uses) << row.kind;
+    EXPECT_TRUE(SystemUsesXPThemes()) << "without the number";
+    for (const char setting : {'\1', '\2', '\3'}) {
+        key.Set("VisualFXSetting", {setting, 0, 0, 0}, REG_DWORD);
+        EXPECT_EQ(SystemUsesXPThemes(), setting != '\2');
         const PatchedVersion older(5, 0);
-        EXPECT_FALSE(SystemUsesXPThemes()) << row.kind;
+        EXPECT_FALSE(SystemUsesXPThemes());
     }
 }
 
@@ -151,10 +137,8 @@ TEST(SystemInfo, TheDesktopIsComposedIfWindowsSaysSo) {
         const CapturedLog log;
         const bool uses = expected && !missing;
         EXPECT_EQ(SystemUsesAeroThemes(), uses) << result;
-        EXPECT_EQ(log.Lines(),
-                  (std::vector<std::string>{"SystemUsesAeroThemes() enter",
-                                            std::string("SystemUsesAeroThemes returns ") +
-                                                (uses ? "1" : "0")}));
+        const std::string last = std::string("SystemUsesAeroThemes returns ") + (uses ? '1' : '0');
+        EXPECT_EQ(log.Lines(), (std::vector<std::string>{"SystemUsesAeroThemes() enter", last}));
     }
 }
 
@@ -179,21 +163,20 @@ UINT WINAPI TellRemovable(const wchar_t*) {
 }
 
 TEST(SystemInfo, TheBadDriverIsAnyProgramWithAVersionInItsPlace) {
-    EXPECT_FALSE(BadIntelAppAcceleratorInstalled());
     const std::string folder = "C:\\program files\\intel\\intel application accelerator\\";
     const std::string file = folder + "intelata.exe";
     ASSERT_NE(CreateMultiLevelDir(folder.c_str()), 0);
-    char library[MAX_PATH];
-    GetModuleFileNameA(Library(), library, sizeof library);
-    EXPECT_TRUE(CopyFileA(library, file.c_str(), TRUE));
+    char from[MAX_PATH];
+    GetModuleFileNameA(Library(), from, sizeof from);
+    EXPECT_TRUE(CopyFileA(from, file.c_str(), TRUE));
     EXPECT_TRUE(BadIntelAppAcceleratorInstalled());
     {
         const ImportPatch patch(Library(), "KERNEL32.dll", "GetDriveTypeW",
                                 reinterpret_cast<void*>(&TellRemovable));
         EXPECT_FALSE(BadIntelAppAcceleratorInstalled());
     }
-    GetModuleFileNameA(nullptr, library, sizeof library);
-    EXPECT_TRUE(CopyFileA(library, file.c_str(), FALSE));
+    GetModuleFileNameA(nullptr, from, sizeof from);
+    EXPECT_TRUE(CopyFileA(from, file.c_str(), FALSE));
     EXPECT_FALSE(BadIntelAppAcceleratorInstalled()) << "without a version";
     DeleteFileA(file.c_str());
     RemoveDirectoryA(folder.c_str());

@@ -26,6 +26,12 @@ struct FindKind {
     static bool Close(Type handle) { return FindClose(handle) != FALSE; }
 };
 
+struct RegistryKeyKind {
+    using Type = HKEY;
+    static Type None() { return nullptr; }
+    static bool Close(Type key) { return RegCloseKey(key) == ERROR_SUCCESS; }
+};
+
 struct StreamKind {
     using Type = std::FILE*;
     static Type None() { return nullptr; }
@@ -61,6 +67,7 @@ struct ImageListKind {
 
 using FileHandle = Owner<FileKind>;
 using FindHandle = Owner<FindKind>;
+using RegistryKey = Owner<RegistryKeyKind>;
 using StreamHandle = Owner<StreamKind>;
 using FontHandle = Owner<GdiObjectKind<HFONT>>;
 using BitmapHandle = Owner<GdiObjectKind<HBITMAP>>;

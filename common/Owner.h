@@ -3,9 +3,8 @@
 
 #include <windows.h>
 
-/// The template for all owners of handles, and the owners that are needed most, also by public
-/// headers; the others are in Handles.h. Private to the libraries and the sample host. One thread
-/// at a time.
+/// The template for all owners of handles, and the owner that is needed most; the others are in
+/// Handles.h. Private to the library and its sample host. One thread at a time.
 
 namespace vtr {
 
@@ -65,14 +64,7 @@ struct KernelObjectKind {
     static bool Close(Type handle) { return CloseHandle(handle) != FALSE; }
 };
 
-struct RegistryKeyKind {
-    using Type = HKEY;
-    static Type None() { return nullptr; }
-    static bool Close(Type key) { return RegCloseKey(key) == ERROR_SUCCESS; }
-};
-
 using KernelHandle = Owner<KernelObjectKind>;
-using RegistryKey = Owner<RegistryKeyKind>;
 
 } // namespace vtr
 

@@ -1,7 +1,8 @@
 #include "vtrfutls/RegKey.h"
 
+#include "common/Handles.h"
+
 #include <new>
-#include <utility>
 
 namespace {
 
@@ -16,15 +17,19 @@ vtr::RegistryKey Open(HKEY key, const char* path) {
 
 } // namespace
 
-CRegKey::CRegKey(HKEY root) noexcept : key(root) {}
+CRegKey::CRegKey(HKEY root) noexcept : key(root), owned(false) {}
 
-CRegKey::~CRegKey() = default;
+CRegKey::~CRegKey() {
+    const vtr::RegistryKey toClose(owned ? key : nullptr);
+}
 
 CRegKey* CRegKey::GetSubKey(const char* path) const noexcept {
     vtr::RegistryKey opened = Open(key, path);
     auto* subKey = opened ? new (std::nothrow) CRegKey(opened.Get()) : nullptr;
-    if (subKey != nullptr)
-        subKey->owned = std::move(opened);
+    if (subKey != nullptr) {
+        opened.Release();
+        subKey->owned = true;
+    }
     return subKey;
 }
 

@@ -1,8 +1,9 @@
 #ifndef VTRFUTLS_REGKEY_H
 #define VTRFUTLS_REGKEY_H
 
-#include "common/Owner.h"
 #include "vtrfutls/Export.h"
+
+#include <windows.h>
 
 /// A key of the registry that is read. Nothing here makes, changes or removes what is in the
 /// registry. Paths and names are text in the system's ANSI code page; case does not matter.
@@ -30,8 +31,8 @@ public:
     bool GetKeyNum(const char* name, unsigned* number) const noexcept;
 
 private:
-    vtr::RegistryKey owned; ///< empty where the caller closes the key
     HKEY key;
+    bool owned; ///< this object closes the key
 };
 
 /// Closes the key and frees the object that `GetSubKey` gave. The key stays in the registry. Does

@@ -5,6 +5,7 @@
 #include "utilities/base/NarrowPath.h"
 #include "utilities/base/ScopedLock.h"
 #include "utilities/base/StoreCut.h"
+#include "utilities/system/info/SystemInfo.h"
 
 #include <algorithm>
 #include <atomic>
@@ -69,10 +70,10 @@ private:
     vtr::ComPointer<IPersistFile> file;
 };
 
+/// Of the NT family since 5.0.
 bool HasShellLinks() {
-    OSVERSIONINFOA version{};
-    version.dwOSVersionInfoSize = sizeof version;
-    return GetVersionExA(&version) != FALSE && version.dwMajorVersion >= 5;
+    constexpr int lastWithout = 5;
+    return GetWindowsSystemVersion(/*description=*/nullptr) > lastWithout;
 }
 
 /// A thread with an apartment has a window, and whoever sends messages to all windows waits for it.

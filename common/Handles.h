@@ -65,6 +65,34 @@ struct ImageListKind {
     static bool Close(Type images) { return ImageList_Destroy(images) != FALSE; }
 };
 
+struct IconKind {
+    using Type = HICON;
+    static Type None() { return nullptr; }
+    static bool Close(Type icon) { return DestroyIcon(icon) != FALSE; }
+};
+
+/// A use of a COM object.
+template <class Interface>
+struct ComPointerKind {
+    using Type = Interface*;
+    static Type None() { return nullptr; }
+    static bool Close(Type object) {
+        object->Release();
+        return true;
+    }
+};
+
+/// What COM or the shell allocated for its caller.
+template <class Block>
+struct TaskMemoryKind {
+    using Type = Block*;
+    static Type None() { return nullptr; }
+    static bool Close(Type block) {
+        CoTaskMemFree(block);
+        return true;
+    }
+};
+
 using FileHandle = Owner<FileKind>;
 using FindHandle = Owner<FindKind>;
 using RegistryKey = Owner<RegistryKeyKind>;
@@ -74,6 +102,11 @@ using BitmapHandle = Owner<GdiObjectKind<HBITMAP>>;
 using MemoryDc = Owner<MemoryDcKind>;
 using ImageList = Owner<ImageListKind>;
 using WindowDc = Owner<WindowDcKind>;
+using IconHandle = Owner<IconKind>;
+template <class Interface>
+using ComPointer = Owner<ComPointerKind<Interface>>;
+template <class Block>
+using TaskMemory = Owner<TaskMemoryKind<Block>>;
 
 /// Selects an object into a device context until this is destroyed. Does nothing for a null object
 /// or device context.

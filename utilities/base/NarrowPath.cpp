@@ -48,8 +48,8 @@ OwnedText ExactText(const wchar_t* text, unsigned codePage) {
     return narrow;
 }
 
-OwnedText NearestText(const wchar_t* text) {
-    return Narrow(text, CP_ACP);
+OwnedText NearestText(const wchar_t* text, unsigned codePage) {
+    return Narrow(text, codePage);
 }
 
 OwnedText NarrowPath(const wchar_t* path, unsigned firstPage) {

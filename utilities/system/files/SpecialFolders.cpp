@@ -1,4 +1,4 @@
-#include "common/Owner.h"
+#include "common/Handles.h"
 #include "utilities/base/NarrowPath.h"
 #include "utilities/base/PathBuilder.h"
 #include "utilities/base/StoreCut.h"
@@ -11,21 +11,12 @@
 
 namespace {
 
-struct ItemIdListKind {
-    using Type = LPITEMIDLIST;
-    static Type None() { return nullptr; }
-    static bool Close(Type list) {
-        CoTaskMemFree(list);
-        return true;
-    }
-};
-
 /// False when there is no such folder.
 bool Resolve(int folderId, wchar_t (&path)[MAX_PATH]) {
     LPITEMIDLIST found = nullptr;
     if (FAILED(SHGetSpecialFolderLocation(/*hwnd=*/nullptr, folderId, &found)))
         return false;
-    const vtr::Owner<ItemIdListKind> list(found);
+    const vtr::TaskMemory<ITEMIDLIST> list(found);
     // For some missing folders Windows versions report success without having written a path.
     if (!SHGetPathFromIDListW(list.Get(), path) || PathIsRelativeW(path))
         return false;

@@ -92,6 +92,18 @@ template <>
 struct vtr::Internals<CShortcutReader> {
     /// Lives as long as one of the two uses it.
     struct Shared : TShortcutThreadProps {
+        Shared() {
+            for (HANDLE* event : {&done, &request})
+                *event = CreateEventW(/*lpEventAttributes=*/nullptr, /*bManualReset=*/TRUE,
+                                      /*bInitialState=*/FALSE, /*lpName=*/nullptr);
+        }
+        Shared(const Shared&) = delete;
+        Shared& operator=(const Shared&) = delete;
+        ~Shared() {
+            for (const HANDLE event : {done, request})
+                KernelHandle(event).Close();
+        }
+
         std::atomic<int> users{2};
         HMODULE library = nullptr; ///< kept loaded by the thread
     };
@@ -114,16 +126,13 @@ bool Internals::Start(CShortcutReader& reader) {
     auto* shared = new (std::nothrow) Shared;
     if (shared == nullptr)
         return false;
-    for (KernelHandle* event : {&shared->done, &shared->request})
-        event->Reset(CreateEventW(/*lpEventAttributes=*/nullptr, /*bManualReset=*/TRUE,
-                                  /*bInitialState=*/FALSE, /*lpName=*/nullptr));
     GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
                        reinterpret_cast<const wchar_t*>(&Internals::Run), &shared->library);
-    if (shared->done && shared->request && shared->library != nullptr)
-        reader.worker.Reset(CreateThread(/*lpThreadAttributes=*/nullptr, /*dwStackSize=*/0,
-                                         &Internals::Run, shared, /*dwCreationFlags=*/0,
-                                         /*lpThreadId=*/nullptr));
-    if (!reader.worker) {
+    if (shared->done != nullptr && shared->request != nullptr && shared->library != nullptr)
+        reader.worker = CreateThread(/*lpThreadAttributes=*/nullptr, /*dwStackSize=*/0,
+                                     &Internals::Run, shared, /*dwCreationFlags=*/0,
+                                     /*lpThreadId=*/nullptr);
+    if (reader.worker == nullptr) {
         if (shared->library != nullptr)
             FreeLibrary(shared->library);
         delete shared;
@@ -155,9 +164,9 @@ void Internals::Serve(Shared& shared) {
 
 /// Waits for the next request; false when there is none any more.
 bool Internals::Take(Shared& shared, Job& job) {
-    WaitAndDispatch(shared.request.Get());
+    WaitAndDispatch(shared.request);
     const ScopedLock lock(shared.lock);
-    ResetEvent(shared.request.Get());
+    ResetEvent(shared.request);
     if (!StoreWhole(shared.shortcut, job.shortcut))
         job.shortcut[0] = '\0';
     job.timeout = shared.timeout;
@@ -169,10 +178,10 @@ void Internals::Answer(Shared& shared, const char* target) {
     if (shared.target != nullptr && target != nullptr)
         StoreCut(target, shared.target, static_cast<unsigned>(shared.targetSize));
     shared.busy = false;
-    SetEvent(shared.done.Get());
+    SetEvent(shared.done);
 }
 
-CShortcutReader::CShortcutReader() noexcept : props(nullptr) {
+CShortcutReader::CShortcutReader() noexcept : props(nullptr), worker(nullptr) {
     if (HasShellLinks())
         Internals::Start(*this);
 }
@@ -181,9 +190,10 @@ CShortcutReader::~CShortcutReader() {
     if (props == nullptr)
         return;
     RequestAbort();
-    SetEvent(props->request.Get());
+    SetEvent(props->request);
     if (!ThreadBusy())
-        WaitForSingleObject(worker.Get(), grace);
+        WaitForSingleObject(worker, grace);
+    vtr::KernelHandle(worker).Close();
     Internals::GiveUp(static_cast<Internals::Shared*>(props));
 }
 
@@ -206,11 +216,11 @@ bool CShortcutReader::GetShortcutTarget(const char* shortcut, char* target, int 
         props->target = target;
         props->targetSize = size;
         props->busy = true;
-        ResetEvent(props->done.Get());
-        SetEvent(props->request.Get());
+        ResetEvent(props->done);
+        SetEvent(props->request);
     }
     // The thread ends by itself where it cannot use the shell.
-    const HANDLE ends[] = {props->done.Get(), worker.Get()};
+    const HANDLE ends[] = {props->done, worker};
     const DWORD end = WaitForMultipleObjects(2, ends, /*bWaitAll=*/FALSE, timeout + grace);
 
     const vtr::ScopedLock lock(props->lock);

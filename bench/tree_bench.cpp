@@ -1,33 +1,17 @@
-// The library's windows beside the calls that they cannot do without.
+// The tree of folders beside the calls that they cannot do without.
 
 #include "bench/support/Comparison.h"
+#include "bench/support/FreshHandles.h"
 #include "bench/support/MeasuringFolder.h"
 #include "common/Handles.h"
 #include "utilities/ui/ExplorerTree.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
 
 namespace {
-
-/// A hidden window that controls can be in.
-class Parent {
-public:
-    Parent()
-        : window(CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 300, 300, nullptr, nullptr,
-                                 GetModuleHandleW(nullptr), nullptr)) {}
-    Parent(const Parent&) = delete;
-    Parent& operator=(const Parent&) = delete;
-    ~Parent() { DestroyWindow(window); }
-
-    HWND Get() const { return window; }
-
-private:
-    HWND window;
-};
 
 /// A folder of sub-folders, every tenth of which has one itself.
 class Folders {
@@ -115,7 +99,7 @@ void MeasureExpanding(const char* size, int count) {
     static constexpr char calls[] = "listing, asking each and inserting alone";
     const auto folders = std::make_shared<Folders>(count);
     bench::Measure(work, size, bench::ours, [folders, count](benchmark::State& state) {
-        const Parent parent;
+        const bench::Parent parent;
         CExplorerTree tree;
         tree.Create(Properties(parent.Get(), folders->Path()));
         const HWND view = GetWindow(tree.hWnd(), GW_CHILD);
@@ -130,7 +114,7 @@ void MeasureExpanding(const char* size, int count) {
             state.SkipWithError("another number of children");
     });
     bench::Measure(work, size, calls, [folders, count](benchmark::State& state) {
-        const Parent parent;
+        const bench::Parent parent;
         const std::string narrow = folders->Path();
         const std::wstring path(narrow.begin(), narrow.end());
         const HWND view = CreateWindowExW(0, WC_TREEVIEWW, L"", WS_CHILD | WS_VISIBLE, 0, 0, 250,
@@ -149,49 +133,15 @@ void MeasureExpanding(const char* size, int count) {
     bench::GrowthToReach(work, 15);
 }
 
-/// The greatest values that new handles have: they grow when handles are not given back. The upper
-/// half of a window's or a pen's tells how often the lower was used.
-struct FreshHandles {
-    FreshHandles() {
-        std::vector<std::unique_ptr<Parent>> held;
-        std::vector<vtr::Owner<vtr::GdiObjectKind<HPEN>>> pens;
-        std::vector<vtr::KernelHandle> events;
-        for (int i = 0; i < 32; ++i) {
-            held.push_back(std::make_unique<Parent>());
-            pens.emplace_back(CreatePen(PS_SOLID, 1, 0x123456));
-            events.emplace_back(CreateEventW(nullptr, TRUE, FALSE, nullptr));
-            window = std::max(window, reinterpret_cast<UINT_PTR>(held.back()->Get()) & 0xFFFF);
-            pen = std::max(pen, reinterpret_cast<UINT_PTR>(pens.back().Get()) & 0xFFFF);
-            event = std::max(event, reinterpret_cast<UINT_PTR>(events.back().Get()));
-        }
-    }
-
-    /// Which of the free ones comes next differs, but only among a few.
-    bool HaveGrownSince(const FreshHandles& before) const {
-        constexpr UINT_PTR few = 100;
-        return window > before.window + few || pen > before.pen + few || event > before.event + few;
-    }
-
-    UINT_PTR window = 0;
-    UINT_PTR pen = 0;
-    UINT_PTR event = 0;
-};
-
 void MeasureCreation() {
     bench::Measure("folder tree, create and destroy", "1", bench::ours,
                    [](benchmark::State& state) {
-                       const Parent parent;
+                       const bench::Parent parent;
                        const auto live = [&parent] {
                            CExplorerTree tree;
                            tree.Create(Properties(parent.Get(), ""));
                        };
-                       for (int i = 0; i < 100; ++i)
-                           live();
-                       const FreshHandles after100;
-                       for (int i = 100; i < 1000; ++i)
-                           live();
-                       if (FreshHandles().HaveGrownSince(after100))
-                           state.SkipWithError("handles that are not given back");
+                       bench::ExpectNoHandlesLost(state, live);
                        for (auto _ : state)
                            live();
                    });

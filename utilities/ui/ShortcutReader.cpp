@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <atomic>
-#include <initializer_list>
 #include <new>
 #include <shlobj.h>
 
@@ -76,6 +75,11 @@ bool HasShellLinks() {
     return GetWindowsSystemVersion(/*description=*/nullptr) > lastWithout;
 }
 
+HANDLE MakeEvent() {
+    return CreateEventW(/*lpEventAttributes=*/nullptr, /*bManualReset=*/TRUE,
+                        /*bInitialState=*/FALSE, /*lpName=*/nullptr);
+}
+
 /// A thread with an apartment has a window, and whoever sends messages to all windows waits for it.
 void WaitAndDispatch(HANDLE event) {
     while (MsgWaitForMultipleObjects(1, &event, /*fWaitAll=*/FALSE, INFINITE, QS_ALLINPUT) ==
@@ -92,6 +96,13 @@ template <>
 struct vtr::Internals<CShortcutReader> {
     /// Lives as long as one of the two uses it.
     struct Shared : TShortcutThreadProps {
+        Shared() : ownDone(MakeEvent()), ownRequest(MakeEvent()) {
+            done = ownDone.Get();
+            request = ownRequest.Get();
+        }
+
+        KernelHandle ownDone;
+        KernelHandle ownRequest;
         std::atomic<int> users{2};
         HMODULE library = nullptr; ///< kept loaded by the thread
     };
@@ -114,16 +125,13 @@ bool Internals::Start(CShortcutReader& reader) {
     auto* shared = new (std::nothrow) Shared;
     if (shared == nullptr)
         return false;
-    for (KernelHandle* event : {&shared->done, &shared->request})
-        event->Reset(CreateEventW(/*lpEventAttributes=*/nullptr, /*bManualReset=*/TRUE,
-                                  /*bInitialState=*/FALSE, /*lpName=*/nullptr));
     GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
                        reinterpret_cast<const wchar_t*>(&Internals::Run), &shared->library);
-    if (shared->done && shared->request && shared->library != nullptr)
-        reader.worker.Reset(CreateThread(/*lpThreadAttributes=*/nullptr, /*dwStackSize=*/0,
-                                         &Internals::Run, shared, /*dwCreationFlags=*/0,
-                                         /*lpThreadId=*/nullptr));
-    if (!reader.worker) {
+    if (shared->ownDone && shared->ownRequest && shared->library != nullptr)
+        reader.worker = CreateThread(/*lpThreadAttributes=*/nullptr, /*dwStackSize=*/0,
+                                     &Internals::Run, shared, /*dwCreationFlags=*/0,
+                                     /*lpThreadId=*/nullptr);
+    if (reader.worker == nullptr) {
         if (shared->library != nullptr)
             FreeLibrary(shared->library);
         delete shared;
@@ -155,9 +163,9 @@ void Internals::Serve(Shared& shared) {
 
 /// Waits for the next request; false when there is none any more.
 bool Internals::Take(Shared& shared, Job& job) {
-    WaitAndDispatch(shared.request.Get());
+    WaitAndDispatch(shared.request);
     const ScopedLock lock(shared.lock);
-    ResetEvent(shared.request.Get());
+    ResetEvent(shared.request);
     if (!StoreWhole(shared.shortcut, job.shortcut))
         job.shortcut[0] = '\0';
     job.timeout = shared.timeout;
@@ -169,10 +177,10 @@ void Internals::Answer(Shared& shared, const char* target) {
     if (shared.target != nullptr && target != nullptr)
         StoreCut(target, shared.target, static_cast<unsigned>(shared.targetSize));
     shared.busy = false;
-    SetEvent(shared.done.Get());
+    SetEvent(shared.done);
 }
 
-CShortcutReader::CShortcutReader() noexcept : props(nullptr) {
+CShortcutReader::CShortcutReader() noexcept : props(nullptr), worker(nullptr) {
     if (HasShellLinks())
         Internals::Start(*this);
 }
@@ -180,10 +188,11 @@ CShortcutReader::CShortcutReader() noexcept : props(nullptr) {
 CShortcutReader::~CShortcutReader() {
     if (props == nullptr)
         return;
+    const vtr::KernelHandle thread(worker);
     RequestAbort();
-    SetEvent(props->request.Get());
+    SetEvent(props->request);
     if (!ThreadBusy())
-        WaitForSingleObject(worker.Get(), grace);
+        WaitForSingleObject(thread.Get(), grace);
     Internals::GiveUp(static_cast<Internals::Shared*>(props));
 }
 
@@ -206,11 +215,11 @@ bool CShortcutReader::GetShortcutTarget(const char* shortcut, char* target, int 
         props->target = target;
         props->targetSize = size;
         props->busy = true;
-        ResetEvent(props->done.Get());
-        SetEvent(props->request.Get());
+        ResetEvent(props->done);
+        SetEvent(props->request);
     }
     // The thread ends by itself where it cannot use the shell.
-    const HANDLE ends[] = {props->done.Get(), worker.Get()};
+    const HANDLE ends[] = {props->done, worker};
     const DWORD end = WaitForMultipleObjects(2, ends, /*bWaitAll=*/FALSE, timeout + grace);
 
     const vtr::ScopedLock lock(props->lock);

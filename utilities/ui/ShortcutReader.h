@@ -1,7 +1,6 @@
 #ifndef VTRUTILS_UI_SHORTCUTREADER_H
 #define VTRUTILS_UI_SHORTCUTREADER_H
 
-#include "common/Owner.h"
 #include "utilities/Export.h"
 #include "utilities/system/locks/Lock.h"
 
@@ -13,9 +12,9 @@ struct TShortcutThreadProps {
     const char* shortcut = nullptr;
     char* target = nullptr;
     int targetSize = 0;
-    vtr::KernelHandle done;    ///< a manual-reset event
-    vtr::KernelHandle request; ///< a manual-reset event
-    DWORD timeout = 50;        ///< in milliseconds
+    HANDLE done = nullptr;    ///< a manual-reset event
+    HANDLE request = nullptr; ///< a manual-reset event
+    DWORD timeout = 50;       ///< in milliseconds
     bool abort = false;
     bool busy = false; ///< from a request until the thread is back from the shell
     CLock lock;
@@ -58,7 +57,7 @@ private:
     friend struct vtr::Internals<CShortcutReader>;
 
     TShortcutThreadProps* props; ///< shared with the thread; null when there is no thread
-    vtr::KernelHandle worker;
+    HANDLE worker;
     CLock callers; ///< held by the one whose shortcut is read
 };
 

@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <atomic>
-#include <initializer_list>
 #include <new>
 #include <shlobj.h>
 
@@ -76,6 +75,11 @@ bool HasShellLinks() {
     return GetWindowsSystemVersion(/*description=*/nullptr) > lastWithout;
 }
 
+HANDLE MakeEvent() {
+    return CreateEventW(/*lpEventAttributes=*/nullptr, /*bManualReset=*/TRUE,
+                        /*bInitialState=*/FALSE, /*lpName=*/nullptr);
+}
+
 /// A thread with an apartment has a window, and whoever sends messages to all windows waits for it.
 void WaitAndDispatch(HANDLE event) {
     while (MsgWaitForMultipleObjects(1, &event, /*fWaitAll=*/FALSE, INFINITE, QS_ALLINPUT) ==
@@ -92,18 +96,13 @@ template <>
 struct vtr::Internals<CShortcutReader> {
     /// Lives as long as one of the two uses it.
     struct Shared : TShortcutThreadProps {
-        Shared() {
-            for (HANDLE* event : {&done, &request})
-                *event = CreateEventW(/*lpEventAttributes=*/nullptr, /*bManualReset=*/TRUE,
-                                      /*bInitialState=*/FALSE, /*lpName=*/nullptr);
-        }
-        Shared(const Shared&) = delete;
-        Shared& operator=(const Shared&) = delete;
-        ~Shared() {
-            for (const HANDLE event : {done, request})
-                KernelHandle(event).Close();
+        Shared() : ownDone(MakeEvent()), ownRequest(MakeEvent()) {
+            done = ownDone.Get();
+            request = ownRequest.Get();
         }
 
+        KernelHandle ownDone;
+        KernelHandle ownRequest;
         std::atomic<int> users{2};
         HMODULE library = nullptr; ///< kept loaded by the thread
     };
@@ -128,7 +127,7 @@ bool Internals::Start(CShortcutReader& reader) {
         return false;
     GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
                        reinterpret_cast<const wchar_t*>(&Internals::Run), &shared->library);
-    if (shared->done != nullptr && shared->request != nullptr && shared->library != nullptr)
+    if (shared->ownDone && shared->ownRequest && shared->library != nullptr)
         reader.worker = CreateThread(/*lpThreadAttributes=*/nullptr, /*dwStackSize=*/0,
                                      &Internals::Run, shared, /*dwCreationFlags=*/0,
                                      /*lpThreadId=*/nullptr);
@@ -189,11 +188,11 @@ CShortcutReader::CShortcutReader() noexcept : props(nullptr), worker(nullptr) {
 CShortcutReader::~CShortcutReader() {
     if (props == nullptr)
         return;
+    const vtr::KernelHandle thread(worker);
     RequestAbort();
     SetEvent(props->request);
     if (!ThreadBusy())
-        WaitForSingleObject(worker, grace);
-    vtr::KernelHandle(worker).Close();
+        WaitForSingleObject(thread.Get(), grace);
     Internals::GiveUp(static_cast<Internals::Shared*>(props));
 }
 

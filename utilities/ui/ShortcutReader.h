@@ -57,8 +57,8 @@ private:
     friend struct vtr::Internals<CShortcutReader>;
 
     TShortcutThreadProps* props; ///< shared with the thread; null when there is no thread
-    HANDLE worker;               ///< null when there is no thread
-    CLock callers;               ///< held by the one whose shortcut is read
+    HANDLE worker;
+    CLock callers; ///< held by the one whose shortcut is read
 };
 
 #endif

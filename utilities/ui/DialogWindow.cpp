@@ -1,7 +1,7 @@
 #include "utilities/ui/DialogWindow.h"
 
 #include "utilities/base/LibraryModule.h"
-#include "utilities/base/WideText.h"
+#include "utilities/base/WindowText.h"
 #include "utilities/text/language/LibraryText.h"
 
 #include <cwchar>
@@ -22,7 +22,7 @@ void ShowText(HWND window, const wchar_t* text) {
 void ShowLibraryText(HWND window, const char* key) {
     char text[256] = "";
     LibraryText(key, text, sizeof text);
-    ShowText(window, WideText<sizeof text>(text).Get());
+    ShowText(window, WindowText<sizeof text>(text).Get());
 }
 
 void BringForward(HWND window) {

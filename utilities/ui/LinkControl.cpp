@@ -4,7 +4,7 @@
 #include "utilities/base/Layout.h"
 #include "utilities/base/StoreCut.h"
 #include "utilities/base/Subclassing.h"
-#include "utilities/base/WideText.h"
+#include "utilities/base/WindowText.h"
 
 namespace {
 
@@ -22,7 +22,7 @@ template <>
 struct vtr::Internals<CLinkControl> {
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam,
                                       LPARAM lParam) noexcept;
-    static SIZE Measure(HDC dc, const WideText<sizeof CLinkControl::text>& text);
+    static SIZE Measure(HDC dc, const WindowText<sizeof CLinkControl::text>& text);
     static SIZE FindHit(CLinkControl& link, HDC dc);
     static void Paint(CLinkControl& link);
 
@@ -48,7 +48,7 @@ LRESULT CALLBACK Internals::Procedure(HWND window, UINT message, WPARAM wParam,
     return CallPrevious(previous, window, message, wParam, lParam);
 }
 
-SIZE Internals::Measure(HDC dc, const WideText<sizeof CLinkControl::text>& text) {
+SIZE Internals::Measure(HDC dc, const WindowText<sizeof CLinkControl::text>& text) {
     SIZE size{};
     if (GetTextExtentPoint32W(dc, text.Get(), text.Length(), &size) != FALSE)
         return size;
@@ -59,7 +59,7 @@ SIZE Internals::Measure(HDC dc, const WideText<sizeof CLinkControl::text>& text)
 
 /// Returns the size of the text. Requires: the font is selected.
 SIZE Internals::FindHit(CLinkControl& link, HDC dc) {
-    const SIZE size = Measure(dc, WideText<sizeof link.text>(link.text));
+    const SIZE size = Measure(dc, WindowText<sizeof link.text>(link.text));
     RECT client{};
     GetClientRect(link.control, &client);
     const LONG_PTR alignment = GetWindowLongPtrW(link.control, GWL_STYLE) & SS_TYPEMASK;
@@ -88,7 +88,7 @@ void Internals::Paint(CLinkControl& link) {
     {
         const SelectedObject font(dc, FontOf(parent));
         const SIZE size = FindHit(link, dc);
-        const WideText<sizeof link.text> text(link.text);
+        const WindowText<sizeof link.text> text(link.text);
         SetBkMode(dc, TRANSPARENT);
         SetTextColor(dc, link.colour);
         TextOutW(dc, link.hit.left, link.hit.top, text.Get(), text.Length());

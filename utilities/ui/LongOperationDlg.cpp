@@ -3,7 +3,7 @@
 #include "utilities/base/Layout.h"
 #include "utilities/base/StoreCut.h"
 #include "utilities/base/Subclassing.h"
-#include "utilities/base/WideText.h"
+#include "utilities/base/WindowText.h"
 #include "utilities/ui/DialogIds.h"
 #include "utilities/ui/DialogWindow.h"
 #include "utilities/ui/WindowGeometry.h"
@@ -108,8 +108,8 @@ void Internals::Display(CLongOperationDlg& operation, HWND window) {
     Store(operation.dirty, false);
     const int maximum = std::max(Read(operation.maximum), 0);
     const int progress = std::min(Read(operation.progress), maximum);
-    const WideText<sizeof operation.title> title(operation.title);
-    const WideText<sizeof operation.progressText> text(operation.progressText);
+    const WindowText<sizeof operation.title> title(operation.title);
+    const WindowText<sizeof operation.progressText> text(operation.progressText);
     wchar_t percent[16];
     std::swprintf(percent, std::size(percent), L"%d%%", Percentage(progress, maximum));
 

@@ -4,7 +4,7 @@
 #include "utilities/base/LibraryModule.h"
 #include "utilities/base/StoreCut.h"
 #include "utilities/base/Subclassing.h"
-#include "utilities/base/WideText.h"
+#include "utilities/base/WindowText.h"
 #include "utilities/text/html/HtmlText.h"
 #include "utilities/text/language/LanguageStrings.h"
 #include "utilities/text/language/LibraryText.h"
@@ -104,8 +104,8 @@ private:
     void ShowIcon() const;
     void ShowButtons() const;
 
-    vtr::WideText<messageSize> message;
-    vtr::WideText<titleSize> title;
+    vtr::WindowText<messageSize> message;
+    vtr::WindowText<titleSize> title;
     UINT flags;
     UINT iconId;
     const ButtonSet& buttons;

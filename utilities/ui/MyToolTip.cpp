@@ -3,7 +3,7 @@
 #include "common/Handles.h"
 #include "utilities/base/Layout.h"
 #include "utilities/base/Subclassing.h"
-#include "utilities/base/WideText.h"
+#include "utilities/base/WindowText.h"
 #include "utilities/text/language/LibraryText.h"
 #include "utilities/ui/WindowGeometry.h"
 
@@ -28,7 +28,7 @@ using Internals = vtr::Internals<CMyToolTip>;
 
 template <>
 struct vtr::Internals<CMyToolTip> {
-    using TipText = WideText<sizeof CMyToolTip::text>;
+    using TipText = WindowText<sizeof CMyToolTip::text>;
 
     static LRESULT CALLBACK ClassProcedure(HWND window, UINT message, WPARAM wParam,
                                            LPARAM lParam) noexcept;
@@ -128,7 +128,7 @@ void Internals::MakeLook(CMyToolTip& tip) {
         CreateFontW(/*cHeight=*/14, /*cWidth=*/0, /*cEscapement=*/0, /*cOrientation=*/0,
                     /*cWeight=*/400, /*bItalic=*/FALSE, /*bUnderline=*/FALSE,
                     /*bStrikeOut=*/FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS,
-                    CLEARTYPE_NATURAL_QUALITY, FF_SWISS, WideText<sizeof face>(face).Get());
+                    CLEARTYPE_NATURAL_QUALITY, FF_SWISS, WindowText<sizeof face>(face).Get());
     tip.background = CreateSolidBrush(paleYellow);
 }
 

@@ -1,7 +1,7 @@
 #include "utilities/ui/ProgressMeter.h"
 
 #include "utilities/base/Layout.h"
-#include "utilities/base/WideText.h"
+#include "utilities/base/WindowText.h"
 #include "utilities/ui/DialogIds.h"
 #include "utilities/ui/DialogWindow.h"
 #include "utilities/ui/WindowGeometry.h"
@@ -87,7 +87,7 @@ bool CProgressMeter::Show(HWND newParent, int max, char* title) noexcept {
     const HWND bar = GetDlgItem(dialog, IDC_METER_BAR);
     SendMessageW(bar, PBM_SETRANGE, 0, MAKELPARAM(0, std::min(maximum, barMaximum)));
     SendMessageW(bar, PBM_SETPOS, 0, 0);
-    vtr::ShowText(dialog, vtr::WideText<titleSize>(title).Get());
+    vtr::ShowText(dialog, vtr::WindowText<titleSize>(title).Get());
     CenterWindow(dialog, parent, /*horz=*/true, /*vert=*/true, /*redraw=*/false,
                  /*onMonitor=*/false);
     ShowWindow(dialog, SW_SHOW);

@@ -1,5 +1,5 @@
-#ifndef VTRUTILS_BASE_WIDETEXT_H
-#define VTRUTILS_BASE_WIDETEXT_H
+#ifndef VTRUTILS_BASE_WINDOWTEXT_H
+#define VTRUTILS_BASE_WINDOWTEXT_H
 
 #include "utilities/base/CodePage.h"
 
@@ -13,11 +13,11 @@ namespace vtr {
 /// ANSI page when Windows does not know that one. Null counts as "". Private to the library.
 /// Immutable and safe.
 template <std::size_t size>
-class WideText {
+class WindowText {
 public:
     /// Cuts the text to `size` - 1 bytes. In no code page do bytes become more UTF-16 units than
     /// they are.
-    explicit WideText(const char* text) {
+    explicit WindowText(const char* text) {
         const int length = text != nullptr ? static_cast<int>(strnlen(text, size - 1)) : 0;
         if (length == 0)
             return;

@@ -32,7 +32,7 @@ public:
 
 private:
     int units = 0;
-    wchar_t buffer[size] = L"";
+    wchar_t buffer[size]{};
 };
 
 } // namespace vtr

@@ -83,7 +83,8 @@ void Internals::Initialise(CLongOperationDlg& operation, HWND window) {
     ShowLibraryText(GetDlgItem(window, IDCANCEL), "Cancel");
     Display(operation, window);
     BringForward(window);
-    CenterWindow(window, GetParent(window), /*horz=*/true, /*vert=*/true, /*redraw=*/false,
+    CenterWindow(window, GetParent(window), /*horizontally=*/true, /*vertically=*/true,
+                 /*redraw=*/false,
                  /*onMonitor=*/false);
 }
 

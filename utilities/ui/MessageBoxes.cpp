@@ -119,7 +119,8 @@ INT_PTR CALLBACK Box::Procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM
         auto& box = *reinterpret_cast<Box*>(lParam);
         box.dialog = dialog;
         doNotAskAgain = 1;
-        CenterWindow(dialog, box.owner, /*horz=*/true, /*vert=*/true, /*redraw=*/false,
+        CenterWindow(dialog, box.owner, /*horizontally=*/true, /*vertically=*/true,
+                     /*redraw=*/false,
                      /*onMonitor=*/false);
         box.Fill();
         box.LayOut();

@@ -88,7 +88,7 @@ bool CProgressMeter::Show(HWND newParent, int max, char* title) noexcept {
     SendMessageW(bar, PBM_SETRANGE, 0, MAKELPARAM(0, std::min(maximum, barMaximum)));
     SendMessageW(bar, PBM_SETPOS, 0, 0);
     vtr::ShowText(dialog, vtr::WindowText<titleSize>(title).Get());
-    CenterWindow(dialog, parent, /*horz=*/true, /*vert=*/true, /*redraw=*/false,
+    CenterWindow(dialog, parent, /*horizontally=*/true, /*vertically=*/true, /*redraw=*/false,
                  /*onMonitor=*/false);
     ShowWindow(dialog, SW_SHOW);
     return true;

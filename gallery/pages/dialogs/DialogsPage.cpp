@@ -220,7 +220,8 @@ void DialogsPage::Command(int id, int /*notification*/) {
     case ID_DIALOGS_OPERATION:
         return ShowOperation();
     case ID_DIALOGS_CENTRE:
-        CenterWindow(Top(), /*ref=*/nullptr, /*horz=*/true, /*vert=*/true, /*redraw=*/true,
+        CenterWindow(Top(), /*ref=*/nullptr, /*horizontally=*/true, /*vertically=*/true,
+                     /*redraw=*/true,
                      /*onMonitor=*/true);
         return TellPlace();
     case ID_DIALOGS_FIT: {

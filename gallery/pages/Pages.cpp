@@ -7,6 +7,7 @@
 #include "gallery/pages/observers/ObserversPage.h"
 #include "gallery/pages/recent/RecentFilesPage.h"
 #include "gallery/pages/regions/RegionsPage.h"
+#include "gallery/pages/system/SystemPage.h"
 #include "gallery/pages/table/TablePage.h"
 #include "gallery/pages/text/TextPage.h"
 #include "gallery/pages/undo/UndoPage.h"
@@ -33,6 +34,7 @@ constexpr PageEntry pages[] = {
     {.titleKey = "Observers", .pictureName = L"observers", .make = MakeObserversPage},
     {.titleKey = "Regions", .pictureName = L"regions", .make = MakeRegionsPage},
     {.titleKey = "Dialogs", .pictureName = L"dialogs", .make = MakeDialogsPage},
+    {.titleKey = "System", .pictureName = L"system", .make = MakeSystemPage},
     {.titleKey = "Undo", .pictureName = L"undo", .make = MakeUndoPage},
 };
 

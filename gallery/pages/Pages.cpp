@@ -2,6 +2,7 @@
 
 #include "gallery/pages/dialogs/DialogsPage.h"
 #include "gallery/pages/files/FilesPage.h"
+#include "gallery/pages/folders/FoldersPage.h"
 #include "gallery/pages/ini/IniDocumentPage.h"
 #include "gallery/pages/language/LanguagePage.h"
 #include "gallery/pages/observers/ObserversPage.h"
@@ -30,6 +31,7 @@ constexpr PageEntry pages[] = {
     {.titleKey = "Language", .pictureName = L"language", .make = MakeLanguagePage},
     {.titleKey = "RecentFiles", .pictureName = L"recent-files", .make = MakeRecentFilesPage},
     {.titleKey = "Files", .pictureName = L"files", .make = MakeFilesPage},
+    {.titleKey = "Folders", .pictureName = L"folders", .make = MakeFoldersPage},
     {.titleKey = "TextPage", .pictureName = L"text", .make = MakeTextPage},
     {.titleKey = "Observers", .pictureName = L"observers", .make = MakeObserversPage},
     {.titleKey = "Regions", .pictureName = L"regions", .make = MakeRegionsPage},

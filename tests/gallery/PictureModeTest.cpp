@@ -71,7 +71,7 @@ TEST(PictureMode, MakesAPictureOfEachPage) {
     const Gdiplus::GdiplusStartupInput input;
     ASSERT_EQ(Gdiplus::Ok, Gdiplus::GdiplusStartup(&token, &input, /*output=*/nullptr));
     for (const char* page : {"ini-document", "xml-document", "table", "language", "recent-files",
-                             "files", "text", "observers", "regions", "system", "undo"}) {
+                             "files", "folders", "text", "observers", "regions", "system", "undo"}) {
         SCOPED_TRACE(page);
         ExpectPicture(gallery::Widen((pictures + "\\" + page + ".png").c_str()));
     }

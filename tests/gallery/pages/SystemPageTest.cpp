@@ -4,7 +4,7 @@ namespace {
 
 TEST(SystemPage, MeasuresByKeyboardOrSaysThatTheSystemCountsNothing) {
     // Without counters the library takes what is not there for 0, and the machine for busy.
-    BYTE block[4096];
+    BYTE block[4096] = {};
     DWORD length = sizeof block;
     const bool counted = RegQueryValueExA(HKEY_PERFORMANCE_DATA, "238", nullptr, nullptr, block,
                                           &length) == ERROR_MORE_DATA ||

@@ -167,7 +167,9 @@ bool FoldersPage::MakeTree(const std::string& startPath) {
 }
 
 void FoldersPage::RemakeTree() {
-    const std::string path = tree.CurrentSelection();
+    // The tree has its path in the code page that the language had when it was selected.
+    std::string path;
+    Narrow(TextOf(folder), path);
     MakeTree(path);
 }
 

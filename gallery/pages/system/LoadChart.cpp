@@ -84,6 +84,8 @@ void LoadChart::Paint() const {
     PaintPercents(dc, plot);
     PaintTimes(dc, plot);
     if (!note.empty()) {
+        SetBkMode(dc, OPAQUE);
+        SetBkColor(dc, GetSysColor(COLOR_WINDOW));
         DrawTextW(dc, note.c_str(), -1, &plot,
                   DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS);
         return;

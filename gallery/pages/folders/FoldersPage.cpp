@@ -97,7 +97,6 @@ private:
                          NMHDR* header);
     static void KeyPressed(WORD key, void* self, WPARAM wParam, NMHDR* header);
 
-    CExplorerTree tree;
     std::vector<FolderFile> files;
 
     HWND boxes[std::size(flagBoxes)] = {};
@@ -108,6 +107,8 @@ private:
     HWND folder = nullptr;
     HWND message = nullptr;
     HWND counts = nullptr;
+
+    CExplorerTree tree; ///< its handlers use what stands above
 };
 
 bool FoldersPage::MakeControls() {

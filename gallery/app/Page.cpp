@@ -3,7 +3,9 @@
 #include "gallery/app/ControlIds.h"
 #include "gallery/widgets/Controls.h"
 
+#include <algorithm>
 #include <utility>
+#include <windowsx.h>
 
 namespace gallery {
 
@@ -20,11 +22,21 @@ bool Page::AddList(ListView& list, const char* nameKey, int id, ListView::Titles
     return list.Create(Handle(), nameKey, id, titles, std::move(textOfCell));
 }
 
+bool Page::AddLink(Link& link, int id, const char* tipKey) {
+    if (!link.Create(Handle(), id))
+        return false;
+    links.push_back(&link);
+    tips.Add(link.Handle(), tipKey);
+    return true;
+}
+
 void Page::SetLook(const Look& newLook) {
     look = &newLook;
     SetFontOfChildren(Handle(), look->Font());
     for (ListView* list : lists)
         list->SetLook(*look);
+    for (Link* link : links)
+        link->Update();
     Restyle();
     Rearrange();
 }
@@ -43,6 +55,43 @@ void Page::Rearrange() {
     RECT area{};
     GetClientRect(Handle(), &area);
     Arrange(area.right, area.bottom);
+}
+
+LRESULT Page::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+    case WM_GETFONT:
+        return reinterpret_cast<LRESULT>(look != nullptr ? look->Font() : nullptr);
+    case WM_SETCURSOR: {
+        POINT point{};
+        if (LOWORD(lParam) != HTCLIENT || !GetCursorPos(&point) ||
+            !ScreenToClient(Handle(), &point) || LinkAt(point) == nullptr)
+            break;
+        SetCursor(LoadCursorW(nullptr, IDC_HAND));
+        return TRUE;
+    }
+    case WM_LBUTTONDOWN:
+        pressed = LinkAt({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
+        return 0;
+    case WM_LBUTTONUP:
+        Click(LinkAt({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}));
+        return 0;
+    default:
+        break;
+    }
+    return Window::OnMessage(message, wParam, lParam);
+}
+
+const Link* Page::LinkAt(POINT point) const {
+    const auto found = std::find_if(links.begin(), links.end(),
+                                    [point](const Link* link) { return link->IsUnder(point); });
+    return found != links.end() ? *found : nullptr;
+}
+
+void Page::Click(const Link* link) {
+    const bool clicked = link != nullptr && link == pressed;
+    pressed = nullptr;
+    if (clicked)
+        Command(GetDlgCtrlID(link->Handle()), STN_CLICKED);
 }
 
 LRESULT Page::Notify(const NMHDR& header) {

@@ -2,6 +2,7 @@
 #define VTRUTILS_GALLERY_APP_PAGE_H
 
 #include "gallery/widgets/Captions.h"
+#include "gallery/widgets/Link.h"
 #include "gallery/widgets/ListView.h"
 #include "gallery/widgets/Tips.h"
 #include "gallery/widgets/Window.h"
@@ -93,6 +94,10 @@ protected:
     bool AddList(ListView& list, const char* nameKey, int id, ListView::Titles titles,
                  ListView::TextOfCell textOfCell);
 
+    /// As `Link::Create`, for a link that lives as long as the page. A click on its text is the
+    /// command with this id.
+    bool AddLink(Link& link, int id, const char* tipKey);
+
     /// WM_NOTIFY of a control, but for the questions of lists.
     virtual void Noticed(const NMHDR&) {}
 
@@ -114,13 +119,19 @@ protected:
     void Rearrange();
 
     void Sized() override { Rearrange(); }
+    LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
 private:
     LRESULT Notify(const NMHDR& header) final;
+    /// Null for none.
+    const Link* LinkAt(POINT point) const;
+    void Click(const Link* link);
 
     Captions captions;
     Tips tips;
     std::vector<ListView*> lists;
+    std::vector<Link*> links;
+    const Link* pressed = nullptr; ///< where the left button went down
     PageHost* host = nullptr;
     const Look* look = nullptr;
 };

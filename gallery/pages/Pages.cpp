@@ -2,11 +2,13 @@
 
 #include "gallery/pages/dialogs/DialogsPage.h"
 #include "gallery/pages/files/FilesPage.h"
+#include "gallery/pages/folders/FoldersPage.h"
 #include "gallery/pages/ini/IniDocumentPage.h"
 #include "gallery/pages/language/LanguagePage.h"
 #include "gallery/pages/observers/ObserversPage.h"
 #include "gallery/pages/recent/RecentFilesPage.h"
 #include "gallery/pages/regions/RegionsPage.h"
+#include "gallery/pages/system/SystemPage.h"
 #include "gallery/pages/table/TablePage.h"
 #include "gallery/pages/text/TextPage.h"
 #include "gallery/pages/undo/UndoPage.h"
@@ -29,10 +31,12 @@ constexpr PageEntry pages[] = {
     {.titleKey = "Language", .pictureName = L"language", .make = MakeLanguagePage},
     {.titleKey = "RecentFiles", .pictureName = L"recent-files", .make = MakeRecentFilesPage},
     {.titleKey = "Files", .pictureName = L"files", .make = MakeFilesPage},
+    {.titleKey = "Folders", .pictureName = L"folders", .make = MakeFoldersPage},
     {.titleKey = "TextPage", .pictureName = L"text", .make = MakeTextPage},
     {.titleKey = "Observers", .pictureName = L"observers", .make = MakeObserversPage},
     {.titleKey = "Regions", .pictureName = L"regions", .make = MakeRegionsPage},
     {.titleKey = "Dialogs", .pictureName = L"dialogs", .make = MakeDialogsPage},
+    {.titleKey = "System", .pictureName = L"system", .make = MakeSystemPage},
     {.titleKey = "Undo", .pictureName = L"undo", .make = MakeUndoPage},
 };
 

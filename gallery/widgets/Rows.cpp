@@ -70,6 +70,9 @@ void Rows::PutField(const Field& row, int x, int y, int room) {
     }
     if (row.field != nullptr)
         placement.Put(row.field, x, y + (height - look.Field()) / 2, right - x, look.Field());
+    if (row.link != nullptr)
+        placement.Put(row.link, x, y + (height - look.Line()) / 2, right - x,
+                      look.Line() + look.Pixels(2));
 }
 
 } // namespace gallery

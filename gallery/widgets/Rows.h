@@ -19,7 +19,7 @@ public:
 
     enum class End { top, bottom };
 
-    /// A label and a field that takes the room left, either of them null for none, and buttons at
+    /// A label and a field, or a link, that takes the room left, each null for none, and buttons at
     /// the right-hand end. The label takes at least this width, so that the fields of several rows
     /// stand below each other.
     struct Field {
@@ -27,6 +27,7 @@ public:
         HWND field = nullptr;
         std::initializer_list<HWND> buttons = {};
         int labelWidth = 0;
+        HWND link = nullptr; ///< its text is at its top, and is to stand as high as the label's
     };
     void Put(End end, const Field& row);
     void PutAt(int y, const Field& row) { PutField(row, 0, y, width); }

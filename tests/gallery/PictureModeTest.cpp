@@ -70,8 +70,9 @@ TEST(PictureMode, MakesAPictureOfEachPage) {
     ULONG_PTR token = 0;
     const Gdiplus::GdiplusStartupInput input;
     ASSERT_EQ(Gdiplus::Ok, Gdiplus::GdiplusStartup(&token, &input, /*output=*/nullptr));
-    for (const char* page : {"ini-document", "xml-document", "table", "language", "recent-files",
-                             "files", "text", "observers", "regions", "undo"}) {
+    for (const char* page :
+         {"ini-document", "xml-document", "table", "language", "recent-files", "files", "folders",
+          "text", "observers", "regions", "system", "undo"}) {
         SCOPED_TRACE(page);
         ExpectPicture(gallery::Widen((pictures + "\\" + page + ".png").c_str()));
     }

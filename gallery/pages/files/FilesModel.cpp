@@ -105,6 +105,13 @@ std::vector<SpecialFolder> SpecialFolders() {
     return folders;
 }
 
+std::wstring ProgramPath() {
+    std::wstring path(32768, L'\0');
+    path.resize(
+        GetModuleFileNameW(/*hModule=*/nullptr, path.data(), static_cast<DWORD>(path.size())));
+    return path;
+}
+
 bool ShowInFolder(const std::wstring& path, HWND window) {
     std::string narrow;
     return Narrow(path, narrow, systemCodePage) &&

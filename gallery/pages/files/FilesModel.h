@@ -31,6 +31,9 @@ struct SpecialFolder {
 /// The first one is the program's own.
 std::vector<SpecialFolder> SpecialFolders();
 
+/// The program's file.
+std::wstring ProgramPath();
+
 /// False when nothing could be started.
 bool ShowInFolder(const std::wstring& path, HWND window);
 

@@ -25,7 +25,7 @@ private:
     bool MakeLists();
     std::wstring NameCell(int row, int column) const;
     std::wstring PlaceCell(int row, int column) const;
-    void Retext() override { ShowNames(); }
+    void Retext() override;
     void Arrange(int width, int height) override;
     void ArrangeColumns(int width);
     void Noticed(const NMHDR& header) override;
@@ -34,6 +34,8 @@ private:
     void ShowPlaces();
     void ChoosePlace();
     void OpenPlace();
+    void ShowPath(const std::wstring& path);
+    void ShowProgram();
     const SpecialFolder* Place() const;
     void Tell(const std::wstring& text) { SetText(message, text); }
 
@@ -48,6 +50,9 @@ private:
     HWND placesLabel = nullptr;
     ListView places;
     HWND open = nullptr;
+    HWND programLabel = nullptr;
+    Link program;
+    HWND openProgram = nullptr;
     HWND message = nullptr;
 };
 
@@ -58,10 +63,15 @@ bool FilesPage::MakeControls() {
     folderText = MakeEdit(Handle(), ID_FILES_FOLDER);
     if (!MakeLists())
         return false;
-    open = AddButton("OpenFolder", ID_FILES_SHOW);
+    open = AddButton("OpenFolder", ID_FILES_SHOW, "OpenFolderTip");
+    programLabel = AddLabel("ProgramFolderLabel", ID_FILES_PROGRAM_LABEL);
+    if (!AddLink(program, ID_FILES_PROGRAM_LINK, "OpenProgramFolderTip"))
+        return false;
+    openProgram = AddButton("OpenProgramFolder", ID_FILES_PROGRAM, "OpenProgramFolderTip");
     message = MakeTextLine(Handle(), SS_ENDELLIPSIS, ID_FILES_MESSAGE);
     SetText(nameText, L"media-library.csv");
     SetText(folderText, Widen(ProgramFolder().c_str()));
+    ShowProgram();
     return message != nullptr;
 }
 
@@ -105,6 +115,17 @@ std::wstring FilesPage::PlaceCell(int row, int column) const {
     }
 }
 
+/// The language has another code page.
+void FilesPage::Retext() {
+    ShowNames();
+    ShowProgram();
+}
+
+void FilesPage::ShowProgram() {
+    const std::wstring path = ProgramPath();
+    program.Set(path.substr(0, path.size() - NameOfFile(path).size()));
+}
+
 /// Files and space may be others by now.
 void FilesPage::Shown() {
     found = SpecialFolders();
@@ -114,11 +135,14 @@ void FilesPage::Shown() {
 
 void FilesPage::Arrange(int width, int height) {
     using End = Rows::End;
-    Rows page(Sizes(), width, height, /*expected=*/9);
+    Rows page(Sizes(), width, height, /*expected=*/12);
     const int labels = std::max(Sizes().TextWidth(nameLabel), Sizes().TextWidth(folderLabel));
     page.Put(End::top, {.label = nameLabel, .field = nameText, .labelWidth = labels});
     page.Put(End::top, {.label = folderLabel, .field = folderText, .labelWidth = labels});
     page.PutMessage(message, /*counts=*/nullptr);
+    page.AlignButtons({open, openProgram});
+    page.Put(End::bottom,
+             {.label = programLabel, .buttons = {openProgram}, .link = program.Handle()});
     // Seven lines, where there is room for these and a few special folders.
     const int line = Sizes().Line() + Sizes().Pixels(6);
     const int namesHeight = std::min(page.Room() * 3 / 5, 7 * line + Sizes().Pixels(10));
@@ -169,6 +193,9 @@ void FilesPage::Command(int id, int notification) {
         return;
     case ID_FILES_SHOW:
         return OpenPlace();
+    case ID_FILES_PROGRAM:
+    case ID_FILES_PROGRAM_LINK:
+        return ShowPath(ProgramPath());
     case IDOK:
         if (GetFocus() == places.Handle())
             ChoosePlace();
@@ -215,9 +242,14 @@ void FilesPage::ChoosePlace() {
 }
 
 void FilesPage::OpenPlace() {
-    if (Place() != nullptr && !ShowInFolder(Place()->path, Handle())) {
+    if (Place() != nullptr)
+        ShowPath(Place()->path);
+}
+
+void FilesPage::ShowPath(const std::wstring& path) {
+    if (!ShowInFolder(path, Handle())) {
         MessageBeep(MB_ICONWARNING);
-        Tell(Text("FolderNotOpened", {Place()->path}));
+        Tell(Text("FolderNotOpened", {path}));
     }
 }
 

@@ -1,6 +1,7 @@
 #include "gallery/pages/regions/RegionCanvas.h"
 
 #include "gallery/widgets/BufferedPaint.h"
+#include "gallery/widgets/Drawing.h"
 
 #include <algorithm>
 #include <utility>
@@ -14,14 +15,6 @@ namespace {
 constexpr int cellSize = 12;
 constexpr int lineWidth = 1;
 
-/// `part` of 16 parts of the first colour, the rest of the second.
-COLORREF Mix(COLORREF first, COLORREF second, int part) {
-    const auto channel = [part](int a, int b) { return (a * part + b * (16 - part)) / 16; };
-    return RGB(channel(GetRValue(first), GetRValue(second)),
-               channel(GetGValue(first), GetGValue(second)),
-               channel(GetBValue(first), GetBValue(second)));
-}
-
 /// The system's colours, so that the picture follows the user's contrast.
 COLORREF Paper() {
     return GetSysColor(COLOR_WINDOW);
@@ -34,11 +27,6 @@ COLORREF PieceColour() {
 }
 COLORREF EdgeColour() {
     return Mix(GetSysColor(COLOR_HIGHLIGHT), GetSysColor(COLOR_WINDOWTEXT), 11);
-}
-
-void Fill(HDC dc, const RECT& area, COLORREF colour) {
-    SetDCBrushColor(dc, colour);
-    FillRect(dc, &area, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
 }
 
 /// Within the area, `width` pixels wide.

@@ -1,6 +1,7 @@
 #include "gallery/pages/text/TextModel.h"
 
 #include "gallery/text/Text.h"
+#include "utilities/system/files/FileFunctions.h"
 #include "utilities/text/html/HtmlText.h"
 
 #include <climits>
@@ -31,6 +32,21 @@ std::wstring WithLinks(const std::string& text) {
     ParseForHTML(source.data(), static_cast<long>(text.size()), result.data(),
                  static_cast<long>(result.size()));
     return Widen(result.data());
+}
+
+/// Of the schemes that links are made with: a link that the text had may run a program.
+std::wstring FirstAddress(const std::wstring& withLinks) {
+    const std::wstring mark = L"<a href=\"";
+    for (std::size_t at = withLinks.find(mark); at != std::wstring::npos;
+         at = withLinks.find(mark, at + 1)) {
+        const std::size_t begin = at + mark.size();
+        const std::wstring address = withLinks.substr(begin, withLinks.find(L'"', begin) - begin);
+        for (const wchar_t* scheme : {L"http://", L"https://", L"mailto:"}) {
+            if (address.rfind(scheme, 0) == 0)
+                return address;
+        }
+    }
+    return {};
 }
 
 std::wstring WithCarriageReturns(const std::string& text) {
@@ -89,7 +105,13 @@ MadeTexts TextsMadeOf(const TypedTexts& typed) {
         {length, "MillisecondsNoHours", Length(milliseconds, true, true)},
         {L"MakeFileSizeString", nullptr, Size(bytes)},
     };
+    made.address = FirstAddress(made.rows[1].result);
     return made;
+}
+
+bool OpenAddress(const std::wstring& address, HWND window) {
+    std::string narrow;
+    return Narrow(address, narrow) && LaunchBrowser(narrow.c_str(), window, SW_SHOWNORMAL);
 }
 
 } // namespace gallery

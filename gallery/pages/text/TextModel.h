@@ -3,6 +3,7 @@
 
 #include <string>
 #include <vector>
+#include <windows.h>
 
 namespace gallery {
 
@@ -28,9 +29,13 @@ struct MadeTexts {
     bool textFits;              ///< in the code page of the language
     bool numbersFit;            ///< in the types of the functions
     bool offends;
+    std::wstring address; ///< the first one in the text, with its scheme; "" for none
 };
 
 MadeTexts TextsMadeOf(const TypedTexts& typed);
+
+/// False when nothing could be started.
+bool OpenAddress(const std::wstring& address, HWND window);
 
 } // namespace gallery
 

@@ -29,6 +29,7 @@ private:
 
     void ShowResults();
     void ShowResult();
+    void OpenFirst();
 
     MadeTexts made{};
 
@@ -42,6 +43,9 @@ private:
     ListView results;
     HWND resultLabel = nullptr;
     HWND result = nullptr;
+    HWND addressLabel = nullptr;
+    Link address;
+    HWND openAddress = nullptr;
     HWND message = nullptr;
 };
 
@@ -53,6 +57,10 @@ bool TextPage::MakeControls() {
     length = MakeNumber(ID_TEXT_LENGTH, L"3723004");
     sizeLabel = AddLabel("TypedSize", ID_TEXT_SIZE_LABEL);
     size = MakeNumber(ID_TEXT_SIZE, L"1572864");
+    addressLabel = AddLabel("FirstAddress", ID_TEXT_ADDRESS_LABEL);
+    if (!AddLink(address, ID_TEXT_ADDRESS_LINK, "OpenAddressTip"))
+        return false;
+    openAddress = AddButton("OpenAddress", ID_TEXT_ADDRESS, "OpenAddressTip");
     resultsLabel = AddLabel("TextResultsLabel", ID_TEXT_RESULTS_LABEL);
     const auto cell = [this](int row, int column) { return Cell(row, column); };
     if (!AddList(results, "TextResults", ID_TEXT_RESULTS, ListView::Titles::shown, cell))
@@ -85,12 +93,16 @@ std::wstring TextPage::Cell(int row, int column) const {
 
 void TextPage::Arrange(int width, int height) {
     using End = Rows::End;
-    Rows page(Sizes(), width, height, /*expected=*/11);
+    Rows page(Sizes(), width, height, /*expected=*/14);
     const int labels = std::max({Sizes().TextWidth(textLabel), Sizes().TextWidth(lengthLabel),
-                                 Sizes().TextWidth(resultLabel)});
+                                 Sizes().TextWidth(addressLabel), Sizes().TextWidth(resultLabel)});
     page.Put(End::top, {.label = textLabel, .field = text, .labelWidth = labels});
     page.Put(End::top, {.label = lengthLabel, .field = length, .labelWidth = labels}, 50,
              {.label = sizeLabel, .field = size});
+    page.Put(End::top, {.label = addressLabel,
+                        .buttons = {openAddress},
+                        .labelWidth = labels,
+                        .link = address.Handle()});
     page.Put(End::top, {.field = resultsLabel});
     page.PutMessage(message, /*counts=*/nullptr);
     // All functions, where that leaves room for a few lines of the result.
@@ -117,6 +129,8 @@ void TextPage::Noticed(const NMHDR& header) {
 }
 
 void TextPage::Command(int id, int notification) {
+    if (id == ID_TEXT_ADDRESS || id == ID_TEXT_ADDRESS_LINK)
+        return OpenFirst();
     if (notification == EN_CHANGE && (id == ID_TEXT || id == ID_TEXT_LENGTH || id == ID_TEXT_SIZE))
         ShowResults();
 }
@@ -127,11 +141,20 @@ void TextPage::ShowResults() {
         results.SetRows(static_cast<int>(made.rows.size()));
     results.RedrawRows();
     ShowResult();
+    address.Set(made.address);
+    EnableWindow(openAddress, !made.address.empty());
     if (!made.textFits)
         return SetText(message, Text("ValueNotNarrow"));
     if (!made.numbersFit)
         return SetText(message, Text("NumbersNotPossible"));
     SetText(message, Text("OffensiveWords", {Text(made.offends ? "Yes" : "No")}));
+}
+
+void TextPage::OpenFirst() {
+    if (!made.address.empty() && !OpenAddress(made.address, Handle())) {
+        MessageBeep(MB_ICONWARNING);
+        SetText(message, Text("AddressNotOpened", {made.address}));
+    }
 }
 
 /// In full, with its line breaks, which are a carriage return each.

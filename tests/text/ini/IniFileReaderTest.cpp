@@ -1,5 +1,4 @@
 #include "tests/support/AllocationFault.h"
-#include "tests/support/CapturedLog.h"
 #include "tests/support/GuardedBuffer.h"
 #include "tests/support/HeapUse.h"
 #include "tests/support/RandomText.h"
@@ -115,13 +114,6 @@ Model RandomModel(std::mt19937& random, bool namesDiffer) {
                 random, "sS", random() % nearby == 0 ? random() % (count + 1) : (s + 1) % count));
         model.push_back(section);
     }
-    // A parent of so many keys that most sections are small beside it.
-    if (random() % 4 == 0) {
-        Section section{Name(random, "sS", count), {}, {}};
-        for (unsigned k = 0; k < 300; ++k)
-            section.pairs.push_back({"l" + std::to_string(k), random() % 4 == 0 ? "" : "1"});
-        model.push_back(section);
-    }
     if (random() % 2 == 0)
         std::shuffle(model.begin(), model.end(), random);
     return model;
@@ -156,13 +148,6 @@ void ChangeSection(std::mt19937& random, CIniFileReader& document, Model& model,
         pairs[index].value = "set";
     }
 }
-
-/// Shows what a document remembers.
-class Peek : public CIniFileReader {
-public:
-    using CIniFileReader::CheckForClosingQuote;
-    using CIniFileReader::lastSectionIndex;
-};
 
 } // namespace
 
@@ -236,11 +221,8 @@ TEST(IniFileReader, OutOfRangeIsNothing) {
         EXPECT_TRUE(!document.GetValue(place, 0) && !document.SetValue(place, 0, "x"));
         EXPECT_TRUE(!document.GetValue(0, 3 * place) && !document.SetValue(0, 3 * place, "x"));
     }
-    const CapturedLog log;
     for (const char* none : {static_cast<const char*>(nullptr), ""})
         EXPECT_FALSE(document.SetValue(none, "k", "v") || document.SetValue("s", none, "v"));
-    EXPECT_EQ(log.Lines(),
-              std::vector<std::string>(4, "CIniFileReader::SetValue: departing, NULL input"));
     const unsigned char one[] = {'a'};
     EXPECT_FALSE(document.InitFromBuffer(nullptr, 5, false));
     EXPECT_FALSE(document.InitFromBuffer(one, 0x80000000u, false));
@@ -265,40 +247,26 @@ TEST(IniFileReader, WithoutAValueTheRestIsZeroed) {
     EXPECT_EQ(untouched, 'x');
 }
 
-TEST(IniFileReader, RemembersTheSectionReadLast) {
-    Peek document;
+TEST(IniFileReader, LooksFirstInTheSectionReadLastAndInTheNext) {
+    struct Peek : CIniFileReader {
+        using CIniFileReader::lastSectionIndex;
+    } document;
     ASSERT_TRUE(Load(document, "x=0\n[Beta]\nb=2\n[Alpha]\na=1\n[beta]\nb=3\n"));
-    const auto expect = [&](const char* section, const char* key, const char* value, int after) {
-        EXPECT_EQ(Get(document, section, key), value);
-        EXPECT_EQ(document.lastSectionIndex, after) << value;
-    };
-    expect(nullptr, "x", "(none)", -1);
+    EXPECT_EQ(Get(document, nullptr, "x"), "(none)");
     document.lastSectionIndex = 0;
-    expect(nullptr, "x", "0", 0);
-    expect("", "x", "0", 0);
-    expect("Alpha", "a", "1", 2);
-    expect("beta", "b", "3", 3); // the next one, although there is an earlier one
-    expect("missing", "b", "(none)", 3);
-    expect("beta", "b", "3", 3);
-    expect("alpha", "a", "1", 2);
+    EXPECT_EQ(Get(document, nullptr, "x"), "0");
+    EXPECT_EQ(Get(document, "Alpha", "a"), "1");
+    for (int i = 0; i < 2; ++i)
+        EXPECT_EQ(Get(document, "beta", "b"), "3") << "although there is an earlier one";
+    EXPECT_EQ(Get(document, "alpha", "a"), "1");
     document.lastSectionIndex = 99;
-    expect("beta", "b", "2", 1);
-    document.Reset();
-    EXPECT_EQ(document.lastSectionIndex, -1);
-    int innerQuotes = 5;
-    EXPECT_TRUE(document.CheckForClosingQuote("\"\"x\" \"\"", 2, 6, innerQuotes));
-    EXPECT_EQ(innerQuotes, 6) << "raised by those between the places";
+    EXPECT_EQ(Get(document, "beta", "b"), "2");
 }
 
-TEST(IniFileReader, SortReversesEqualNamesAndIsLogged) {
-    const CapturedLog log;
+TEST(IniFileReader, SortReversesEqualNames) {
     CIniFileReader document;
     ASSERT_TRUE(Load(document, "[b]\nz=1\nA=2\na=3\nM=4\n[B]\nk=1\n[a]\nk=2\n", true));
     EXPECT_EQ(Content(document), "{a: k=2;}{B: k=1;}{b: a=3; A=2; M=4; z=1;}");
-    ASSERT_EQ(log.Lines().size(), 2u);
-    EXPECT_TRUE(log.Lines()[0].starts_with("CIniFileReader::Sort: sorting 3 section names took "));
-    EXPECT_TRUE(log.Lines()[1].starts_with(
-        "CIniFileReader::Sort: sorting 3 sections + section names took "));
     document.Sort();
     EXPECT_EQ(Content(document), "{a: k=2;}{b: A=2; a=3; M=4; z=1;}{B: k=1;}");
     document.GetSection("a")->SetKeepSorted(false);
@@ -325,7 +293,7 @@ TEST(IniFileReader, InitReadsFiles) {
     EXPECT_TRUE(!document.Initialized() && document.NumSections() == 0);
 }
 
-TEST(IniFileReader, LackOfMemoryIsReportedAndLeavesAValidDocument) {
+TEST(IniFileReader, LackOfMemoryLeavesAValidDocument) {
     std::string text = "top=1\n";
     for (int s = 0; s < 12; ++s) {
         text += "[S" + std::to_string(s) + "] : [S" + std::to_string(s / 2 + 7) + "]\n";
@@ -333,51 +301,33 @@ TEST(IniFileReader, LackOfMemoryIsReportedAndLeavesAValidDocument) {
             text += "k" + std::to_string(k * (s + 1)) + "=" + std::to_string(s) + "\n";
     }
     const auto edit = [](CIniFileReader& document) {
-        CIniValue pair("p", "q");
         bool good = document.SetValue("Added", "k", "v");
         good = document.SetValue("Added", "k", "longer") && good;
         good = document.SetValue("S0", "l", "w") && good;
-        good = document.SetValue(0, 0, "longest of all") && good;
-        CIniSection* section = document.GetSection("Added");
-        return pair.Key() != nullptr && pair.Value() != nullptr && section != nullptr &&
-               section->AddValue(pair) && document.SetFileName("name") && good;
+        return document.SetValue(0, 0, "longest of all") && good;
     };
     const TestFolder folder;
     const std::string file = folder.Write("a.ini", text);
     AllocationFault fault("vtrutils.dll");
     CIniFileReader whole;
-    ASSERT_TRUE(Load(whole, text));
-    EXPECT_LT(fault.Count(), 2 * 145u) << "parsing takes one block a pair";
     ASSERT_TRUE(whole.Init(file.c_str(), true) && edit(whole));
     whole.Sort();
-
-    unsigned refused = 0;
+    // The first rounds, and what is run on a thread of its own, leave what the run-time keeps.
+    const DWORD thread = GetCurrentThreadId();
     const auto fail = [&](unsigned n) {
         CIniFileReader document;
-        const CapturedLog log;
-        const bool loaded = document.Init(file.c_str(), true);
-        if (!loaded && !log.Lines().empty() && log.Lines().back().ends_with("departing, no memory"))
-            refused += document.NumSections() == 0 ? 1u : 1000u;
-        const bool edited = edit(document);
+        const bool loaded = document.Init(file.c_str(), true), edited = edit(document);
         fault.FailAt(0);
-        for (unsigned s = 0; s < document.NumSections(); ++s) {
-            const CIniSection& section = *document.GetSection(static_cast<int>(s));
-            for (unsigned i = 1; section.KeepSorted() && i < section.NumValues(); ++i)
-                EXPECT_LE(_stricmp(section.GetValue(i - 1)->Key(), section.GetValue(i)->Key()), 0);
-        }
-        EXPECT_EQ(Content(document).find(" ="), std::string::npos) << "a pair without key";
         document.Sort();
+        EXPECT_EQ(Content(document).find(" ="), std::string::npos) << "a pair without key";
         EXPECT_TRUE(!loaded || !edited || Content(document) == Content(whole)) << n;
         document.SetValue("Added", "again", "v");
         EXPECT_EQ(Get(document, "Added", "again"), "v");
     };
-    // The first rounds, and what is run on a thread of its own, leave what the run-time keeps.
-    const DWORD thread = GetCurrentThreadId();
     const unsigned failures = fault.ForEachAllocation([&](unsigned n) {
         const std::size_t used = HeapUse();
         fail(n);
         EXPECT_TRUE(HeapUse() == used || n < 5 || GetCurrentThreadId() != thread) << n;
     });
     EXPECT_GT(failures, 200u);
-    EXPECT_TRUE(refused > 50 && refused < 1000) << refused << " without what they inherit";
 }

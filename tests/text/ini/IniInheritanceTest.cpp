@@ -42,54 +42,22 @@ TEST(IniInheritance, CostsNoMoreThanItMustOnHostileGraphs) {
     for (int s = 0; s < 30; ++s)
         EXPECT_EQ(document.GetNumValues(s), 30);
 
-    std::string child = "[child]";
-    std::string parents = "\nown=1\n";
-    std::string children;
-    std::string base = "[base]\nb=1\n";
+    std::string children, keys;
     for (int n = 0; n < 20'000; ++n) {
-        const std::string number = std::to_string(n);
-        child += " : [p" + number + "]";
-        parents += "[p" + number + "]\nk" + number + "=1\n";
-        children += "[c" + number + "] : [base]\nk=1\n";
-        base += n < 3'000 ? "k" + number + "=1\n" : "";
+        children += "[c" + std::to_string(n) + "] : [base]\nk=1\n";
+        keys += n < 3'000 ? "k" + std::to_string(n) + "=1\n" : "";
     }
-    ASSERT_TRUE(Init(document, child + parents)) << "one child of many parents";
-    EXPECT_EQ(document.GetNumValues(0), 20'001);
     ASSERT_TRUE(Init(document, children + "[base]\nb=1\n")) << "many children of one parent";
     EXPECT_EQ(document.GetNumValues(19'999), 2);
-    child = "[child]";
+    std::string child = "[child]";
     for (int n = 0; n < 20'000; ++n)
         child += " : [base]";
-    const std::string keys = base.substr(base.find('\n'));
-    ASSERT_TRUE(Init(document, child + keys + base)) << "60,000,000 pairs to look at, none to copy";
+    ASSERT_TRUE(Init(document, child + "\n" + keys + "[base]\nb=1\n" + keys))
+        << "60,000,000 pairs to look at, one to copy";
     EXPECT_EQ(document.GetNumValues(0), 3'001);
     const CapturedLog log;
-    EXPECT_FALSE(Init(document, children + base)) << "60,000,000 pairs to copy";
+    EXPECT_FALSE(Init(document, children + "[base]\n" + keys)) << "60,000,000 pairs to copy";
     EXPECT_TRUE(!document.Initialized() && document.NumSections() == 0);
-
-    // One of its keys reaches `far` at each mention of `q1`, as the tenth level.
-    const auto trickle = [](int count, int repeats) {
-        std::string text = "[top]";
-        std::string sources;
-        std::string far = "[far]";
-        for (int k = 0; k < count; ++k) {
-            const std::string number = std::to_string(k);
-            text += " : [s" + number + "] : [q1]";
-            far += " : [s" + number + "]";
-            sources +=
-                "[s" + number + "] : [z" + number + "]\na=\n[z" + number + "]\nk" + number + "=1\n";
-        }
-        for (int q = 1; q < 8; ++q)
-            far.insert(0, "[q" + std::to_string(q) + "] : [q" + std::to_string(q + 1) + "]\na=\n");
-        for (int r = 0; r < repeats; ++r)
-            far += " : [e]";
-        return text + "\na=\n[q8] : [far]\na=\n" + far + "\na=\n[e]\na=\n" + sources;
-    };
-    ASSERT_TRUE(Init(document, trickle(3'000, 1)));
-    EXPECT_EQ(document.GetNumValues(0), 3'001);
-    EXPECT_FALSE(Init(document, trickle(3'000, 120'000))) << "360,000,000 mentions to look at";
-    EXPECT_TRUE(!document.Initialized() && document.NumSections() == 0);
-    const std::string line = "CIniFileReader::ProcessInheritance: departing, more than ";
-    EXPECT_EQ(log.Lines(), (std::vector<std::string>{line + "16000000 pairs to copy",
-                                                     line + "300000000 steps to take"}));
+    EXPECT_EQ(log.Lines(), std::vector<std::string>{"CIniFileReader::ProcessInheritance: "
+                                                    "departing, more than 16000000 pairs to copy"});
 }

@@ -237,15 +237,6 @@ TEST(ReplacingFile, WritesWhatUsersExpect) {
         << "equal names are reversed by each sort";
     EXPECT_EQ(folder.Listing(), "saved.ini");
     EXPECT_TRUE(document.SetFileName("") && document.FileName() == nullptr);
-
-    CIniSection section("S");
-    section.AddValue(new CIniValue(nullptr, "no key"));
-    section.AddValue("k", "v");
-    const vtr::StreamHandle stream(std::fopen(file.c_str(), "wb"));
-    EXPECT_TRUE(section.Save(stream.Get()) && !section.Save(nullptr));
-    section.SetName("");
-    EXPECT_FALSE(section.Save(stream.Get()));
-    EXPECT_EQ(std::ftell(stream.Get()), 12) << "[S] and k = v";
 }
 
 TEST(ReplacingFile, KeepsAttributesAndPermissions) {
@@ -272,7 +263,7 @@ TEST(ReplacingFile, FoldersOfAnyLength) {
         return std::wstring(LR"(\\?\)") + std::wstring(path.begin(), path.end());
     };
     ASSERT_TRUE(CreateDirectoryW(wide(parent).c_str(), nullptr));
-    for (const unsigned length : {244u, 246u, 247u, 250u, 253u, 255u, 257u, 258u, 259u, 330u}) {
+    for (const unsigned length : {244u, 247u, 255u, 259u, 330u}) {
         SCOPED_TRACE(length);
         const std::string deep = parent + "\\" + std::string(length - parent.size() - 1, 'e');
         const std::string file = deep + "\\a.ini";

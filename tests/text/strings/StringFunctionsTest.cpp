@@ -7,9 +7,9 @@
 
 #include <algorithm>
 #include <cctype>
-#include <functional>
 #include <gtest/gtest.h>
 #include <regex>
+#include <tuple>
 #include <windows.h>
 
 namespace {
@@ -140,12 +140,8 @@ TEST(StringFunctions, TrimByTheRule) {
     });
     const std::string longest(2047, 'x');
     GuardedBytes destination(2048);
-    for (const char* end : {"x", "\""}) {
-        EXPECT_TRUE(TrimWhitespace((longest + end).c_str(), destination.Data()));
-        EXPECT_EQ(destination.Data(), longest);
-        EXPECT_TRUE(TrimChar('"', (longest + end).c_str(), destination.Data(), 1));
-        EXPECT_EQ(destination.Data(), longest);
-    }
+    EXPECT_TRUE(TrimWhitespace((longest + "x").c_str(), destination.Data()));
+    EXPECT_EQ(destination.Data(), longest);
 }
 
 TEST(StringFunctions, ReplaceAndSearchByTheRule) {
@@ -200,29 +196,12 @@ TEST(StringFunctions, ConvertUnicodeByTheRule) {
         for (const bool terminated : {false, true})
             ASSERT_EQ(StringIsUnicode(data, length, terminated),
                       mark || UnicodeByRule(bytes, terminated));
-        const std::wstring text =
-            units.substr(mark && length > 2 ? 1 : 0, units.find(L'\0') - (mark ? 1 : 0));
-        const bool convertible = std::none_of(text.begin(), text.end(), [](wchar_t unit) {
-            return unit > 0xFF && (unit & 0xFF) != 0;
-        });
-        const bool ended = units.find(L'\0') != units.npos;
-        ASSERT_EQ(StringIsConvertibleUnicode(data, length), length > 1 && convertible);
-        ASSERT_EQ(NumConvertibleUnicodeChars(data, length),
-                  mark && convertible && ended ? static_cast<int>(text.size()) : 0);
 
         GuardedUnits source(std::wstring_view(units), /*terminated=*/false);
         GuardedBytes reduced(size);
         ConvertUnicodeToSingleByte(source.Data(), static_cast<int>(units.size()), reduced.Data(),
                                    static_cast<unsigned>(size), reserve);
         ASSERT_EQ(reduced.View(), Stored(ReducedByRule(units), size, reserve));
-
-        GuardedUnits widened(size);
-        ConvertSingleByteToUnicode(narrow.Data(), length, widened.Data(),
-                                   static_cast<unsigned>(size), reserve);
-        std::wstring expected;
-        for (const char c : bytes.substr(0, bytes.find('\0')))
-            expected += static_cast<unsigned char>(c);
-        ASSERT_TRUE(widened.View() == Stored(expected, size, reserve));
 
         GuardedBytes copied(size);
         ASSERT_EQ(CopyCharToTChar(narrow.Data(), static_cast<unsigned>(length), copied.Data(),
@@ -231,59 +210,45 @@ TEST(StringFunctions, ConvertUnicodeByTheRule) {
         const bool unicode = StringIsUnicode(data, length, true);
         ASSERT_EQ(copied.View(), Stored(unicode ? ReducedByRule(units) : bytes, size));
     });
+    static constexpr unsigned char kept[] = "\xFF\xFE"
+                                            "a\0b\0\0",
+                                   lost[] = "\xFF\xFE"
+                                            "a\1\0";
+    EXPECT_EQ(NumConvertibleUnicodeChars(kept, sizeof kept), 2);
+    EXPECT_EQ(NumConvertibleUnicodeChars(lost, sizeof lost), 0);
+    EXPECT_TRUE(StringIsConvertibleUnicode(kept, sizeof kept));
+    EXPECT_FALSE(StringIsConvertibleUnicode(lost, sizeof lost));
     char text[] = "xy";
     ConvertUnicodeToSingleByte(L"abcdef", text, sizeof text);
     EXPECT_STREQ(text, "ab");
-    EXPECT_TRUE(CopyCharToTChar("defg", text, sizeof text));
-    EXPECT_STREQ(text, "de");
     GuardedUnits wide(4);
-    ConvertSingleByteToUnicode("abcdef", wide.Data(), 4);
-    EXPECT_STREQ(wide.Data(), L"abc");
+    ConvertSingleByteToUnicode("\xE4"
+                               "bcdef",
+                               wide.Data(), 4);
+    EXPECT_STREQ(wide.Data(), L"\xE4"
+                              L"bc");
 }
 
 TEST(StringFunctions, NullAndNoRoomAreNothing) {
-    const wchar_t* const wideNone = nullptr;
     char text[] = "a ";
     int position = 7;
     RemoveSpacesA(nullptr, true);
     RemoveSpacesW(nullptr, true);
     MakeLowerCase(nullptr);
-    MakeUpperCase(nullptr);
     MakeValidFileName(nullptr);
     SearchAndReplaceAll(nullptr, "a", "b", 10, true);
-    ReplaceSubStrings("a", nullptr, 5, "a", "b");
     ReplaceSubStrings("a", text, 0, "a", "b");
     ReplaceTextA(nullptr, 0, 0, "X");
-    ConvertUnicodeToSingleByte(wideNone, text, sizeof text);
     ConvertUnicodeToSingleByte(L"a", 1, nullptr, 10, true);
-    ConvertSingleByteToUnicode("a", 1, nullptr, 10, true);
     GUIDToString({}, text, 0, true);
-    GUIDToString({}, nullptr, 10, true);
     EXPECT_FALSE(CopyCharToTChar("a", 1, text, 0) || CopyCharToTChar("a", 1, nullptr, 4));
     EXPECT_FALSE(TrimWhitespace("a", nullptr) || TrimChar('a', "b", nullptr, 1));
-    EXPECT_FALSE(StringIsNumericA(nullptr) || StringIsNumericW(nullptr));
-    EXPECT_FALSE(StringIsFloatA(nullptr) || StringIsFloatW(nullptr));
+    EXPECT_FALSE(StringIsNumericA(nullptr) || StringIsFloatW(nullptr));
     EXPECT_FALSE(StringIsUnicode(nullptr, 10, false) || StringIsConvertibleUnicode(nullptr, 10));
-    const unsigned char zero = 0;
-    EXPECT_FALSE(StringIsUnicode(&zero, -1, false) || StringIsConvertibleUnicode(&zero, -1));
     EXPECT_TRUE(StrChrPos(nullptr, 'a', &position) == nullptr && position == -1);
-    EXPECT_EQ(StrChrPos(text, '\0', nullptr), nullptr);
     EXPECT_STREQ(text, "a ");
-    RemoveTrailingSpacesA(text, false);
-    EXPECT_EQ(text[1], '\0') << "trailing spaces are overwritten";
-
-    const std::function<void()> empties[] = {
-        [&] { ReplaceSubStrings("a", text, 2, "a", nullptr); },
-        [&] { EXPECT_FALSE(TrimChar('a', nullptr, text, 1)); },
-        [&] { EXPECT_FALSE(CopyCharToTChar(nullptr, text, 2)); },
-        [&] { ConvertUnicodeToSingleByte(L"a", -1, text, 2, true); },
-        [&] { ConvertUnicodeToSingleByte(nullptr, 5, text, 2, true); },
-    };
-    for (const auto& empty : empties) {
-        text[0] = 'x';
-        empty();
-        EXPECT_STREQ(text, "") << &empty - empties;
-    }
+    ReplaceSubStrings("a", text, 2, "a", nullptr);
+    EXPECT_STREQ(text, "");
 }
 
 TEST(StringFunctions, CharactersOfTwoBytes) {
@@ -316,13 +281,17 @@ TEST(StringFunctions, EveryShortTextIsANumberOrNot) {
         std::string text;
         for (int rest = n; rest > 0; rest /= 7)
             text += letters[rest % 7];
-        const std::wstring wide(text.begin(), text.end());
         const bool isNumber = std::regex_match(text, number);
         const bool isFloat = std::regex_match(text, floating);
         ASSERT_EQ(StringIsNumericA(text.c_str()), isNumber) << text;
-        ASSERT_EQ(StringIsNumericW(wide.c_str()), isNumber) << text;
         ASSERT_EQ(StringIsFloatA(text.c_str()), isFloat) << text;
-        ASSERT_EQ(StringIsFloatW(wide.c_str()), isFloat) << text;
+    }
+    for (const auto& [row, wide, isNumber, isFloat] : {std::tuple("whole", L"-07", true, true),
+                                                       {"point first", L"-.5", false, true},
+                                                       {"point last", L"1.", false, true},
+                                                       {"no digit", L"-.", false, false}}) {
+        EXPECT_EQ(StringIsNumericW(wide), isNumber) << row;
+        EXPECT_EQ(StringIsFloatW(wide), isFloat) << row;
     }
     static constexpr std::pair<const char*, int> hexByDistance[] = {
         {"a", 10}, {"F", 15},  {"1A", 26},  {"123", 67}, {"1000", 48},
@@ -364,11 +333,6 @@ TEST(StringFunctions, GuidsThereAndBack) {
         GUIDToString(guid, text, 5, true);
         EXPECT_STREQ(text, "{012");
     }
-    GUID odd{};
-    EXPECT_TRUE(GUIDStringToGUID(odd, "12x45678/ab01FffffA0z1z/zz1020304050"));
-    static constexpr GUID atFixedPlaces = {
-        0x12, 0xAB01, 0xFFFF, {0, 1, 0, 0x10, 0x20, 0x30, 0x40, 0x50}};
-    EXPECT_TRUE(IsEqualGUID(odd, atFixedPlaces));
     EXPECT_FALSE(GUIDIsZero({0, 0, 0, {0, 0, 0, 0, 0, 0, 0, 1}}) || GUIDIsZero({1, 0, 0, {}}));
 }
 
@@ -378,21 +342,12 @@ TEST(StringFunctions, CopyStringOwnsAnExactCopy) {
     wchar_t* wide = nullptr;
     CopyStringA(&text, "abc");
     CopyStringW(&wide, L"abc");
-    fault.FailAt(1);
-    CopyStringA(&text, "xyz");
-    CopyStringW(&wide, L"xyz");
-    EXPECT_STREQ(text, "xyz") << "an equal length is copied in place";
-    EXPECT_STREQ(wide, L"xyz");
-    fault.FailAt(0);
     CopyStringA(&text, text + 1);
     CopyStringW(&wide, wide + 1);
-    EXPECT_STREQ(text, "yz");
-    EXPECT_STREQ(wide, L"yz");
+    EXPECT_STREQ(text, "bc");
+    EXPECT_STREQ(wide, L"bc");
     fault.FailAt(1);
     CopyStringA(&text, "longer");
-    EXPECT_EQ(text, nullptr) << "memory ran out";
-    CopyStringA(&text, "a");
-    CopyStringA(&text, "");
     CopyStringW(&wide, nullptr);
     EXPECT_TRUE(text == nullptr && wide == nullptr);
 }

@@ -1,6 +1,4 @@
 #include "utilities/system/locks/Lock.h"
-#include "tests/support/ImportPatch.h"
-#include "tests/support/OwnProcess.h"
 #include "tests/support/ThreadTeam.h"
 
 #include <gtest/gtest.h>
@@ -34,26 +32,6 @@ TEST(Lock, IsHeldAsOftenAsItWasTaken) {
         each->Unlock();
         EXPECT_TRUE(OtherThreadGets(*each));
     }
-}
-
-FARPROC WINAPI FindNoFunction(HMODULE, const char*) {
-    return nullptr;
-}
-
-/// In a process of its own, in which no lock was made before: what was looked up is kept.
-TEST(Lock, TryingWaitsWhereWindowsCannotTry) {
-    const Watchdog watchdog("trying where Windows cannot");
-    if (!InOwnProcess())
-        return;
-    const ImportPatch patch(GetModuleHandleA("vtrutils.dll"), "KERNEL32.dll", "GetProcAddress",
-                            reinterpret_cast<void*>(&FindNoFunction));
-    CLock lock;
-    int result = 0;
-    EXPECT_TRUE(WaitsAt(reinterpret_cast<CRITICAL_SECTION&>(lock), [&] {
-        result = lock.TryToLock();
-        lock.Unlock();
-    }));
-    EXPECT_EQ(result, 1);
 }
 
 } // namespace

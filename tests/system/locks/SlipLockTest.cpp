@@ -64,25 +64,6 @@ TEST(SlipLock, WakesThoseWhoWaitAndIsHeldByOne) {
     EXPECT_TRUE(lock.RequestLock());
 }
 
-TEST(SlipLock, WaitsAtItsEvent) {
-    const Watchdog watchdog("CSlipLock");
-    const ScheduleWalk walk;
-    CSlipLock lock;
-    // Where a host that shares the record sees it.
-    HANDLE event = *reinterpret_cast<HANDLE*>(&lock);
-    ASSERT_NE(event, nullptr);
-    SteppedThread waiter;
-    lock.Lock();
-    waiter.Begin(0, [&lock] {
-        lock.Lock();
-        lock.Unlock();
-    });
-    EXPECT_EQ(waiter.UntilSettled(event), SteppedThread::State::waits);
-    EXPECT_LE(waiter.Waits(), 2u) << "the event is signalled at first";
-    lock.Unlock();
-    SteppedThread::UntilEnded({&waiter});
-}
-
 /// Each place at which one thread that takes the lock can stop, while another comes or goes.
 TEST(SlipLock, IsHeldByOneWhereverTheyStop) {
     const Watchdog watchdog("a schedule of two threads", 50);
@@ -116,27 +97,6 @@ TEST(SlipLock, IsHeldByOneWhereverTheyStop) {
         }
         EXPECT_GT(place, 8u);
     }
-}
-
-/// The system gives a thread's number to another once the thread has ended.
-TEST(SlipLock, StaysHeldByAThreadThatHasEnded) {
-    CSlipLock lock;
-    const DWORD owner = OnOtherThread([&lock] {
-        lock.Lock();
-        return GetCurrentThreadId();
-    });
-    bool met = false;
-    for (int i = 0; i < 5000 && !met; ++i) {
-        std::thread([&] {
-            if (GetCurrentThreadId() != owner)
-                return;
-            met = true;
-            EXPECT_FALSE(lock.RequestLock());
-            lock.Unlock();
-            EXPECT_FALSE(lock.RequestLock());
-        }).join();
-    }
-    EXPECT_TRUE(met) << "no thread got the number";
 }
 
 } // namespace

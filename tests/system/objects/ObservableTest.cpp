@@ -138,16 +138,6 @@ TEST(Observable, StaysWholeWhateverIsDoneDuringADelivery) {
     }
 }
 
-TEST_F(Observables, WaitForTheLock) {
-    // Where a host that shares the record sees it.
-    auto& section = *reinterpret_cast<CRITICAL_SECTION*>(reinterpret_cast<char*>(&subject) + 136);
-    const std::function<void()> operations[] = {
-        [this] { subject.AddObserver(&a); }, [this] { subject.SendNotification(3, nullptr); },
-        [this] { subject.RemoveObserver(&a); }, [this] { subject.RemoveAllObservers(); }};
-    for (const auto& operation : operations)
-        EXPECT_TRUE(WaitsAt(section, operation));
-}
-
 TEST_F(Observables, AreRegisteredOrNotWhenMemoryRunsOut) {
     AllocationFault fault("vtrutils.dll");
     const unsigned failures = fault.ForEachAllocation([&](unsigned n) {

@@ -1,7 +1,6 @@
 #include "utilities/base/SameText.h"
 
 #include "tests/support/CodePage.h"
-#include "tests/support/RandomText.h"
 
 #include <gtest/gtest.h>
 
@@ -59,17 +58,6 @@ TEST_P(SameText, EveryPairOfBytes) {
             ExpectSameAsRunTime(Byte(a) + "a", Byte(b) + "A");
             ExpectSameAsRunTime("a" + Byte(a) + "az", "A" + Byte(b) + "AZ");
         }
-    }
-}
-
-TEST_P(SameText, RandomTexts) {
-    constexpr unsigned seed = 7;
-    std::mt19937 random(seed);
-    const std::string bytes = "aAbBzZ@[`{019 \x41\x82\x60\x81\xC4\xE4\xDF\xFF\x83\x5C\x7C";
-    for (int i = 0; i < 100'000; ++i) {
-        const std::string text = RandomText(random, 5, bytes);
-        ExpectSameAsRunTime(text, RandomText(random, 5, bytes));
-        ASSERT_FALSE(HasFatalFailure()) << "seed " << seed << ", round " << i;
     }
 }
 

@@ -91,9 +91,7 @@ TEST(TextFinder, ReadsNoCharacterOftenInHostileTexts) {
             std::string text;
             std::string find;
         } cases[] = {{"one letter", Times(2 * n, a), Times(n, a) + "b"},
-                     {"runs", Times(n / 40, Times(40, a) + "b"), Times(41, a)},
                      {"half matches", Times(20, Times(n / 5, a) + "b"), Times(n, a)},
-                     {"two letters", Times(2 * n, a + "b"), Times(n / 2, a + "b") + a + a},
                      {"tail first", Times(2 * n, a), a + Times(n, a) + "b" + Times(n, a)}};
         for (const auto& c : cases) {
             std::size_t steps = 0;

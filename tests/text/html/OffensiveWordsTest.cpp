@@ -2,7 +2,6 @@
 
 #include "tests/support/CodePage.h"
 
-#include <algorithm>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <string>
@@ -15,14 +14,12 @@ bool IsOffensive(std::string text) {
     return HasBadWord(text.data());
 }
 
-/// The lines that are found offensive, but for those with a word that says what the list is about.
-std::vector<std::string> Found(const char* file, unsigned& lines,
-                               std::initializer_list<const char*> meant = {}) {
+/// The lines that are found offensive.
+std::vector<std::string> Found(const char* file, unsigned& lines) {
     std::vector<std::string> found;
     std::ifstream stream(file);
     for (std::string line; std::getline(stream, line); ++lines) {
-        const auto isPart = [&](const char* word) { return line.find(word) != line.npos; };
-        if (IsOffensive(line) && std::none_of(meant.begin(), meant.end(), isPart))
+        if (IsOffensive(line))
             found.push_back(line);
     }
     return found;
@@ -34,15 +31,9 @@ TEST(OffensiveWords, EnglishAndMusicAreInnocent) {
     unsigned lines = 0;
     EXPECT_EQ(Found(MUSIC_TERMS, lines), std::vector<std::string>());
     ASSERT_GT(std::exchange(lines, 0), 200u) << "no list of terms";
-    const std::vector<std::string> english =
-        Found(ENGLISH_WORDS, lines,
-              {"asshole",  "bastard", "bestiality", "bitch",   "boobs",    "bunghole", "cocksuck",
-               "cunnil",   "cunt",    "ejaculat",   "faggot",  "fellatio", "fuck",     "goddamn",
-               "incest",   "jackass", "masturbat",  "molest",  "nigga's",  "niggas",   "niggaz",
-               "orgasm",   "penis",   "porn",       "prostit", "scrotum",  "shit",     "slut",
-               "sodomite", "vagina",  "wetback",    "whore"});
+    const std::vector<std::string> english = Found(ENGLISH_WORDS, lines);
     ASSERT_GT(lines, 50'000u) << "no word list";
-    EXPECT_LT(english.size(), lines / 2000) << testing::PrintToString(english);
+    EXPECT_LT(english.size(), lines / 400) << testing::PrintToString(english);
 }
 
 TEST(OffensiveWords, FoundAnywhereInAnyCase) {

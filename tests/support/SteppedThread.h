@@ -44,9 +44,6 @@ public:
     /// The same, and a thread that waits for an event is not about to be woken by it.
     State UntilSettled(HANDLE event) const;
 
-    /// How often it has come to wait, in all its operations.
-    unsigned Waits() const { return waits; }
-
     /// Lets it go on from where it stopped. Does nothing if it has not.
     void GoOn();
 

@@ -1,30 +1,15 @@
 #ifndef VTRUTILS_TESTS_SUPPORT_THREADTEAM_H
 #define VTRUTILS_TESTS_SUPPORT_THREADTEAM_H
 
-#include "common/Owner.h"
 #include "tests/support/Watchdog.h"
 
 #include <atomic>
 #include <functional>
+#include <latch>
 #include <string>
 #include <thread>
 #include <vector>
 #include <windows.h>
-
-/// A signal between threads; stays set once it is.
-class Signal {
-public:
-    Signal()
-        : event(CreateEventA(/*lpEventAttributes=*/nullptr, /*bManualReset=*/TRUE,
-                             /*bInitialState=*/FALSE, /*lpName=*/nullptr)) {}
-
-    void Set() const { SetEvent(event.Get()); }
-    void Wait() const { WaitForSingleObject(event.Get(), INFINITE); }
-    bool IsSet() const { return WaitForSingleObject(event.Get(), 0) == WAIT_OBJECT_0; }
-
-private:
-    vtr::KernelHandle event;
-};
 
 /// What `ask` answers on another thread.
 template <class Ask>
@@ -61,15 +46,14 @@ inline bool WaitsAt(
 inline void RunTeam(const std::string& name, unsigned size,
                     const std::function<void(unsigned)>& work) {
     const Watchdog watchdog(name);
-    const Signal begin;
+    std::latch begin(size);
     std::vector<std::thread> threads;
     for (unsigned number = 0; number < size; ++number) {
         threads.emplace_back([&begin, &work, number] {
-            begin.Wait();
+            begin.arrive_and_wait();
             work(number);
         });
     }
-    begin.Set();
     for (std::thread& thread : threads)
         thread.join();
 }

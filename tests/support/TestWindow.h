@@ -2,21 +2,24 @@
 #define VTRUTILS_TESTS_SUPPORT_TESTWINDOW_H
 
 #include <functional>
+#include <ostream>
 #include <string>
+#include <vector>
 #include <windows.h>
 
-/// A window of the test's own, on top of all others, and what drives windows of this thread.
+/// A window of the test's own, destroyed with this.
 class TestWindow {
 public:
+    /// Shown, on top of all others; `onMessage` sees its messages.
     explicit TestWindow(const RECT& place = {100, 80, 500, 380});
+    /// Of one of the system's classes, not shown unless its style says so.
+    TestWindow(const wchar_t* kind, DWORD style, const RECT& place, HWND parent = nullptr,
+               int id = 0);
     TestWindow(const TestWindow&) = delete;
     TestWindow& operator=(const TestWindow&) = delete;
     ~TestWindow();
 
-    HWND Handle() const { return window; }
-
-    /// A child, visible.
-    HWND Add(const wchar_t* className, const wchar_t* text, DWORD style, const RECT& place) const;
+    operator HWND() const { return window; }
 
     /// Called for each message before the system's own procedure; true: it is done with.
     std::function<bool(UINT, WPARAM, LPARAM)> onMessage;
@@ -27,14 +30,29 @@ private:
     HWND window;
 };
 
+/// The class of dialogs and message boxes.
+constexpr wchar_t dialogClass[] = L"#32770";
+
+/// The topmost window of this thread of that class, shown and enabled; null if there is none.
+HWND OpenWindow(const wchar_t* kind = dialogClass);
+
 /// Dispatches messages until the condition holds; throws when it does not within 30 s.
 void PumpUntil(const char* what, const std::function<bool()>& condition);
 
-/// Runs `show`, which shows a modal dialog and waits for its end, and `drive` with the dialog once
-/// it is there. The driver may close it or leave that to a later one: dialogs within dialogs nest.
-int WhileOpen(const std::function<int()>& show, const std::function<void(HWND)>& drive);
+/// Runs `show`, which shows a modal dialog and waits for its end. Takes a step each time that
+/// another dialog is the topmost of this thread; fails if not all are taken. Within a step it may
+/// be called again.
+int WhileOpen(const std::function<int()>& show,
+              const std::vector<std::function<void(HWND)>>& steps);
 
 std::wstring TextOf(HWND window);
 RECT ScreenRect(HWND window);
+
+inline bool operator==(const RECT& left, const RECT& right) {
+    return EqualRect(&left, &right) != FALSE;
+}
+inline void PrintTo(const RECT& rect, std::ostream* out) {
+    *out << rect.left << ", " << rect.top << ", " << rect.right << ", " << rect.bottom;
+}
 
 #endif

@@ -1,8 +1,8 @@
 #include "utilities/ui/WindowGeometry.h"
 
-#include "tests/support/ImportPatch.h"
+#include "tests/support/LookUps.h"
 #include "tests/support/OwnProcess.h"
-#include "tests/ui/PlainWindow.h"
+#include "tests/support/TestWindow.h"
 
 #include <gtest/gtest.h>
 #include <vector>
@@ -13,20 +13,10 @@ std::vector<UINT> allowed;
 UINT refused;
 DWORD minor;
 
-BOOL WINAPI ChangeFilter(HWND, UINT message, DWORD action, void* result) {
+BOOL WINAPI ChangeFilter(HWND, UINT message, DWORD action, void*) {
     EXPECT_EQ(action, DWORD{MSGFLT_ALLOW});
-    EXPECT_EQ(result, nullptr);
     allowed.push_back(message);
     return message != refused;
-}
-
-FARPROC WINAPI FindFilter(HMODULE, const char* name) {
-    EXPECT_STREQ(name, "ChangeWindowMessageFilterEx");
-    return reinterpret_cast<FARPROC>(reinterpret_cast<void*>(&ChangeFilter));
-}
-
-FARPROC WINAPI FindNoFunction(HMODULE, const char*) {
-    return nullptr;
 }
 
 BOOL WINAPI TellVersion(OSVERSIONINFOA* record) {
@@ -36,18 +26,16 @@ BOOL WINAPI TellVersion(OSVERSIONINFOA* record) {
     return TRUE;
 }
 
-bool Accepts(HWND window) {
-    return (GetWindowLongPtrA(window, GWL_EXSTYLE) & WS_EX_ACCEPTFILES) != 0;
-}
-
 TEST(FileDrop, IsLetThroughWhereWindowsFilters) {
-    const HMODULE library = GetModuleHandleA("vtrutils.dll");
-    const PlainWindow window("STATIC", WS_POPUP, {});
+    const TestWindow window(L"STATIC", WS_POPUP, {});
+    const auto accepts = [&] {
+        return (GetWindowLongPtrA(window, GWL_EXSTYLE) & WS_EX_ACCEPTFILES) != 0;
+    };
     const bool filters = InOwnProcess("a filter");
     if (filters || InOwnProcess("no filter")) {
-        const ImportPatch patch(library, "KERNEL32.dll", "GetProcAddress",
-                                reinterpret_cast<void*>(filters ? &FindFilter : &FindNoFunction));
-        const ImportPatch version(library, "KERNEL32.dll", "GetVersionExA",
+        const LookUps functions({{filters ? "ChangeWindowMessageFilterEx" : "another",
+                                  reinterpret_cast<void*>(&ChangeFilter)}});
+        const ImportPatch version(GetModuleHandleA("vtrutils.dll"), "KERNEL32.dll", "GetVersionExA",
                                   reinterpret_cast<void*>(&TellVersion));
         for (const UINT message : {0U, 0x49U, UINT{WM_DROPFILES}, UINT{WM_COPYDATA}}) {
             refused = message;
@@ -57,12 +45,11 @@ TEST(FileDrop, IsLetThroughWhereWindowsFilters) {
             EXPECT_EQ(allowed, filters ? (std::vector<UINT>{WM_DROPFILES, WM_COPYDATA, 0x49})
                                        : std::vector<UINT>());
         }
-        EXPECT_TRUE(Accepts(window));
+        EXPECT_TRUE(accepts());
         return;
     }
-    EXPECT_FALSE(Accepts(window));
-    EXPECT_TRUE(EnableFileDropping(window));
-    EXPECT_TRUE(Accepts(window));
+    EXPECT_FALSE(accepts());
+    EXPECT_TRUE(EnableFileDropping(window) && accepts());
 }
 
 } // namespace

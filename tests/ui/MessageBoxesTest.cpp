@@ -18,61 +18,52 @@ constexpr int checkBoxId = 1197;
 /// The library's own texts, the table of languages and the messages, as an application ships them.
 class Texts {
 public:
-    Texts() {
+    explicit Texts(const std::string& language = "English", const std::string& ownTexts = "") {
         folder.Write("Languages.csv", "Name,Default,A,B,C,D,E,F,Charset,Code page\n"
                                       "English,Y,a.ini,,,,,,0,1252\n"
                                       "German,,a.ini,,,,,,0,1252\n"
                                       "Russian,,a.ini,,,,,,204,1251\n"
                                       "Japanese,,a.ini,,,,,,128,932\n");
         SetMasterLanguageFileFolder(std::string(folder.Path()).data());
-        SetStringFile(Write("a.ini", "BoxMessage = one\\r\\ntwo\nBoxTitle = Title\nSame = Same\n"));
+        SetStringFile(folder
+                          .Write("a.ini", "[Strings]\nBoxMessage = one\\r\\ntwo\n"
+                                          "BoxTitle = Title\nSame = Same\n")
+                          .data());
+        SetLanguage(std::string(language).data());
+        OverrideUtilitiesStringFile(folder.Write("own.ini", "[Strings]\n" + ownTexts).data());
     }
     ~Texts() {
         SetStringFile(nullptr);
-        Choose("English");
+        SetLanguage(std::string("English").data());
         OverrideUtilitiesStringFile(nullptr);
         SetMasterLanguageFileFolder(nullptr);
-    }
-    void Choose(const char* language) { SetLanguage(std::string(language).data()); }
-    char* Write(const char* name, const std::string& bytes) {
-        path = folder.Write(name, "[Strings]\n" + bytes);
-        return path.data();
     }
 
 private:
     TestFolder folder;
-    std::string path;
 };
+
+/// Without a title.
+int Show(HWND owner, std::string message, UINT flags, UINT icon = 0) {
+    return UT_MyMessageStr(owner, message.data(), flags, nullptr, icon);
+}
 
 /// What a box of these flags must show, by the rules of its header.
 struct Expected {
-    std::string buttons;
-    int first;
-    LPCSTR icon;
-};
-Expected ExpectedOf(UINT flags) {
-    Expected expected{"O", IDOK, nullptr};
-    if ((flags & 0xF) == MB_OKCANCEL)
-        expected.buttons = "OC";
-    else if ((flags & 0xF) == MB_YESNOCANCEL || (flags & 0xF) == MB_YESNO)
-        expected = {(flags & 0xF) == MB_YESNO ? "YN" : "YNC", IDYES, nullptr};
-    if ((flags & 0x30) != 0)
-        expected.icon = IDI_EXCLAMATION;
-    else if ((flags & 0x40) != 0)
-        expected.icon = IDI_INFORMATION;
-    return expected;
-}
-
-std::string VisibleButtons(HWND box) {
-    std::string seen;
-    const std::pair<int, char> buttons[] = {
-        {IDOK, 'O'}, {IDYES, 'Y'}, {IDNO, 'N'}, {IDCANCEL, 'C'}};
-    for (const auto& [id, letter] : buttons) {
-        if (IsWindowVisible(GetDlgItem(box, id)) != FALSE)
-            seen += letter;
+    explicit Expected(UINT flags) {
+        const UINT kind = flags & 0xF;
+        if (kind == MB_YESNOCANCEL || kind == MB_YESNO)
+            buttons = {IDYES, IDNO};
+        if (kind == MB_OKCANCEL || kind == MB_YESNOCANCEL)
+            buttons.push_back(IDCANCEL);
+        if ((flags & 0x30) != 0)
+            icon = LoadIconA(nullptr, IDI_EXCLAMATION);
+        else if ((flags & 0x40) != 0)
+            icon = LoadIconA(nullptr, IDI_INFORMATION);
     }
-    return seen;
-}
+    std::vector<int> buttons{IDOK};
+    HICON icon = nullptr;
+};
 
 /// In the font in which the control draws it.
 int NeededHeight(HWND control) {
@@ -99,26 +90,30 @@ void ExpectTidy(HWND box) {
         for (const RECT& other : places)
             EXPECT_FALSE(IntersectRect(&common, &place, &other)) << GetDlgCtrlID(child);
         UnionRect(&common, &place, &client);
-        EXPECT_TRUE(EqualRect(&common, &client)) << GetDlgCtrlID(child);
+        EXPECT_EQ(common, client) << GetDlgCtrlID(child);
         places.push_back(place);
     }
 }
 
 void ExpectBox(HWND box, UINT flags) {
-    const Expected expected = ExpectedOf(flags);
-    EXPECT_EQ(VisibleButtons(box), expected.buttons);
-    EXPECT_EQ(GetFocus(), GetDlgItem(box, expected.first));
-    EXPECT_EQ(LOWORD(SendMessageW(box, DM_GETDEFID, 0, 0)), expected.first);
+    const Expected expected(flags);
+    std::vector<int> buttons;
+    for (const int id : {IDOK, IDYES, IDNO, IDCANCEL}) {
+        if (IsWindowVisible(GetDlgItem(box, id)) != FALSE)
+            buttons.push_back(id);
+    }
+    EXPECT_EQ(buttons, expected.buttons);
+    EXPECT_EQ(GetFocus(), GetDlgItem(box, buttons[0]));
+    EXPECT_EQ(LOWORD(SendMessageW(box, DM_GETDEFID, 0, 0)), buttons[0]);
     EXPECT_EQ(IsWindowVisible(GetDlgItem(box, checkBoxId)) != FALSE, (flags & asksAgain) != 0);
-    const HICON icon = expected.icon != nullptr ? LoadIconA(nullptr, expected.icon) : nullptr;
-    EXPECT_EQ(reinterpret_cast<HICON>(SendDlgItemMessageW(box, iconId, STM_GETICON, 0, 0)), icon);
-    const HWND message = GetDlgItem(box, messageId);
+    EXPECT_EQ(reinterpret_cast<HICON>(SendDlgItemMessageW(box, iconId, STM_GETICON, 0, 0)),
+              expected.icon);
     RECT area{};
-    GetClientRect(message, &area);
+    GetClientRect(GetDlgItem(box, messageId), &area);
     const RECT place = ScreenRect(box);
     const RECT screen = GetMonitorRectFromWindow(box);
     if (place.bottom - place.top < screen.bottom - screen.top) {
-        EXPECT_GE(area.bottom, NeededHeight(message));
+        EXPECT_GE(area.bottom, NeededHeight(GetDlgItem(box, messageId)));
     }
     EXPECT_TRUE(place.top >= screen.top && place.bottom <= screen.bottom);
     ExpectTidy(box);
@@ -127,95 +122,80 @@ void ExpectBox(HWND box, UINT flags) {
 } // namespace
 
 TEST(MessageBoxes, ShowsWhatItsFlagsAskForInEveryLanguage) {
-    struct Row {
+    const struct {
         const char* language;
         std::string ownTexts;
         std::wstring no;
         std::string word; ///< of the message
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"English", "Cancel=Cancel\nNo=&No\n", L"&No", "word "},
         {"German", "Cancel=Abbrechen\nNo=N\xE4&h\n", L"N\u00E4&h", "gr\xFC\xDF "},
-        {"Russian",
-         "Cancel=\xCE\xF2\n"
-         "No=&\xCD\xE5\xF2\n",
-         L"&\u041D\u0435\u0442", "\xD1\xEB\xEE\xE2\xEE "},
+        {"Russian", "Cancel=\xCE\xF2\nNo=&\xCD\xE5\xF2\n", L"&\u041D\u0435\u0442", "\xD1\xEB\xE8 "},
         {"Japanese", "Cancel=\x83L\nNo=\x82\xA2(&N)\n", L"\u3044(&N)", "\x8A\xBF\x8E\x9A"}};
     const TestWindow owner;
-    for (const Row& row : rows) {
-        Texts texts;
-        texts.Choose(row.language);
-        OverrideUtilitiesStringFile(
-            texts.Write((row.language + std::string(".ini")).c_str(), row.ownTexts));
-        for (int repeats : {1, 60, 400}) {
+    for (const auto& row : rows) {
+        const Texts texts(row.language, row.ownTexts);
+        std::string message;
+        for (const int repeats : {1, 60, 400}) {
+            while (message.size() < static_cast<std::size_t>(repeats) * row.word.size())
+                message += row.word;
             for (UINT flags = 0; flags < 0x80; ++flags) {
                 if ((flags & 0xF) > MB_RETRYCANCEL || (repeats > 1 && flags % 16 > 1))
                     continue;
                 SCOPED_TRACE(testing::Message()
                              << row.language << " x " << repeats << ", flags " << flags);
-                std::string message;
-                for (int i = 0; i < repeats; ++i)
-                    message += row.word;
                 const UINT all = flags | (flags % 2 != 0 ? asksAgain : 0);
-                const int answer = WhileOpen(
-                    [&] {
-                        return UT_MyMessageStr(owner.Handle(), message.data(), all, nullptr, 0);
-                    },
-                    [&](HWND box) {
-                        ExpectBox(box, all);
-                        EXPECT_EQ(TextOf(GetDlgItem(box, IDNO)), row.no);
-                        SendMessageW(GetFocus(), BM_CLICK, 0, 0);
-                    });
-                ASSERT_EQ(answer, ExpectedOf(all).first);
+                const auto look = [&](HWND box) {
+                    ExpectBox(box, all);
+                    EXPECT_EQ(TextOf(GetDlgItem(box, IDNO)), row.no);
+                    SendMessageW(GetFocus(), BM_CLICK, 0, 0);
+                };
+                ASSERT_EQ(WhileOpen([&] { return Show(owner, message, all); }, {look}),
+                          Expected(all).buttons[0]);
             }
         }
     }
 }
 
 TEST(MessageBoxes, TakesMessagesAndTitlesFromTheStringFile) {
-    struct Row {
+    const std::string tooLong(3000, 'm');
+    const struct {
         const char* key;
         const char* defaultText;
         std::wstring message;
-    };
-    const std::string tooLong(3000, 'm');
-    const std::string word(300, 'w');
-    const Row rows[] = {{"BoxMessage", "else", L"one\ntwo"},
-                        {"BoxMissing", "else\\nmore", L"else\rmore"},
-                        {"BoxMissing", nullptr, L"BoxMissing"},
-                        {"BoxMissing", "", L""},
-                        {"Same", "else", L"Same"},
-                        {"BoxMissing", "a & b", L"a & b"},
-                        {"BoxMissing", tooLong.c_str(), std::wstring(2047, L'm')},
-                        {"BoxMissing", word.c_str(), std::wstring(300, L'w')}};
-    Texts texts;
-    for (const Row& row : rows) {
+    } rows[] = {{"BoxMessage", "else", L"one\ntwo"},
+                {"BoxMissing", "else\\nmore", L"else\rmore"},
+                {"BoxMissing", nullptr, L"BoxMissing"},
+                {"Same", "else", L"Same"},
+                {"BoxMissing", "a & b", L"a & b"},
+                {"BoxMissing", tooLong.c_str(), std::wstring(2047, L'm')}};
+    const Texts texts;
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.key);
-        WhileOpen(
-            [&] {
-                return UT_MyDialog(nullptr, const_cast<char*>(row.key),
-                                   std::string("BoxTitle").data(), MB_OK,
-                                   const_cast<char*>(row.defaultText));
-            },
-            [&](HWND box) {
-                EXPECT_EQ(TextOf(GetDlgItem(box, messageId)), row.message);
-                EXPECT_EQ(TextOf(box), L"Title");
-                ExpectBox(box, MB_OK);
-                PostMessageW(box, WM_CLOSE, 0, 0);
-            });
+        std::string key = row.key, title = "BoxTitle";
+        const auto show = [&] {
+            return UT_MyDialog(nullptr, key.data(), title.data(), MB_OK,
+                               const_cast<char*>(row.defaultText));
+        };
+        const auto look = [&](HWND box) {
+            EXPECT_EQ(TextOf(GetDlgItem(box, messageId)), row.message);
+            EXPECT_EQ(TextOf(box), L"Title");
+            ExpectBox(box, MB_OK);
+            PostMessageW(GetFocus(), WM_KEYDOWN, VK_RETURN, 0);
+        };
+        WhileOpen(show, {look});
     }
 }
 
 TEST(MessageBoxes, KeepsTheStateOfABoxApartFromThatOfOneOverIt) {
     const TestWindow owner;
-    const auto show = [&] {
-        return UT_MyMessageStr(owner.Handle(), std::string("m").data(), MB_YESNO | asksAgain,
-                               std::string("t").data(), /*iconId=*/31000);
-    };
-    const auto click = [](HWND box, int button, bool check) {
-        EXPECT_EQ(SendDlgItemMessageW(box, iconId, STM_GETICON, 0, 0), 0) << "no such icon";
-        CheckDlgButton(box, checkBoxId, check ? BST_CHECKED : BST_UNCHECKED);
-        SendDlgItemMessageW(box, button, BM_CLICK, 0, 0);
+    const auto show = [&] { return Show(owner, "m", MB_YESNO | asksAgain, /*icon=*/31000); };
+    const auto clicks = [](int button, bool check) {
+        return [=](HWND box) {
+            EXPECT_EQ(SendDlgItemMessageW(box, iconId, STM_GETICON, 0, 0), 0) << "no such icon";
+            CheckDlgButton(box, checkBoxId, check ? BST_CHECKED : BST_UNCHECKED);
+            SendDlgItemMessageW(box, button, BM_CLICK, 0, 0);
+        };
     };
     struct Row {
         const char* name;
@@ -225,47 +205,21 @@ TEST(MessageBoxes, KeepsTheStateOfABoxApartFromThatOfOneOverIt) {
         int answer;
         int doNotAsk;
     };
-    for (const Row& row : {Row{"closed after", false, 0, false, IDCANCEL, 1},
-                           Row{"no, set", false, IDNO, true, IDNO, 1},
-                           Row{"yes, not set", true, IDYES, false, IDYES, 0}}) {
+    for (const Row& row :
+         {Row{"closed", false, 0, false, IDCANCEL, 1}, Row{"no, set", false, IDNO, true, IDNO, 1},
+          Row{"yes, not set", true, IDYES, false, IDYES, 0}}) {
         SCOPED_TRACE(row.name);
-        const int answer = WhileOpen(show, [&](HWND outer) {
+        const auto drive = [&](HWND outer) {
             EXPECT_EQ(UT_DoNotAskLastMessageAgain(), 1) << "while it is open";
-            EXPECT_EQ(WhileOpen(show, [&](HWND box) { click(box, IDYES, row.innerCheck); }), IDYES);
+            EXPECT_EQ(WhileOpen(show, {clicks(IDYES, row.innerCheck)}), IDYES);
             EXPECT_EQ(UT_DoNotAskLastMessageAgain(), row.innerCheck ? 1 : 0);
             if (row.outer == 0)
                 PostMessageW(outer, WM_CLOSE, 0, 0);
             else
-                click(outer, row.outer, row.outerCheck);
-        });
-        EXPECT_EQ(answer, row.answer);
+                clicks(row.outer, row.outerCheck)(outer);
+        };
+        EXPECT_EQ(WhileOpen(show, {drive}), row.answer);
         EXPECT_EQ(UT_DoNotAskLastMessageAgain(), row.doNotAsk);
     }
-    EXPECT_EQ(UT_MyMessageStr(reinterpret_cast<HWND>(-7), nullptr, 0, nullptr, 0), 0)
-        << "over a window that is none";
-}
-
-TEST(MessageBoxes, AnswersToTheKeyboard) {
-    const TestWindow owner;
-    struct Row {
-        const char* name;
-        WPARAM key;
-        int focus;
-        int answer;
-    };
-    for (const Row& row : {Row{"Esc", VK_ESCAPE, IDYES, IDCANCEL},
-                           Row{"Enter in the check box", VK_RETURN, checkBoxId, IDYES},
-                           Row{"Enter on No", VK_RETURN, IDNO, IDNO}}) {
-        const int answer = WhileOpen(
-            [&] {
-                return UT_MyMessageStr(owner.Handle(), std::string("m").data(),
-                                       MB_YESNO | asksAgain, nullptr, 0);
-            },
-            [&](HWND box) {
-                SendMessageW(box, WM_NEXTDLGCTL,
-                             reinterpret_cast<WPARAM>(GetDlgItem(box, row.focus)), TRUE);
-                PostMessageW(GetFocus(), WM_KEYDOWN, row.key, 0);
-            });
-        EXPECT_EQ(answer, row.answer) << row.name;
-    }
+    EXPECT_EQ(Show(reinterpret_cast<HWND>(-7), "m", 0), 0) << "over a window that is none";
 }

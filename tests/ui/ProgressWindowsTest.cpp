@@ -1,10 +1,11 @@
+#include "tests/support/Rounds.h"
 #include "tests/support/TestWindow.h"
 #include "utilities/ui/LongOperationDlg.h"
 #include "utilities/ui/ProgressMeter.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <memory>
-#include <random>
 
 #include <commctrl.h>
 
@@ -15,27 +16,15 @@ constexpr int operationBar = 1395;
 constexpr int operationText = 1824;
 constexpr int operationPercent = 1825;
 
-/// The one visible dialog of this thread; null when there is none.
-HWND OpenDialog() {
-    HWND found = nullptr;
-    EnumThreadWindows(
-        GetCurrentThreadId(),
-        [](HWND window, LPARAM out) {
-            wchar_t name[16] = L"";
-            GetClassNameW(window, name, static_cast<int>(std::size(name)));
-            if (std::wstring_view(name) == L"#32770" && IsWindowVisible(window) != FALSE)
-                *reinterpret_cast<HWND*>(out) = window;
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&found));
-    return found;
+LRESULT AskBar(int id, UINT message) {
+    return SendDlgItemMessageW(OpenWindow(), id, message, 0, 0);
 }
 
-int BarAt(int id) {
-    return static_cast<int>(SendDlgItemMessageW(OpenDialog(), id, PBM_GETPOS, 0, 0));
+std::wstring Percent() {
+    return TextOf(GetDlgItem(OpenWindow(), operationPercent));
 }
 
-std::string Copy(const char* text) {
+std::string Text(const char* text) {
     return text;
 }
 
@@ -51,23 +40,23 @@ TEST(ProgressMeter, ScalesItsBar) {
     const TestWindow owner;
     CProgressMeter meter;
     for (const Row& row :
-         {Row{100, 40, 100, 40}, Row{100, 101, 100, 100}, Row{100, -1, 100, 0},
-          Row{65535, 65534, 65535, 65534}, Row{65536, 32768, 65535, 32767},
-          Row{INT_MAX, INT_MAX, 65535, 65535}, Row{0, 5, 0, 0}, Row{-3, 1, 0, 0}}) {
+         {Row{100, 101, 100, 100}, Row{100, -1, 100, 0}, Row{65535, 65534, 65535, 65534},
+          Row{65536, 32768, 65535, 32767}, Row{INT_MAX, INT_MAX, 65535, 65535}, Row{0, 5, 0, 0},
+          Row{-3, 1, 0, 0}}) {
         SCOPED_TRACE(testing::Message() << row.progress << " of " << row.maximum);
-        ASSERT_TRUE(meter.Show(owner.Handle(), row.maximum, Copy("Copying").data()));
-        EXPECT_EQ(TextOf(OpenDialog()), L"Copying");
-        EXPECT_EQ(BarAt(meterBar), 0);
+        ASSERT_TRUE(meter.Show(owner, row.maximum, Text("Copying").data()));
+        EXPECT_EQ(TextOf(OpenWindow()), L"Copying");
+        EXPECT_EQ(AskBar(meterBar, PBM_GETPOS), 0);
         meter.SetProgress(row.progress);
-        EXPECT_EQ(BarAt(meterBar), row.position);
-        EXPECT_EQ(SendDlgItemMessageW(OpenDialog(), meterBar, PBM_GETRANGE, FALSE, 0), row.range);
+        EXPECT_EQ(AskBar(meterBar, PBM_GETPOS), row.position);
+        EXPECT_EQ(AskBar(meterBar, PBM_GETRANGE), row.range);
     }
-    const RECT place = ScreenRect(OpenDialog());
-    const RECT over = ScreenRect(owner.Handle());
+    const RECT place = ScreenRect(OpenWindow());
+    const RECT over = ScreenRect(owner);
     EXPECT_NEAR(place.left + place.right, over.left + over.right, 2);
     EXPECT_NEAR(place.top + place.bottom, over.top + over.bottom, 2);
     meter.Hide();
-    EXPECT_FALSE(meter.IsVisible() || OpenDialog() != nullptr);
+    EXPECT_FALSE(meter.IsVisible() || OpenWindow() != nullptr);
     meter.SetProgress(1);
 }
 
@@ -78,18 +67,17 @@ TEST(ProgressMeter, DispatchesTwoMessagesAndTellsOfCancel) {
         posted += message == WM_APP ? 1 : 0;
         return message == WM_APP;
     };
-    CProgressMeter meter;
-    CProgressMeter other;
-    ASSERT_TRUE(meter.Show(owner.Handle(), 10, nullptr));
+    CProgressMeter meter, other;
+    ASSERT_TRUE(meter.Show(owner, 10, nullptr));
     PumpUntil("rest", [&] { return GetQueueStatus(QS_ALLINPUT) == 0; });
     for (int i = 0; i < 5; ++i)
-        PostMessageW(owner.Handle(), WM_APP, 0, 0);
+        PostMessageW(owner, WM_APP, 0, 0);
     for (const int expected : {2, 4, 5}) {
         meter.SetProgress(1);
         EXPECT_EQ(posted, expected);
     }
     EXPECT_FALSE(other.UserAborted());
-    PostMessageW(GetDlgItem(OpenDialog(), IDCANCEL), WM_KEYDOWN, VK_ESCAPE, 0);
+    PostMessageW(GetDlgItem(OpenWindow(), IDCANCEL), WM_KEYDOWN, VK_ESCAPE, 0);
     PumpUntil("Cancel", [&] {
         meter.SetProgress(2);
         return other.UserAborted();
@@ -98,9 +86,8 @@ TEST(ProgressMeter, DispatchesTwoMessagesAndTellsOfCancel) {
     PostQuitMessage(7);
     meter.SetProgress(3);
     MSG message;
-    EXPECT_TRUE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE) != FALSE &&
-                message.wParam == 7);
-    DestroyWindow(OpenDialog());
+    EXPECT_TRUE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE)) << "the host's";
+    DestroyWindow(OpenWindow());
     meter.SetProgress(4);
     EXPECT_FALSE(meter.IsVisible());
     EXPECT_TRUE(other.Show(nullptr, 1, nullptr));
@@ -115,14 +102,13 @@ TEST(ProgressWindows, MayBeDestroyedByWhatTheyDispatch) {
             meter = nullptr;
         return message == WM_APP;
     };
-    ASSERT_TRUE(meter->Show(owner.Handle(), 10, nullptr));
-    PostMessageW(owner.Handle(), WM_APP, 0, 0);
+    ASSERT_TRUE(meter->Show(owner, 10, nullptr));
+    PostMessageW(owner, WM_APP, 0, 0);
     PumpUntil("its end", [&] {
         if (meter != nullptr)
             meter->SetProgress(1);
         return meter == nullptr;
     });
-    EXPECT_EQ(OpenDialog(), nullptr);
 
     struct Ending : CLongOperationDlg {
         explicit Ending(std::unique_ptr<Ending>& mine) : self(mine) {}
@@ -136,46 +122,41 @@ TEST(ProgressWindows, MayBeDestroyedByWhatTheyDispatch) {
     };
     std::unique_ptr<Ending> operation;
     operation = std::make_unique<Ending>(operation);
-    ASSERT_TRUE(operation->Go(nullptr, owner.Handle()));
-    PostMessageW(OpenDialog(), WM_APP, 0, 0);
+    ASSERT_TRUE(operation->Go(nullptr, owner));
+    PostMessageW(OpenWindow(), WM_APP, 0, 0);
     operation->SetMaxProgress(10);
-    EXPECT_TRUE(operation == nullptr && OpenDialog() == nullptr);
+    EXPECT_TRUE(operation == nullptr && OpenWindow() == nullptr);
 }
 
 TEST(LongOperationDlg, ShowsWhatWasSet) {
     const TestWindow owner;
     CLongOperationDlg operation;
-    const std::string tooLong(600, 'x');
-    operation.SetTitle(Copy("Before").data());
-    ASSERT_TRUE(operation.Go(nullptr, owner.Handle()));
-    EXPECT_EQ(TextOf(OpenDialog()), L"Before");
-    constexpr unsigned seed = 11;
-    std::mt19937 random(seed);
-    for (int round = 0; round < 200; ++round) {
-        const int extremes[] = {0, -1, 1, 3, 100, 65536, INT_MAX, INT_MIN};
-        const int maximum = random() % 2 == 0 ? extremes[random() % std::size(extremes)]
-                                              : static_cast<int>(random() % 1000);
-        const int progress = random() % 3 == 0 ? extremes[random() % std::size(extremes)]
-                                               : static_cast<int>(random() % 1000);
+    std::string tooLong(600, 'x');
+    operation.SetTitle(Text("Before").data());
+    ASSERT_TRUE(operation.Go(nullptr, owner));
+    EXPECT_EQ(TextOf(OpenWindow()), L"Before");
+    EachRound(11, 200, [&](Dice& dice, int) {
+        constexpr int extremes[] = {0, -1, 1, 3, 100, 65536, INT_MAX, INT_MIN};
+        const auto number = [&] {
+            return dice.Below(2) == 0 ? extremes[dice.Below(8)] : dice.Below(1000);
+        };
+        const int maximum = number(), progress = number();
         operation.SetMaxProgress(maximum);
         operation.SetProgress(progress);
-        const long long shown = maximum <= 0 ? 0 : std::max(std::min(progress, maximum), 0);
-        const auto percent = maximum <= 0 ? 0 : shown * 100 / maximum;
-        ASSERT_EQ(TextOf(GetDlgItem(OpenDialog(), operationPercent)),
-                  std::to_wstring(percent) + L"%")
-            << "seed " << seed << ": " << progress << " of " << maximum;
-        ASSERT_EQ(BarAt(operationBar), shown) << progress << " of " << maximum;
-    }
-    operation.SetTitle(const_cast<char*>(tooLong.c_str()));
-    operation.SetProgressText(const_cast<char*>(tooLong.c_str()));
-    EXPECT_EQ(TextOf(OpenDialog()), std::wstring(511, L'x'));
-    EXPECT_EQ(TextOf(GetDlgItem(OpenDialog(), operationText)), std::wstring(511, L'x'));
+        const long long shown = maximum <= 0 ? 0 : std::clamp(progress, 0, maximum);
+        ASSERT_EQ(Percent(), std::to_wstring(shown * 100 / std::max(maximum, 1)) + L"%")
+            << progress << " of " << maximum;
+        ASSERT_EQ(AskBar(operationBar, PBM_GETPOS), shown) << progress << " of " << maximum;
+    });
+    operation.SetTitle(tooLong.data());
+    operation.SetProgressText(tooLong.data());
+    EXPECT_EQ(TextOf(OpenWindow()), std::wstring(511, L'x'));
+    EXPECT_EQ(TextOf(GetDlgItem(OpenWindow(), operationText)), std::wstring(511, L'x'));
     operation.SetProgressText(nullptr);
-    EXPECT_EQ(TextOf(GetDlgItem(OpenDialog(), operationText)), L"");
-    ASSERT_TRUE(operation.Go(nullptr, owner.Handle())) << "a second time";
+    EXPECT_EQ(TextOf(GetDlgItem(OpenWindow(), operationText)), L"");
+    ASSERT_TRUE(operation.Go(nullptr, owner)) << "a second time";
     operation.End();
-    operation.End();
-    EXPECT_FALSE(operation.Showing() || OpenDialog() != nullptr);
+    EXPECT_FALSE(operation.Showing() || OpenWindow() != nullptr);
     operation.SetProgress(1);
 }
 
@@ -184,43 +165,31 @@ TEST(LongOperationDlg, WaitsForItsTimer) {
     CLongOperationDlg operation;
     operation.UseTimerToUpdate(true);
     operation.SetMaxProgress(10);
-    ASSERT_TRUE(operation.Go(nullptr, owner.Handle()));
-    const auto percent = [] { return TextOf(GetDlgItem(OpenDialog(), operationPercent)); };
+    ASSERT_TRUE(operation.Go(nullptr, owner));
     operation.SetProgress(5);
-    EXPECT_EQ(percent(), L"0%");
-    PumpUntil("the timer", [&] { return percent() == L"50%"; });
+    operation.SetTitle(Text("Later").data());
+    EXPECT_EQ(Percent(), L"0%");
+    PumpUntil("the timer", [&] { return Percent() == L"50%" && TextOf(OpenWindow()) == L"Later"; });
     operation.UseTimerToUpdate(false);
     operation.SetProgress(6);
-    EXPECT_EQ(percent(), L"60%");
-    operation.UseTimerToUpdate(true);
-    operation.SetTitle(Copy("Later").data());
-    PumpUntil("the timer again", [&] { return TextOf(OpenDialog()) == L"Later"; });
+    EXPECT_EQ(Percent(), L"60%");
 }
 
 TEST(LongOperationDlg, TellsCancelFromClose) {
     const TestWindow owner;
     CLongOperationDlg operation;
     operation.SetMaxProgress(10);
-    struct Row {
-        const char* name;
-        UINT message;
-        WPARAM wParam;
-        bool cancelled;
-    };
-    for (const Row& row :
-         {Row{"Cancel", WM_COMMAND, IDCANCEL, true}, Row{"close", WM_CLOSE, 0, false}}) {
-        SCOPED_TRACE(row.name);
-        ASSERT_TRUE(operation.Go(nullptr, owner.Handle()));
+    for (const bool cancels : {true, false}) {
+        ASSERT_TRUE(operation.Go(nullptr, owner));
         EXPECT_FALSE(operation.UserPushedCancel());
-        PostMessageW(OpenDialog(), row.message, row.wParam, 0);
+        if (cancels)
+            PostMessageW(GetDlgItem(OpenWindow(), IDCANCEL), BM_CLICK, 0, 0);
+        else
+            PostMessageW(OpenWindow(), WM_CLOSE, 0, 0);
         operation.SetProgress(1);
         EXPECT_FALSE(operation.Showing());
-        EXPECT_EQ(operation.UserPushedCancel(), row.cancelled);
+        EXPECT_EQ(operation.UserPushedCancel(), cancels);
+        operation.ClearCancelButton();
+        EXPECT_FALSE(operation.UserPushedCancel());
     }
-    ASSERT_TRUE(operation.Go(nullptr, owner.Handle()));
-    PostMessageW(GetDlgItem(OpenDialog(), IDCANCEL), BM_CLICK, 0, 0);
-    operation.SetProgress(1);
-    EXPECT_TRUE(operation.UserPushedCancel());
-    operation.ClearCancelButton();
-    EXPECT_FALSE(operation.UserPushedCancel());
 }

@@ -135,7 +135,7 @@ TEST(LongOperationDlg, ShowsWhatWasSet) {
     operation.SetTitle(Text("Before").data());
     ASSERT_TRUE(operation.Go(nullptr, owner));
     EXPECT_EQ(TextOf(OpenWindow()), L"Before");
-    EachRound(11, 200, [&](Dice& dice, int) {
+    EachRound(11, 1000, [&](Dice& dice, int) {
         constexpr int extremes[] = {0, -1, 1, 3, 100, 65536, INT_MAX, INT_MIN};
         const auto number = [&] {
             return dice.Below(2) == 0 ? extremes[dice.Below(8)] : dice.Below(1000);

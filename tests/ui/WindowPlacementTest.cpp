@@ -80,6 +80,8 @@ TEST(WindowPlacement, FitsRectanglesToTheMonitorTheyAreTakenFor) {
     EXPECT_EQ(centre(reference, false), (RECT{-1024, -30, -824, 70})) << "kept on the monitor";
     EXPECT_EQ(centre(reference, true), (RECT{-612, 134, -412, 234}));
     EXPECT_EQ(centre(nullptr, false), (RECT{540, 330, 740, 430})) << "on the first monitor";
+    MoveWindow(reference, 1250, 750, 20, 20, FALSE);
+    EXPECT_EQ(centre(reference, false), (RECT{1080, 660, 1280, 760})) << "kept on that, too";
 }
 
 TEST(WindowPlacement, KnowsTheDesktopWhereWindowsHasNoMonitors) {

@@ -95,7 +95,9 @@ TEST(CpuUsage, CountsTheChildrenThatStillRun) {
     counters.Set(0, 0);
     EXPECT_EQ(usage.GetCpuUsage(8, &children), 0);
     counters.Set(1, 1000);
+    counters.sizes.clear();
     EXPECT_EQ(usage.GetCpuUsage(8, &children), 200) << "itself and twice the process that runs";
+    EXPECT_EQ(counters.sizes.size(), 3U) << "a query for each";
 }
 
 TEST(CpuUsage, AsksWithAGreaterBufferUntilTheAnswerFits) {

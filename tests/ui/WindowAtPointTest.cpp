@@ -34,9 +34,10 @@ TEST(WindowAtPoint, HasTheMouseUpToItsRightAndBottomEdges) {
     EXPECT_EQ(GetCursorWindow(), nullptr);
 }
 
-/// Owners in a circle, which Windows does not always refuse.
-HWND WINAPI OtherOfTwo(HWND window) {
-    return reinterpret_cast<HWND>(reinterpret_cast<INT_PTR>(window) == 1 ? 2 : 1);
+/// Owners in a circle, which Windows does not always refuse: any, 1, 2, 3, 2, 3 and so on.
+HWND WINAPI NextInCircle(HWND window) {
+    const auto number = reinterpret_cast<INT_PTR>(window);
+    return reinterpret_cast<HWND>(number == 1 || number == 2 ? number + 1 : number == 3 ? 2 : 1);
 }
 
 TEST(WindowAtPoint, IsBelowItsParentsAndOwners) {
@@ -49,8 +50,8 @@ TEST(WindowAtPoint, IsBelowItsParentsAndOwners) {
                  IsDescendant(top, nullptr));
     const Watchdog watchdog("owners in a circle");
     const ImportPatch patch(GetModuleHandleA("vtrutils.dll"), "USER32.dll", "GetParent",
-                            reinterpret_cast<void*>(&OtherOfTwo));
-    EXPECT_TRUE(IsDescendant(OtherOfTwo(nullptr), top));
+                            reinterpret_cast<void*>(&NextInCircle));
+    EXPECT_TRUE(IsDescendant(reinterpret_cast<HWND>(INT_PTR{3}), top));
     EXPECT_FALSE(IsDescendant(other, top));
 }
 

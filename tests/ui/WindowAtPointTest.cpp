@@ -35,7 +35,9 @@ TEST(WindowAtPoint, HasTheMouseUpToItsRightAndBottomEdges) {
 }
 
 /// Owners in a circle, which Windows does not always refuse: any, 1, 2, 3, 2, 3 and so on.
+int steps = 0;
 HWND WINAPI NextInCircle(HWND window) {
+    ++steps;
     const auto number = reinterpret_cast<INT_PTR>(window);
     return reinterpret_cast<HWND>(number == 1 || number == 2 ? number + 1 : number == 3 ? 2 : 1);
 }
@@ -53,6 +55,7 @@ TEST(WindowAtPoint, IsBelowItsParentsAndOwners) {
                             reinterpret_cast<void*>(&NextInCircle));
     EXPECT_TRUE(IsDescendant(reinterpret_cast<HWND>(INT_PTR{3}), top));
     EXPECT_FALSE(IsDescendant(other, top));
+    EXPECT_LT(steps, 20);
 }
 
 TEST(WindowAtPoint, IsPlacedAndHitInItsDialog) {

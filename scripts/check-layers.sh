@@ -41,7 +41,7 @@ gallery/pages             gallery/app gallery/pages/*
 gallery                   $hosts gallery/text gallery/widgets gallery/app gallery/pages
 bench/support             $hosts
 bench/peers               $hosts bench/support
-bench                     $hosts bench/support bench/peers
+bench                     $hosts bench/support bench/peers utilities/promo
 tests/support             $hosts
 tests/*                   ANY
 "

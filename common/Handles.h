@@ -99,6 +99,7 @@ using RegistryKey = Owner<RegistryKeyKind>;
 using StreamHandle = Owner<StreamKind>;
 using FontHandle = Owner<GdiObjectKind<HFONT>>;
 using BitmapHandle = Owner<GdiObjectKind<HBITMAP>>;
+using BrushHandle = Owner<GdiObjectKind<HBRUSH>>;
 using MemoryDc = Owner<MemoryDcKind>;
 using ImageList = Owner<ImageListKind>;
 using WindowDc = Owner<WindowDcKind>;

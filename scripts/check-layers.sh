@@ -30,6 +30,7 @@ utilities/text/tables     $ground
 utilities/text/language   $ground utilities/containers utilities/text/tables
 utilities/xml             $ground utilities/text/html
 utilities/undo            $ground
+utilities/promo           $ground utilities/text/ini utilities/text/language
 utilities/ui              $ground utilities/system/info utilities/text/html utilities/text/language
 utilities                 $hosts utilities/base utilities/text/language
 gallery/text              $hosts
@@ -40,7 +41,7 @@ gallery/pages             gallery/app gallery/pages/*
 gallery                   $hosts gallery/text gallery/widgets gallery/app gallery/pages
 bench/support             $hosts
 bench/peers               $hosts bench/support
-bench                     $hosts bench/support bench/peers
+bench                     $hosts bench/support bench/peers utilities/promo
 tests/support             $hosts
 tests/*                   ANY
 "

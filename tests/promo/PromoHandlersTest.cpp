@@ -1,0 +1,180 @@
+#include "tests/promo/PromoStage.h"
+
+#include <functional>
+#include <gtest/gtest.h>
+#include <vector>
+
+namespace {
+
+constexpr char document[] =
+    "wait=100\nowner draw bg=1\nowner draw bg name=sky\nowner draw bg refresh=30\n"
+    "[a.1]\ntext.1=X\nspecial event.1=news\nbg color=red\n[a.2]\ntext.1=Y\n"
+    "special event.1=news\nbg color=green\n";
+
+/// A stage whose two handlers do what the test says.
+class Asked {
+public:
+    Asked() {
+        stage.script->SetSpecialEventHandler(&Asked::Event, this);
+        stage.script->SetOwnerDrawBackgroundHandler(&Asked::Paint, this);
+    }
+    Stage stage;
+    std::function<bool(const char*, const char*, char*, int)> onEvent;
+    std::function<void(HDC, const RECT&, const char*, unsigned, unsigned)> onPaint;
+
+private:
+    static bool Event(const char* name, const char* text, char* out, int size, void* self) {
+        const auto& asked = *static_cast<Asked*>(self);
+        return asked.onEvent == nullptr || asked.onEvent(name, text, out, size);
+    }
+    static void Paint(HDC dc, const RECT& area, const char* name, unsigned elapsed, unsigned count,
+                      void* self) {
+        const auto& asked = *static_cast<Asked*>(self);
+        if (asked.onPaint != nullptr)
+            asked.onPaint(dc, area, name, elapsed, count);
+    }
+};
+
+/// What a window has as procedure, to put another before it.
+WNDPROC procedureBefore = nullptr;
+LRESULT CALLBACK PassingOn(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    return CallWindowProcW(procedureBefore, window, message, wParam, lParam);
+}
+
+} // namespace
+
+TEST(PromoHandlers, TheEventHandlerRewritesAndVetoes) {
+    const HeldClock clock;
+    Asked asked;
+    std::vector<std::string> texts;
+    asked.onEvent = [&](const char* name, const char* text, char* out, int size) {
+        texts.push_back(std::string(name) + " " + text + " " + out + std::to_string(size));
+        std::fill_n(out, size, 'M');
+        return text[0] != 'Y';
+    };
+    ASSERT_TRUE(asked.stage.Play(document));
+    EXPECT_EQ(texts[0], "news X X1024");
+    EXPECT_GT(asked.stage.Ink().right, 60) << "a text without an end is cut";
+    clock.Advance(asked.stage.area, 100);
+    EXPECT_EQ(asked.stage.Position(), "a1.1");
+}
+
+TEST(PromoHandlers, TheBackgroundIsPaintedBelowTheText) {
+    const HeldClock clock;
+    Asked asked;
+    std::vector<std::string> calls;
+    asked.onPaint = [&](HDC dc, const RECT& area, const char* name, unsigned elapsed,
+                        unsigned count) {
+        calls.push_back(name + (" " + std::to_string(elapsed)) + " " + std::to_string(count));
+        SetTextColor(dc, 0);
+        SelectObject(dc, GetStockObject(WHITE_BRUSH));
+        SaveDC(dc);
+        EXPECT_EQ(GetPixel(dc, 119, 59), 0x0000FFu) << "filled before";
+        PatBlt(dc, area.left, area.top, area.right, area.bottom, BLACKNESS);
+    };
+    ASSERT_TRUE(asked.stage.Play(std::string("text color=green\n") + document));
+    clock.Advance(asked.stage.area, 70);
+    EXPECT_EQ(calls, (std::vector<std::string>{"sky 0 0", "sky 30 1", "sky 60 2"}));
+    EXPECT_EQ(asked.stage.Corner(), 0u);
+    EXPECT_GT(asked.stage.Ink().right, 0) << "what the handler set is undone";
+}
+
+TEST(PromoHandlers, MayStopDestroyAndAskAndNothingElseHappens) {
+    using Action = std::function<void(Asked&)>;
+    const std::pair<const char*, Action> actions[] = {
+        {"stop", [](Asked& a) { a.stage.script->Stop(); }},
+        {"go", [](Asked& a) { EXPECT_FALSE(a.stage.script->Go()); }},
+        {"load", [](Asked& a) { EXPECT_FALSE(a.stage.script->Load()); }},
+        {"resume", [](Asked& a) { a.stage.script->Resume(); }},
+        {"ask", [](Asked& a) { EXPECT_TRUE(a.stage.script->ScriptExists("a")); }},
+        {"destroy", [](Asked& a) { a.stage.script.reset(); }},
+        {"destroy the window", [](Asked& a) { DestroyWindow(a.stage.area); }},
+        {"resize", [](Asked& a) { a.stage.Resize(90, 33); }},
+        {"paint", [](Asked& a) { a.stage.Repaint(); }},
+        {"let time go by",
+         [](Asked& a) {
+             const std::string before = a.stage.Position();
+             HeldClock::Advance(a.stage.area, 500);
+             EXPECT_EQ(a.stage.Position(), before);
+         }},
+        {"forget the handlers",
+         [](Asked& a) {
+             a.stage.script->SetSpecialEventHandler(nullptr, nullptr);
+             a.stage.script->SetOwnerDrawBackgroundHandler(nullptr, nullptr);
+         }},
+    };
+    for (const bool inPaint : {false, true}) {
+        for (const int call : {1, 2}) {
+            for (const auto& [name, action] : actions) {
+                SCOPED_TRACE(std::string(name) + (inPaint ? " in paint " : " in event ") +
+                             std::to_string(call));
+                const HeldClock clock;
+                Asked asked;
+                int calls = 0;
+                bool inside = false;
+                const auto act = [&, &does = action] {
+                    EXPECT_FALSE(std::exchange(inside, true)) << "called within a call";
+                    if (++calls == call)
+                        does(asked);
+                    inside = false;
+                };
+                if (inPaint)
+                    asked.onPaint = [&](HDC, const RECT&, const char*, unsigned, unsigned) {
+                        act();
+                    };
+                else
+                    asked.onEvent = [&](const char*, const char*, char*, int) {
+                        act();
+                        return true;
+                    };
+                asked.stage.Play(document +
+                                 std::string("transition time.1=200\ntransition effect=wipe LR\n"));
+                clock.Advance(asked.stage.area, 150);
+                EXPECT_GE(calls, call);
+                if (std::string(name) == "stop" || std::string(name).rfind("destroy", 0) == 0) {
+                    EXPECT_TRUE(clock.timers.empty());
+                } else {
+                    clock.Advance(asked.stage.area, 2000);
+                    EXPECT_FALSE(clock.timers.empty());
+                }
+            }
+        }
+    }
+}
+
+TEST(PromoHandlers, TwoObjectsTakeTurnsOnOneWindow) {
+    const std::string text = std::string("[a.1]\ntext.1=X\nbg color=green\n[a.2]\ntext.1=Y\n");
+    for (const bool firstGoesFirst : {true, false}) {
+        for (const bool above : {false, true}) {
+            SCOPED_TRACE(testing::Message() << firstGoesFirst << above);
+            const HeldClock clock;
+            Stage stage;
+            const auto original = GetWindowLongPtrW(stage.area, GWLP_WNDPROC);
+            auto second = std::make_unique<CPromoScript>();
+            ASSERT_TRUE(stage.Play(document));
+            if (above)
+                procedureBefore = reinterpret_cast<WNDPROC>(SetWindowLongPtrW(
+                    stage.area, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&PassingOn)));
+            stage.Prepare(*second, text);
+            ASSERT_TRUE(second->Go());
+            clock.Advance(stage.area, 2000);
+            EXPECT_TRUE(second->CurrentStep() == 2 && stage.script->CurrentStep() == 1);
+            stage.script->Resume();
+            (firstGoesFirst ? stage.script : second).reset();
+            stage.Repaint();
+            EXPECT_EQ(clock.timers.size(), firstGoesFirst ? 1u : 0u);
+            second.reset();
+            stage.script.reset();
+            EXPECT_TRUE(clock.timers.empty());
+            EXPECT_EQ(GetWindowLongPtrW(stage.area, GWLP_WNDPROC),
+                      above ? reinterpret_cast<LONG_PTR>(&PassingOn) : original);
+            SetWindowTextW(stage.area, L"passed on");
+            EXPECT_EQ(TextOf(stage.area), L"passed on");
+            stage.script = std::make_unique<CPromoScript>();
+            EXPECT_TRUE(stage.Play(text));
+            EXPECT_EQ(stage.Corner(), 0x00FF00u) << "where only the procedure had stayed";
+            DestroyWindow(stage.area);
+            EXPECT_TRUE(clock.timers.empty()) << "the window before the object";
+        }
+    }
+}

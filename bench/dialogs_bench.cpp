@@ -43,7 +43,7 @@ void MeasureMessageBoxes() {
     bench::Measure(work, "1", bench::ours, [](benchmark::State& state) {
         const AnsweredDialogs answered;
         const auto show = [] { UT_MyMessageStr(nullptr, text, MB_ICONINFORMATION, title, 0); };
-        bench::ExpectNoHandlesLost(state, show);
+        bench::ExpectNoHandlesLost(state, work, show);
         for (auto _ : state)
             show();
     });
@@ -110,10 +110,10 @@ void MeasureImmediateMode() {
 }
 
 void MeasureLife(const char* work, const std::function<void(HWND)>& live) {
-    bench::Measure(work, "1", bench::ours, [live](benchmark::State& state) {
+    bench::Measure(work, "1", bench::ours, [work, live](benchmark::State& state) {
         const bench::Parent parent;
         const auto once = [&live, &parent] { live(parent.Get()); };
-        bench::ExpectNoHandlesLost(state, once);
+        bench::ExpectNoHandlesLost(state, work, once);
         for (auto _ : state)
             once();
     });

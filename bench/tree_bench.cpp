@@ -134,17 +134,17 @@ void MeasureExpanding(const char* size, int count) {
 }
 
 void MeasureCreation() {
-    bench::Measure("folder tree, create and destroy", "1", bench::ours,
-                   [](benchmark::State& state) {
-                       const bench::Parent parent;
-                       const auto live = [&parent] {
-                           CExplorerTree tree;
-                           tree.Create(Properties(parent.Get(), ""));
-                       };
-                       bench::ExpectNoHandlesLost(state, live);
-                       for (auto _ : state)
-                           live();
-                   });
+    static constexpr char work[] = "folder tree, create and destroy";
+    bench::Measure(work, "1", bench::ours, [](benchmark::State& state) {
+        const bench::Parent parent;
+        const auto live = [&parent] {
+            CExplorerTree tree;
+            tree.Create(Properties(parent.Get(), ""));
+        };
+        bench::ExpectNoHandlesLost(state, work, live);
+        for (auto _ : state)
+            live();
+    });
 }
 
 } // namespace

@@ -66,7 +66,8 @@ class Stage {
 public:
     explicit Stage(int stageWidth = 120, int stageHeight = 60)
         : width(stageWidth), height(stageHeight),
-          area(window.Add(L"STATIC", L"", 0, {0, 0, stageWidth, stageHeight})),
+          area(CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE, 0, 0, stageWidth,
+                               stageHeight, window, nullptr, GetModuleHandleW(nullptr), nullptr)),
           script(std::make_unique<CPromoScript>()) {}
 
     /// The text begins in the section "general".

@@ -43,7 +43,7 @@ void MeasureMessageBoxes() {
     bench::Measure(work, "1", bench::ours, [](benchmark::State& state) {
         const AnsweredDialogs answered;
         const auto show = [] { UT_MyMessageStr(nullptr, text, MB_ICONINFORMATION, title, 0); };
-        bench::ExpectNoHandlesLost(state, work, show);
+        bench::ExpectNothingLost(state, work, show);
         for (auto _ : state)
             show();
     });
@@ -113,7 +113,7 @@ void MeasureLife(const char* work, const std::function<void(HWND)>& live) {
     bench::Measure(work, "1", bench::ours, [work, live](benchmark::State& state) {
         const bench::Parent parent;
         const auto once = [&live, &parent] { live(parent.Get()); };
-        bench::ExpectNoHandlesLost(state, work, once);
+        bench::ExpectNothingLost(state, work, once);
         for (auto _ : state)
             once();
     });

@@ -141,7 +141,7 @@ void MeasureCreation() {
             CExplorerTree tree;
             tree.Create(Properties(parent.Get(), ""));
         };
-        bench::ExpectNoHandlesLost(state, work, live);
+        bench::ExpectNothingLost(state, work, live);
         for (auto _ : state)
             live();
     });

@@ -1,7 +1,9 @@
 #include "utilities/ui/DialogWindow.h"
 
+#include "common/Handles.h"
 #include "utilities/base/LibraryModule.h"
 #include "utilities/base/WindowText.h"
+#include "utilities/text/language/LanguageState.h"
 #include "utilities/text/language/LibraryText.h"
 
 #include <cwchar>
@@ -10,6 +12,37 @@
 #include <commctrl.h>
 
 namespace vtr {
+
+namespace {
+
+/// A property of dialogs.
+constexpr wchar_t fontName[] = L"vtrutils.LanguageFont";
+
+BOOL CALLBACK SetFont(HWND control, LPARAM font) {
+    SendMessageW(control, WM_SETFONT, static_cast<WPARAM>(font), /*redraw=*/TRUE);
+    return TRUE;
+}
+
+} // namespace
+
+bool GiveLanguageFont(HWND dialog) {
+    LOGFONTW description{};
+    const auto present = reinterpret_cast<HFONT>(SendMessageW(dialog, WM_GETFONT, 0, 0));
+    const BYTE charset = Language().currentCharset;
+    if (charset == ANSI_CHARSET || charset == DEFAULT_CHARSET ||
+        GetObjectW(present, sizeof description, &description) == 0)
+        return false;
+    description.lfCharSet = charset;
+    FontHandle font(CreateFontIndirectW(&description));
+    if (!font || SetPropW(dialog, fontName, font.Get()) == FALSE)
+        return false;
+    EnumChildWindows(dialog, &SetFont, reinterpret_cast<LPARAM>(font.Release()));
+    return true;
+}
+
+void FreeLanguageFont(HWND dialog) {
+    FontHandle(static_cast<HFONT>(RemovePropW(dialog, fontName))).Close();
+}
 
 void ShowText(HWND window, const wchar_t* text) {
     // Longer than any text that the library's dialogs show.

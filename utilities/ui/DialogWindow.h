@@ -15,6 +15,14 @@ void ShowText(HWND window, const wchar_t* text);
 /// The same with one of the library's own texts.
 void ShowLibraryText(HWND window, const char* key);
 
+/// Gives the controls of a dialog a font for the character set of the language, in place of the
+/// template's, which may lack its letters. False, with nothing changed, for a language without a
+/// set of its own.
+bool GiveLanguageFont(HWND dialog);
+
+/// For WM_NCDESTROY: frees the font, if there is one.
+void FreeLanguageFont(HWND dialog);
+
 /// To the foreground, if the system allows, and to the top.
 void BringForward(HWND window);
 

@@ -63,9 +63,12 @@ struct vtr::Internals<CLongOperationDlg> {
 INT_PTR CALLBACK Internals::Procedure(HWND window, UINT message, WPARAM wParam,
                                       LPARAM lParam) noexcept {
     if (message == WM_INITDIALOG) {
+        GiveLanguageFont(window);
         SetWindowLongPtrW(window, GWLP_USERDATA, lParam);
         reinterpret_cast<CLongOperationDlg*>(lParam)->dialog = window;
     }
+    if (message == WM_NCDESTROY)
+        FreeLanguageFont(window);
     auto* operation = ObjectOf<CLongOperationDlg>(window);
     if (operation == nullptr)
         return FALSE;

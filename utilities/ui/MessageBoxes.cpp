@@ -76,6 +76,15 @@ void SetHeight(HWND window, int height) {
                  SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
+/// As far as there is room: translations may be longer than the template expects.
+void WidenToTheRight(HWND control) {
+    const RECT place = PlaceOf(control);
+    RECT client{};
+    GetClientRect(GetParent(control), &client);
+    SetWindowPos(control, /*hWndInsertAfter=*/nullptr, 0, 0, client.right - 2 * place.left,
+                 place.bottom - place.top, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
 /// One box, from its call to its answer.
 class Box {
 public:
@@ -111,6 +120,7 @@ private:
     const ButtonSet& buttons;
     HWND owner = nullptr;
     HWND dialog = nullptr;
+    bool hasLanguageFont = false;
 };
 
 INT_PTR CALLBACK Box::Procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
@@ -119,6 +129,7 @@ INT_PTR CALLBACK Box::Procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM
         auto& box = *reinterpret_cast<Box*>(lParam);
         box.dialog = dialog;
         doNotAskAgain = 1;
+        box.hasLanguageFont = vtr::GiveLanguageFont(dialog);
         CenterWindow(dialog, box.owner, /*horizontally=*/true, /*vertically=*/true,
                      /*redraw=*/false,
                      /*onMonitor=*/false);
@@ -142,6 +153,9 @@ INT_PTR CALLBACK Box::Procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM
         doNotAskAgain = 1;
         EndDialog(dialog, IDCANCEL);
         return TRUE;
+    case WM_NCDESTROY:
+        vtr::FreeLanguageFont(dialog);
+        return FALSE;
     default:
         return FALSE;
     }
@@ -162,7 +176,10 @@ int Box::TextHeight() const {
     RECT area{};
     GetClientRect(control, &area);
     const vtr::WindowDc dc(GetDC(control));
-    const vtr::SelectedObject font(dc.Get(), GetStockObject(ANSI_VAR_FONT));
+    const HGDIOBJ shown = hasLanguageFont
+                              ? reinterpret_cast<HGDIOBJ>(SendMessageW(control, WM_GETFONT, 0, 0))
+                              : GetStockObject(ANSI_VAR_FONT);
+    const vtr::SelectedObject font(dc.Get(), shown);
     return DrawTextW(dc.Get(), message.Get(), message.Length(), &area,
                      DT_WORDBREAK | DT_CALCRECT | DT_EDITCONTROL | DT_EXPANDTABS | DT_NOPREFIX);
 }
@@ -185,10 +202,12 @@ void Box::LayOut() {
     SetHeight(text, HeightOf(text) + growth);
     for (const int id : allButtons)
         MoveDown(Control(id), growth);
-    if (hasCheckBox)
+    if (hasCheckBox) {
         MoveDown(checkBox, growth);
-    else
+        WidenToTheRight(checkBox);
+    } else {
         ShowWindow(checkBox, SW_HIDE);
+    }
     SetHeight(dialog, HeightOf(dialog) + growth - saved);
     KeepAboveScreenEnd();
 }

@@ -50,6 +50,7 @@ INT_PTR CALLBACK vtr::Internals<CProgressMeter>::Procedure(HWND dialog, UINT mes
     switch (message) {
     case WM_INITDIALOG:
         SetWindowLongPtrW(dialog, GWLP_USERDATA, lParam);
+        GiveLanguageFont(dialog);
         ShowLibraryText(GetDlgItem(dialog, IDCANCEL), "Cancel");
         return TRUE;
     case WM_COMMAND:
@@ -58,6 +59,7 @@ INT_PTR CALLBACK vtr::Internals<CProgressMeter>::Procedure(HWND dialog, UINT mes
         userAborted = true;
         return TRUE;
     case WM_NCDESTROY: {
+        FreeLanguageFont(dialog);
         auto* meter = reinterpret_cast<CProgressMeter*>(GetWindowLongPtrW(dialog, GWLP_USERDATA));
         if (meter != nullptr && meter->dialog == dialog)
             meter->dialog = nullptr;

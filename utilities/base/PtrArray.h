@@ -14,8 +14,7 @@ class PtrArray;
 
 /// The growable array of pointers that the library's lists are made of: empty until the first item,
 /// then 8 slots, doubled when full, halved (not below 8) when at most half full after a removal. It
-/// never owns what its items point to. This class only reads; `Holder` has, or refers to, `fields`.
-/// Private to the library. One thread at a time.
+/// owns nothing that its items point to. Private to the library. One thread at a time.
 template <class T, class Holder>
 class PointerReading {
 public:

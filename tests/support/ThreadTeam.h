@@ -1,11 +1,11 @@
 #ifndef VTRUTILS_TESTS_SUPPORT_THREADTEAM_H
 #define VTRUTILS_TESTS_SUPPORT_THREADTEAM_H
 
+#include "common/Owner.h"
 #include "tests/support/Watchdog.h"
 
 #include <atomic>
 #include <functional>
-#include <latch>
 #include <string>
 #include <thread>
 #include <vector>
@@ -46,14 +46,18 @@ inline bool WaitsAt(
 inline void RunTeam(const std::string& name, unsigned size,
                     const std::function<void(unsigned)>& work) {
     const Watchdog watchdog(name);
-    std::latch begin(size);
+    // An event: what the compiler's own latch waits at loses wake-ups here.
+    const vtr::KernelHandle begin(CreateEventA(/*lpEventAttributes=*/nullptr,
+                                               /*bManualReset=*/TRUE, /*bInitialState=*/FALSE,
+                                               /*lpName=*/nullptr));
     std::vector<std::thread> threads;
     for (unsigned number = 0; number < size; ++number) {
         threads.emplace_back([&begin, &work, number] {
-            begin.arrive_and_wait();
+            WaitForSingleObject(begin.Get(), INFINITE);
             work(number);
         });
     }
+    SetEvent(begin.Get());
     for (std::thread& thread : threads)
         thread.join();
 }

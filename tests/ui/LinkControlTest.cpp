@@ -116,6 +116,12 @@ TEST(LinkControl, LeavesTheControlAsItWas) {
     second.Restore();
     EXPECT_EQ(ProcedureOf(control), reinterpret_cast<LONG_PTR>(later));
     EXPECT_EQ(BluePoints(control, underline), 0);
+    // The procedure that had to stay serves the next object, and is not put in twice.
+    CLinkControl third;
+    SubClass(third, control, "a link");
+    EXPECT_GT(BluePoints(control, underline), 0);
+    SendMessageW(control, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"text"));
+    third.Restore();
 
     const TestWindow passing(L"STATIC", WS_CHILD, {0, 0, 100, 30}, dialog);
     SubClass(second, passing, "a link");

@@ -30,14 +30,20 @@ WNDPROC PutProcedureBefore(HWND window, WNDPROC ours, void* object) {
     return previous;
 }
 
+WNDPROC PreviousWhereLeft(HWND window) {
+    return reinterpret_cast<WNDPROC>(GetPropW(window, previousName));
+}
+
 void TakeProcedureBack(HWND window, WNDPROC ours, WNDPROC previous) {
     if (IsWindow(window) == FALSE)
         return;
     SetWindowLongPtrW(window, GWLP_USERDATA, 0);
-    if (ProcedureOf(window) == ours)
+    if (ProcedureOf(window) == ours) {
         SetProcedure(window, previous);
-    else
+        RemovePropW(window, previousName);
+    } else {
         SetPropW(window, previousName, reinterpret_cast<HANDLE>(previous));
+    }
 }
 
 LRESULT CallPrevious(WNDPROC previous, HWND window, UINT message, WPARAM wParam, LPARAM lParam) {

@@ -16,6 +16,10 @@ WNDPROC ProcedureOf(HWND window);
 /// gone or belongs to another process. Requires: `ours` is not in the window's chain.
 WNDPROC PutProcedureBefore(HWND window, WNDPROC ours, void* object);
 
+/// The procedure before ours in a window where ours had to stay without an object; null elsewhere.
+/// An object that comes there later only sets the user data: ours is in the chain already.
+WNDPROC PreviousWhereLeft(HWND window);
+
 /// Ends the object's part. Where somebody put another procedure before ours meanwhile, ours has to
 /// stay; it finds no object from then on and calls `PassOn`. Does nothing for a window that is
 /// gone.

@@ -119,7 +119,11 @@ BOOL CLinkControl::SubClass(HWND staticControl, char* newText, char* newLink,
         if (earlier != nullptr)
             earlier->Restore();
     }
-    savedProcedure = vtr::PutProcedureBefore(control, &Internals::Procedure, this);
+    savedProcedure = vtr::PreviousWhereLeft(control);
+    if (savedProcedure != nullptr)
+        SetWindowLongPtrW(control, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    else
+        savedProcedure = vtr::PutProcedureBefore(control, &Internals::Procedure, this);
     if (savedProcedure == nullptr)
         return FALSE;
     const vtr::WindowDc dc(GetDC(control));

@@ -1,6 +1,7 @@
 #include "gallery/pages/promo/PromoPage.h"
 
 #include "gallery/app/ControlIds.h"
+#include "gallery/pages/promo/EffectChoice.h"
 #include "gallery/pages/promo/ScriptSteps.h"
 #include "gallery/pages/promo/ShippedScript.h"
 #include "gallery/pages/promo/Stage.h"
@@ -12,7 +13,6 @@
 
 #include <algorithm>
 #include <commctrl.h>
-#include <iterator>
 
 namespace gallery {
 
@@ -20,21 +20,9 @@ namespace {
 
 constexpr UINT_PTR followTimer = 1;
 constexpr UINT followPeriod = 100;
-constexpr int longestEffect = 2000; ///< times in milliseconds
-constexpr int usualEffect = 800;
-
-/// As scripts name them.
-constexpr const wchar_t* effects[] = {
-    L"none",           L"per-char delay",
-    L"color fade",     L"frames crossfade",
-    L"frames fade",    L"color frame fade pop",
-    L"color rect out", L"color rect in",
-    L"wipe LR",        L"wipe RL",
-    L"color wipe LR",  L"color wipe RL",
-};
 
 /// Of the room for the stage, in percent.
-constexpr int stageSizes[] = {100, 75, 50, 25};
+constexpr int stageSizes[] = {100, 80, 60, 40};
 
 class PromoPage final : public Page {
 public:
@@ -74,8 +62,6 @@ private:
     void ShowPosition();
     void ScrollToStep();
     void ShowSizes();
-    void ShowTime();
-    int Time() const { return static_cast<int>(SendMessageW(time, TBM_GETPOS, 0, 0)); }
     void Tell(const std::wstring& text) { SetText(message, text); }
     void Warn(const std::wstring& text);
 
@@ -93,9 +79,7 @@ private:
     HWND stop = nullptr;
     HWND resume = nullptr;
     HWND effectLabel = nullptr;
-    HWND effect = nullptr;
-    HWND timeLabel = nullptr;
-    HWND time = nullptr;
+    EffectChoice effects;
     HWND tryEffect = nullptr;
     HWND stepsLabel = nullptr;
     StepList steps;
@@ -111,7 +95,6 @@ bool PromoPage::MakeControls() {
     message = MakeTextLine(Handle(), SS_ENDELLIPSIS, ID_PROMO_MESSAGE);
     counts = MakeTextLine(Handle(), SS_LEFT, ID_PROMO_COUNTS);
     ShowSizes();
-    ShowTime();
     return counts != nullptr;
 }
 
@@ -122,14 +105,8 @@ bool PromoPage::MakeStageControls() {
     stop = AddButton("StopScript", ID_PROMO_STOP);
     resume = AddButton("ResumeScript", ID_RESUME, "ResumeScriptTip");
     effectLabel = AddLabel("EffectLabel", ID_PROMO_EFFECT_LABEL);
-    effect = MakeChoice(Handle(), ID_PROMO_EFFECT);
-    SetChoices(effect, {std::begin(effects), std::end(effects)}, /*chosen=*/2);
-    timeLabel = MakeLabel(Handle(), L"", ID_PROMO_TIME_LABEL);
-    time = MakeControl(Handle(), TRACKBAR_CLASSW, L"", WS_TABSTOP | TBS_NOTICKS, ID_PROMO_TIME);
-    SendMessageW(time, TBM_SETRANGE, TRUE, MAKELPARAM(0, longestEffect));
-    SendMessageW(time, TBM_SETLINESIZE, 0, 50);
-    SendMessageW(time, TBM_SETPAGESIZE, 0, 250);
-    SendMessageW(time, TBM_SETPOS, TRUE, usualEffect);
+    if (!effects.Create(Handle()))
+        return false;
     tryEffect = AddButton("TryEffect", ID_TRY, "TryEffectTip");
     return stage.Create(Handle(), ID_PROMO_STAGE);
 }
@@ -153,9 +130,11 @@ void PromoPage::Arrange(int width, int height) {
     page.Put(
         End::top,
         {.label = sizeLabel, .field = size, .buttons = {play, stop, resume}, .labelWidth = labels});
-    const int timeWidth = Sizes().TextWidth(Text("EffectTime", {std::to_wstring(longestEffect)}));
-    page.Put(End::top, {.label = effectLabel, .field = effect, .labelWidth = labels}, 40,
-             {.label = timeLabel, .field = time, .buttons = {tryEffect}, .labelWidth = timeWidth});
+    page.Put(End::top, {.label = effectLabel, .field = effects.Box(), .labelWidth = labels}, 40,
+             {.label = effects.TimeLabel(),
+              .field = effects.Slider(),
+              .buttons = {tryEffect},
+              .labelWidth = effects.LabelWidth(Sizes())});
     page.PutMessage(message, counts);
     const int room = page.Room() - Sizes().Row() - page.Gap();
     const int stageHeight = room * 11 / 20;
@@ -182,7 +161,7 @@ void PromoPage::PlaceStage(Placement& places, const RECT& room) const {
 
 void PromoPage::Retext() {
     ShowSizes();
-    ShowTime();
+    effects.ShowTime();
     stale = true;
     if (IsWindowVisible(Handle()))
         Renew();
@@ -231,7 +210,7 @@ LRESULT PromoPage::OnMessage(UINT kind, WPARAM wParam, LPARAM lParam) {
         Follow();
         return 0;
     case WM_HSCROLL:
-        ShowTime();
+        effects.ShowTime();
         return 0;
     default:
         break;
@@ -353,7 +332,7 @@ void PromoPage::Resume() {
 void PromoPage::Try() {
     if (position.step < 1)
         return Warn(Text("PlayFirst"));
-    const ScriptEffect tried{NarrowAnyway(effects[std::max(Chosen(effect), 0)]), Time()};
+    const ScriptEffect tried = effects.Chosen();
     playing = false;
     Report(stage.Play(ScriptWithTrial(played, position, tried), trialScript));
     tries = playing;
@@ -409,13 +388,8 @@ void PromoPage::ShowSizes() {
     SetChoices(size, sizes, std::max(Chosen(size), 0));
 }
 
-void PromoPage::ShowTime() {
-    SetText(timeLabel, Text("EffectTime", {std::to_wstring(Time())}));
-}
-
 /// The second of two texts of the shipped script while it wipes the first one away.
 bool PromoPage::ShowExample() {
-    constexpr int wipe = 8;
     constexpr int percent = 45;
     if (!playing || steps.Steps().size() < 2)
         return false;
@@ -423,15 +397,14 @@ bool PromoPage::ShowExample() {
     const ScriptStep& second = steps.Steps()[1];
     position = {second.script, second.number, 1};
     playing = false;
-    const std::string document = ScriptWithChange(played, {first.script, first.number, 1}, position,
-                                                  {NarrowAnyway(effects[wipe]), longestEffect});
-    if (!stage.StopWithin(document, trialScript, longestEffect, percent))
+    effects.Choose(EffectChoice::wipe, EffectChoice::longest);
+    const ScriptEffect shown = effects.Chosen();
+    const std::string document =
+        ScriptWithChange(played, {first.script, first.number, 1}, position, shown);
+    if (!stage.StopWithin(document, trialScript, EffectChoice::longest, percent))
         return false;
-    SendMessageW(effect, CB_SETCURSEL, wipe, 0);
-    SendMessageW(time, TBM_SETPOS, TRUE, longestEffect);
-    ShowTime();
     steps.Mark(position);
-    Tell(Text("PromoExample", {effects[wipe], std::to_wstring(percent)}));
+    Tell(Text("PromoExample", {Widen(shown.name.c_str()), std::to_wstring(percent)}));
     return true;
 }
 

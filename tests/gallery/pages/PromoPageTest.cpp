@@ -18,8 +18,10 @@ TEST(PromoPage, PlaysWhatIsTypedAndTriesEffectsOnIt) {
                    L"wait.1=notify\rwait.2=notify\r");
     gallery.Press(VK_F5, ID_PROMO_MESSAGE, L"On stage: a, step 1, text 1, until F6 is pressed.");
     gallery.WaitForText(ID_PROMO_COUNTS, L"Scripts: 1, steps: 2");
+    gallery.Press(VK_ESCAPE, ID_PROMO_MESSAGE, L"Stopped: a, step 1.");
     gallery.Press(VK_F6, ID_PROMO_MESSAGE, L"On stage: a, step 2, text 1");
     gallery.Press(VK_F6, ID_PROMO_MESSAGE, L"On stage: a, step 2, text 2");
+    gallery.PressForFocus({VK_TAB, VK_SHIFT}, ID_PROMO_STEPS);
 
     gallery.PressForFocus(Alt('E'), ID_PROMO_EFFECT);
     gallery.Press(VK_DOWN, ID_PROMO_MESSAGE, L"The effect \"frames crossfade\" in 800 ms.");

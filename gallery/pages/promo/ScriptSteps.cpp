@@ -11,44 +11,39 @@ namespace gallery {
 
 namespace {
 
-using Pair = std::pair<std::string, std::string>;
-
+/// Without sections when it cannot be read.
 class Document {
 public:
     explicit Document(const std::string& text) {
-        read = !text.empty() &&
-               reader.InitFromBuffer(reinterpret_cast<const unsigned char*>(text.data()),
-                                     static_cast<unsigned>(text.size()), /*sort=*/false);
+        if (!text.empty())
+            reader.InitFromBuffer(reinterpret_cast<const unsigned char*>(text.data()),
+                                  static_cast<unsigned>(text.size()), /*sort=*/false);
     }
 
-    int Sections() const { return read ? static_cast<int>(reader.NumSections()) : 0; }
-    std::string Name(int section) const {
-        return Whole(reader.SectionName(static_cast<unsigned>(section)));
-    }
+    int Sections() const { return static_cast<int>(reader.NumSections()); }
+    const CIniSection* Section(int index) { return reader.GetSection(index); }
 
-    /// "" when there is none.
-    std::string Value(const std::string& section, const std::string& key) const {
-        char value[1024] = "";
-        if (read)
-            reader.GetString(section.c_str(), key.c_str(), "", value, sizeof value);
-        return value;
-    }
-
-    std::vector<Pair> Pairs(const std::string& section) const {
-        std::vector<Pair> pairs;
-        CIniSection* found = read ? reader.GetSection(section.c_str()) : nullptr;
-        for (unsigned i = 0; found != nullptr && i < found->NumValues(); ++i)
-            pairs.emplace_back(Whole(found->GetValue(i)->Key()),
-                               Whole(found->GetValue(i)->Value()));
-        return pairs;
+    /// Null when there is none.
+    const CIniSection* Step(const ScriptPosition& at) {
+        return reader.GetSection((at.script + "." + std::to_string(at.step)).c_str());
     }
 
 private:
-    static std::string Whole(const char* text) { return text != nullptr ? text : ""; }
-
-    mutable CIniFileReader reader; ///< look-ups change what it remembers
-    bool read;
+    CIniFileReader reader;
 };
+
+/// The library has null for an empty text.
+std::string Whole(const char* text) {
+    return text != nullptr ? text : "";
+}
+
+/// "" when there is none.
+std::string Value(const CIniSection* section, const std::string& key) {
+    char value[1024] = "";
+    if (section != nullptr)
+        section->GetString(key.c_str(), "", value, sizeof value);
+    return value;
+}
 
 /// What comes before the last point, and the number after it; 0 for a name without one.
 std::pair<std::string, int> Numbered(const std::string& name) {
@@ -71,20 +66,19 @@ bool IsOneOf(const std::string& key, std::initializer_list<const char*> names) {
                        [&](const char* name) { return lstrcmpiA(key.c_str(), name) == 0; });
 }
 
-std::string TextAt(const Document& document, const std::string& section, int text) {
-    const std::string found = document.Value(section, WithNumber("text", text));
-    return !found.empty() ? found
-                          : document.Value(section, WithNumber(WithNumber("random", text), 1));
+std::string TextOf(const CIniSection* section, int text) {
+    const std::string found = Value(section, WithNumber("text", text));
+    return !found.empty() ? found : Value(section, WithNumber(WithNumber("random", text), 1));
 }
 
 /// All that stands there: a text is added to the one before, unless it clears that.
-std::string ShownText(const Document& document, const std::string& section, int text) {
+std::string ShownText(const CIniSection* section, int text) {
     int first = text;
-    while (first > 1 && document.Value(section, WithNumber("clear", first)) != "1")
+    while (first > 1 && Value(section, WithNumber("clear", first)) != "1")
         --first;
     std::string shown;
     for (; first <= text; ++first)
-        shown += TextAt(document, section, first);
+        shown += TextOf(section, first);
     return shown;
 }
 
@@ -99,18 +93,20 @@ std::string Line(const std::string& key, const std::string& value) {
 /// effect. It stays until the player is told to go on.
 std::string TrialStep(const std::string& document, const ScriptPosition& at, int step,
                       const ScriptEffect& effect) {
-    const Document source(document);
-    const std::string section = WithNumber(at.script, at.step);
-    std::string lines = "[" + WithNumber(trialScript, step) + "]\r\n" +
-                        Line("text.1", ShownText(source, section, at.text));
-    for (const auto& [key, value] : source.Pairs(section)) {
+    Document source(document);
+    const CIniSection* section = source.Step(at);
+    std::string lines =
+        "[" + WithNumber(trialScript, step) + "]\r\n" + Line("text.1", ShownText(section, at.text));
+    for (unsigned i = 0; section != nullptr && i < section->NumValues(); ++i) {
+        const CIniValue& pair = *section->GetValue(i);
+        const std::string key = Whole(pair.Key());
         const auto [plain, number] = Numbered(key);
         if (number != 0 && number != at.text)
             continue;
         if (!IsOneOf(plain, {"text", "wait", "clear", "goto.script", "returnto.script",
                              "returnto.step", "transition effect", "transition time"}) &&
-            plain.rfind("random.", 0) != 0)
-            lines += Line(number != 0 ? WithNumber(plain, 1) : key, value);
+            !IsOneOf(Numbered(plain).first, {"random"}))
+            lines += Line(number != 0 ? WithNumber(plain, 1) : key, Whole(pair.Value()));
     }
     return lines + Line("wait.1", "notify") + Line("transition effect.1", effect.name) +
            Line("transition time.1", std::to_string(effect.milliseconds));
@@ -119,25 +115,23 @@ std::string TrialStep(const std::string& document, const ScriptPosition& at, int
 } // namespace
 
 std::vector<ScriptStep> StepsOf(const std::string& document) {
-    const Document source(document);
+    Document source(document);
     std::vector<ScriptStep> steps;
     for (int i = 0; i < source.Sections(); ++i) {
-        const std::string section = source.Name(i);
-        const auto [script, number] = Numbered(section);
+        const CIniSection* section = source.Section(i);
+        const auto [script, number] = Numbered(section->Name());
         if (number > 0 && !script.empty() && lstrcmpiA(script.c_str(), "style") != 0)
-            steps.push_back(
-                {script, number, TextAt(source, section, 1), source.Value(section, "goto.script")});
+            steps.push_back({script, number, TextOf(section, 1), Value(section, "goto.script")});
     }
     return steps;
 }
 
 std::string TextAt(const std::string& document, const ScriptPosition& at) {
-    return TextAt(Document(document), WithNumber(at.script, at.step), at.text);
+    return TextOf(Document(document).Step(at), at.text);
 }
 
 bool WaitsForResume(const std::string& document, const ScriptPosition& at) {
-    const std::string wait =
-        Document(document).Value(WithNumber(at.script, at.step), WithNumber("wait", at.text));
+    const std::string wait = Value(Document(document).Step(at), WithNumber("wait", at.text));
     return lstrcmpiA(wait.c_str(), "notify") == 0;
 }
 

@@ -51,7 +51,9 @@ std::pair<std::string, int> Numbered(const std::string& name) {
     if (point == std::string::npos)
         return {name, 0};
     const std::string digits = name.substr(point + 1);
-    const int number = digits.size() < 10 ? std::atoi(digits.c_str()) : 0;
+    const int number = digits.size() < 10
+                           ? static_cast<int>(std::strtol(digits.c_str(), nullptr, /*base=*/10))
+                           : 0;
     if (number < 1 || std::to_string(number) != digits)
         return {name, 0};
     return {name.substr(0, point), number};

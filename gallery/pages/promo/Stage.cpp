@@ -50,7 +50,7 @@ void Stage::Paint() const {
 bool Stage::StopWithin(const std::string& newDocument, const std::string& script,
                        DWORD milliseconds, DWORD percent) {
     constexpr int attempts = 20;
-    const DWORD middle = milliseconds * percent / 100 + milliseconds / 200;
+    const DWORD due = (milliseconds * percent + 99) / 100;
     for (int attempt = 0; attempt < attempts; ++attempt) {
         if (Play(newDocument, script) != Outcome::plays)
             return false;
@@ -61,10 +61,10 @@ bool Stage::StopWithin(const std::string& newDocument, const std::string& script
         const DWORD before = GetTickCount();
         Paint();
         const DWORD begun = GetTickCount();
-        Sleep(middle);
-        const DWORD late = GetTickCount();
+        while (GetTickCount() - begun < due)
+            Sleep(1);
+        const DWORD least = GetTickCount() - begun;
         Paint();
-        const DWORD least = late - begun;
         const DWORD most = GetTickCount() - before;
         player.Stop();
         if (least * 100 / milliseconds == percent && most * 100 / milliseconds == percent)

@@ -38,7 +38,7 @@ private:
 int RunMessages(gallery::MainWindow& window) {
     MSG message;
     while (GetMessageW(&message, /*hWnd=*/nullptr, 0, 0) > 0) {
-        window.WatchMouse(message);
+        window.WatchInput(message);
         if (!window.TakeKey(message)) {
             TranslateMessage(&message);
             DispatchMessageW(&message);

@@ -27,6 +27,12 @@
 /* Controls of the main window. */
 #define ID_PAGE_LABEL 200
 #define ID_PAGE_LIST 201
+#define ID_PAGE_HEADING 202
+#define ID_PAGE_SENTENCE 203
+
+/* What every page tells, at its lower edge. */
+#define ID_PAGE_MESSAGE 210
+#define ID_PAGE_STATE 211
 
 /* Controls that all pages with documents have. */
 #define ID_DOCUMENT_FILE 250
@@ -35,8 +41,6 @@
 #define ID_DOCUMENT_VALUE_LABEL 253
 #define ID_DOCUMENT_VALUE_TEXT 254
 #define ID_DOCUMENT_SET 255
-#define ID_DOCUMENT_MESSAGE 256
-#define ID_DOCUMENT_COUNTS 257
 
 /* Controls of the page "INI document". */
 #define ID_INI_SORT 300
@@ -53,8 +57,6 @@
 #define ID_OBSERVERS_LOG_LABEL 406
 #define ID_OBSERVERS_LOG 407
 #define ID_OBSERVERS_CLEAR 408
-#define ID_OBSERVERS_MESSAGE 409
-#define ID_OBSERVERS_COUNTS 410
 #define ID_OBSERVERS_SEND 420
 
 /* Controls of the page "Regions". */
@@ -62,8 +64,6 @@
 #define ID_REGIONS_CONSOLIDATE 501
 #define ID_REGIONS_CLEAR 502
 #define ID_REGIONS_CANVAS 503
-#define ID_REGIONS_MESSAGE 504
-#define ID_REGIONS_COUNTS 505
 
 /* Controls of the page "Language". */
 #define ID_LANGUAGE_LABEL 600
@@ -74,7 +74,6 @@
 #define ID_LANGUAGE_LOOK_UP 605
 #define ID_LANGUAGE_TEXTS 606
 #define ID_LANGUAGE_NOTE 607
-#define ID_LANGUAGE_MESSAGE 608
 
 /* Controls of the page "Table". */
 #define ID_TABLE_COLUMN_LABEL 700
@@ -96,8 +95,6 @@
 #define ID_RECENT_CLEAR 803
 #define ID_RECENT_FOLDERS_LABEL 804
 #define ID_RECENT_FOLDERS 805
-#define ID_RECENT_MESSAGE 806
-#define ID_RECENT_COUNTS 807
 
 /* Controls of the page "Files". */
 #define ID_FILES_NAME_LABEL 900
@@ -108,7 +105,6 @@
 #define ID_FILES_PLACES_LABEL 905
 #define ID_FILES_PLACES 906
 #define ID_FILES_SHOW 907
-#define ID_FILES_MESSAGE 908
 #define ID_FILES_PROGRAM_LABEL 909
 #define ID_FILES_PROGRAM_LINK 910
 #define ID_FILES_PROGRAM 911
@@ -124,8 +120,6 @@
 #define ID_UNDO_GROUP 1007
 #define ID_UNDO_UNDO_ALL 1008
 #define ID_UNDO_REDO_ALL 1009
-#define ID_UNDO_MESSAGE 1010
-#define ID_UNDO_COUNTS 1011
 
 /* Controls of the page "XML document". */
 #define ID_XML_TREE_LABEL 1100
@@ -145,7 +139,6 @@
 #define ID_TEXT_RESULTS 1207
 #define ID_TEXT_RESULT_LABEL 1208
 #define ID_TEXT_RESULT 1209
-#define ID_TEXT_MESSAGE 1210
 #define ID_TEXT_ADDRESS_LABEL 1211
 #define ID_TEXT_ADDRESS_LINK 1212
 #define ID_TEXT_ADDRESS 1213
@@ -169,7 +162,6 @@
 #define ID_DIALOGS_FIT 1315
 #define ID_DIALOGS_DROPPED_LABEL 1316
 #define ID_DIALOGS_DROPPED 1317
-#define ID_DIALOGS_TELL 1318
 
 /* Controls of the page "System". */
 #define ID_SYSTEM_FACTS 1400
@@ -178,7 +170,6 @@
 #define ID_SYSTEM_CLEAR 1403
 #define ID_SYSTEM_SWITCH_ON 1404
 #define ID_SYSTEM_CHART 1405
-#define ID_SYSTEM_MESSAGE 1406
 
 /* Controls of the page "Folders"; the boxes of the tree's flags follow the first one. */
 #define ID_FOLDERS_RELOAD 1500
@@ -187,8 +178,6 @@
 #define ID_FOLDERS_FILES_LABEL 1503
 #define ID_FOLDERS_FILES 1504
 #define ID_FOLDERS_FOLDER 1505
-#define ID_FOLDERS_MESSAGE 1506
-#define ID_FOLDERS_COUNTS 1507
 #define ID_FOLDERS_FLAG 1520
 
 /* Controls of the page "Promo". */
@@ -204,8 +193,6 @@
 #define ID_PROMO_STEPS 1709
 #define ID_PROMO_SCRIPT_LABEL 1710
 #define ID_PROMO_SCRIPT 1711
-#define ID_PROMO_MESSAGE 1712
-#define ID_PROMO_COUNTS 1713
 
 /* Icons of the tree of folders. */
 #define ID_ICON_FOLDER 1600

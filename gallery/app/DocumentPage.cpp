@@ -42,13 +42,6 @@ void DocumentPage::MakeValueRow() {
     set = AddButton(wording.set, ID_DOCUMENT_SET);
 }
 
-bool DocumentPage::MakeMessages() {
-    message = MakeTextLine(Handle(), SS_ENDELLIPSIS, ID_DOCUMENT_MESSAGE);
-    counts = MakeTextLine(Handle(), SS_LEFT, ID_DOCUMENT_COUNTS);
-    ShowState();
-    return counts != nullptr;
-}
-
 void DocumentPage::Retext() {
     // The document is read in the code page of the language.
     ShowValue();
@@ -131,14 +124,14 @@ void DocumentPage::ShowState() {
     }
     SetText(fileLabel, document.Path());
     if (document.Loaded())
-        SetText(counts, Counts());
+        TellState(Counts());
     Host().DocumentChanged();
     Rearrange();
 }
 
 void DocumentPage::Shown() {
     if (!document.Loaded())
-        Open(Widen((ProgramFolder() + wording.shipped).c_str()));
+        Load(Widen((ProgramFolder() + wording.shipped).c_str()));
 }
 
 std::wstring DocumentPage::DocumentName() const {
@@ -146,12 +139,18 @@ std::wstring DocumentPage::DocumentName() const {
 }
 
 bool DocumentPage::Open(const std::wstring& path) {
+    if (!Load(path))
+        return false;
+    Host().Recent().Use(document.Path());
+    return true;
+}
+
+bool DocumentPage::Load(const std::wstring& path) {
     if (!document.Load(path)) {
         Warn(Text(WhyNotLoaded(path, wording.notOpened), {path}));
         return false;
     }
     overwriteAgreed = false;
-    Host().Recent().Use(document.Path());
     ShowDocument();
     Tell(L"");
     return true;
@@ -206,11 +205,6 @@ bool DocumentPage::MayClose() {
     const int answer = MessageBoxW(Handle(), question.c_str(), Text("Gallery").c_str(),
                                    MB_YESNOCANCEL | MB_ICONQUESTION);
     return answer == IDNO || (answer == IDYES && Save());
-}
-
-void DocumentPage::Warn(const std::wstring& text) {
-    MessageBeep(MB_ICONWARNING);
-    Tell(text);
 }
 
 } // namespace gallery

@@ -45,8 +45,6 @@ protected:
     void MakeFileRow();
     void MakeFindRow();
     void MakeValueRow();
-    /// False, with `GetLastError`, when a control could not be made.
-    bool MakeMessages();
 
     /// Shows texts and state in the language that is chosen now.
     void Retext() override;
@@ -76,8 +74,6 @@ protected:
     virtual void ShowDocument() = 0;
     /// Shows the document again where it was, after it was saved.
     virtual void Refresh() {}
-    void Tell(const std::wstring& text) { SetText(message, text); }
-    void Warn(const std::wstring& text);
 
     HWND fileLabel = nullptr;
     HWND open = nullptr;
@@ -89,11 +85,11 @@ protected:
     HWND valueLabel = nullptr;
     HWND valueText = nullptr;
     HWND set = nullptr;
-    HWND message = nullptr;
-    HWND counts = nullptr;
 
 private:
     void AskAndOpen();
+    /// Loads the file and shows it, without remembering that it was opened.
+    bool Load(const std::wstring& path);
     bool CanSave() const { return wording.replace != nullptr && document.Loaded(); }
     bool Save();
     void SaveAs();

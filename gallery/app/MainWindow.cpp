@@ -17,10 +17,6 @@ constexpr SIZE leastSize = {880, 480};
 constexpr int pageListWidth = 150;
 constexpr int margin = 8;
 
-bool IsButton(HWND control) {
-    return (SendMessageW(control, WM_GETDLGCODE, 0, 0) & DLGC_BUTTON) != 0;
-}
-
 /// True when the command is for a field in which the user has typed: it takes that back, and has
 /// nothing to redo.
 bool TakenByField(HWND focus, int id) {
@@ -29,6 +25,12 @@ bool TakenByField(HWND focus, int id) {
     if (id == ID_UNDO)
         SendMessageW(focus, EM_UNDO, 0, 0);
     return true;
+}
+
+/// Without the dot; "" for none.
+std::wstring ExtensionOf(const std::wstring& path) {
+    const wchar_t* extension = PathFindExtensionW(path.c_str());
+    return *extension == L'.' ? extension + 1 : L"";
 }
 
 } // namespace
@@ -72,19 +74,25 @@ bool MainWindow::ShowPage(int index) {
 }
 
 bool MainWindow::Open(const std::wstring& path) {
-    return GoTo(PageOfFile(path)) && CurrentPage().MayClose() && CurrentPage().Open(path);
+    return OpenAs(path, ExtensionOf(path));
 }
 
 void MainWindow::OpenFile(const std::wstring& path) {
-    Open(path);
+    OpenFileAs(path, ExtensionOf(path));
+}
+
+bool MainWindow::OpenAs(const std::wstring& path, const std::wstring& extension) {
+    return GoTo(PageOfFiles(extension)) && CurrentPage().MayClose() && CurrentPage().Open(path);
+}
+
+void MainWindow::OpenFileAs(const std::wstring& path, const std::wstring& extension) {
+    OpenAs(path, extension);
     CurrentPage().TakeFocus();
 }
 
-int MainWindow::PageOfFile(const std::wstring& path) const {
-    const wchar_t* extension = PathFindExtensionW(path.c_str());
+int MainWindow::PageOfFiles(const std::wstring& extension) const {
     const auto page = std::find_if(pages.begin(), pages.end(), [&](const PageEntry& entry) {
-        return entry.extension != nullptr && *extension == L'.' &&
-               lstrcmpiW(extension + 1, entry.extension) == 0;
+        return entry.extension != nullptr && lstrcmpiW(extension.c_str(), entry.extension) == 0;
     });
     return page != pages.end() ? static_cast<int>(page - pages.begin()) : 0;
 }
@@ -102,8 +110,11 @@ bool MainWindow::GoTo(int index) {
     current = index;
     Restyle();
     ShowWindow(page->Handle(), SW_SHOW);
-    if (previous >= 0 && previous != index)
-        ShowWindow(made[static_cast<std::size_t>(previous)]->Handle(), SW_HIDE);
+    if (previous >= 0 && previous != index) {
+        Page& left = *made[static_cast<std::size_t>(previous)];
+        left.ForgetMessage();
+        ShowWindow(left.Handle(), SW_HIDE);
+    }
     pageList.Select(index);
     DocumentChanged();
     return true;
@@ -114,7 +125,10 @@ bool MainWindow::TakeKey(MSG& message) const {
            IsDialogMessageW(Handle(), &message) != FALSE;
 }
 
-void MainWindow::WatchMouse(const MSG& message) {
+void MainWindow::WatchInput(const MSG& message) {
+    const bool press = message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN ||
+                       message.message == WM_LBUTTONDOWN || message.message == WM_RBUTTONDOWN;
+    inputs += press ? 1 : 0;
     if (current >= 0)
         CurrentPage().WatchMouse(message);
 }
@@ -195,6 +209,7 @@ void MainWindow::Command(int id, int notification) {
     } else if (id == IDOK && IsButton(focus)) {
         SendMessageW(focus, BM_CLICK, 0, 0);
     } else if (current >= 0 && !TakenByField(focus, id)) {
+        CurrentPage().ForgetMessage();
         CurrentPage().Command(id, notification);
     }
 }

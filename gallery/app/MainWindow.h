@@ -35,8 +35,9 @@ public:
     /// True when the message was a key of the window, or of Tab and its like, and is done with.
     bool TakeKey(MSG& message) const;
 
-    /// To be called for each message of the thread: for the tips of the page.
-    void WatchMouse(const MSG& message);
+    /// To be called for each message of the thread before it is handled: tells the page what the
+    /// user does.
+    void WatchInput(const MSG& message);
 
 protected:
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
@@ -44,6 +45,8 @@ protected:
 private:
     RecentFiles& Recent() override { return recent; }
     void OpenFile(const std::wstring& path) override;
+    void OpenFileAs(const std::wstring& path, const std::wstring& extension) override;
+    unsigned Inputs() const override { return inputs; }
     void DocumentChanged() override;
     void LanguageChanged() override;
 
@@ -52,7 +55,8 @@ private:
     LRESULT Notify(const NMHDR& header) override;
     bool GoTo(int index);
     int PageCount() const { return static_cast<int>(pages.size()); }
-    int PageOfFile(const std::wstring& path) const;
+    bool OpenAs(const std::wstring& path, const std::wstring& extension);
+    int PageOfFiles(const std::wstring& extension) const;
     void StepPage(int step);
     void SetDpi(unsigned dpi);
     void Restyle();
@@ -72,6 +76,7 @@ private:
     HACCEL accelerators = nullptr;
     std::vector<std::unique_ptr<Page>> made; ///< by index of the table; null until first shown
     int current = -1;
+    unsigned inputs = 0;
 };
 
 } // namespace gallery

@@ -2,6 +2,7 @@
 
 #include "gallery/app/ControlIds.h"
 #include "gallery/widgets/Controls.h"
+#include "gallery/widgets/Drawing.h"
 
 #include <algorithm>
 #include <utility>
@@ -13,7 +14,7 @@ bool Page::Create(HWND parent, PageHost& newHost) {
     host = &newHost;
     return CreateAs(GALLERY_PAGE_CLASS, L"", WS_EX_CONTROLPARENT, WS_CHILD | WS_CLIPCHILDREN,
                     SIZE{0, 0}, parent) &&
-           MakeControls();
+           status.Create(Handle(), ID_PAGE_MESSAGE, ID_PAGE_STATE) && MakeControls();
 }
 
 bool Page::AddList(ListView& list, const char* nameKey, int id, ListView::Titles titles,
@@ -54,11 +55,65 @@ void Page::Rearrange() {
         return;
     RECT area{};
     GetClientRect(Handle(), &area);
-    Arrange(area.right, area.bottom);
+    const int statusHeight = status.Arrange(*look, area.right, area.bottom);
+    Arrange(area.right, area.bottom - statusHeight - look->Pixels(4));
+}
+
+void Page::Tell(const std::wstring& text, Tone tone) {
+    told = host->Inputs();
+    if (status.Tell(text, tone))
+        Rearrange();
+}
+
+void Page::Warn(const std::wstring& text) {
+    MessageBeep(MB_ICONWARNING);
+    Tell(text, Tone::error);
+}
+
+void Page::TellState(const std::wstring& text, Tone tone) {
+    if (status.TellState(text, tone))
+        Rearrange();
+}
+
+void Page::ForgetMessage() {
+    if (told != host->Inputs())
+        Tell(L"", Tone::note);
+}
+
+std::vector<PageCommand> Page::Commands() const {
+    std::vector<PageCommand> commands;
+    for (HWND child = GetWindow(Handle(), GW_CHILD); child != nullptr;
+         child = GetWindow(child, GW_HWNDNEXT)) {
+        if (IsButton(child))
+            commands.push_back({GetDlgCtrlID(child), TextOf(child), IsWindowEnabled(child) != FALSE,
+                                IsChecked(child)});
+    }
+    return commands;
+}
+
+bool Page::Offers(int command) const {
+    const HWND button = GetDlgItem(Handle(), command);
+    return button != nullptr && IsWindowEnabled(button) != FALSE;
+}
+
+void Page::Give(int command) {
+    const HWND button = GetDlgItem(Handle(), command);
+    if (button != nullptr && IsButton(button))
+        SendMessageW(button, BM_CLICK, 0, 0);
+    else
+        Command(command, /*notification=*/0);
 }
 
 LRESULT Page::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
+    case WM_DRAWITEM:
+        Draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
+        return TRUE;
+    case WM_COMMAND:
+        if (HIWORD(wParam) == EN_CHANGE || HIWORD(wParam) == BN_CLICKED ||
+            HIWORD(wParam) == CBN_SELCHANGE)
+            ForgetMessage();
+        break;
     case WM_GETFONT:
         return reinterpret_cast<LRESULT>(look != nullptr ? look->Font() : nullptr);
     case WM_SETCURSOR: {
@@ -94,12 +149,19 @@ void Page::Click(const Link* link) {
         Command(GetDlgCtrlID(link->Handle()), STN_CLICKED);
 }
 
+void Page::Draw(const DRAWITEMSTRUCT& item) const {
+    if (look != nullptr && !status.Draw(*look, item))
+        DrawWrapped(item, *look, TextOf(item.hwndItem), GetSysColor(COLOR_BTNFACE));
+}
+
 LRESULT Page::Notify(const NMHDR& header) {
     LRESULT result = 0;
     for (ListView* list : lists) {
         if (list->Notified(header, result))
             return result;
     }
+    if (ListView::SelectionMoved(header))
+        ForgetMessage();
     Noticed(header);
     return 0;
 }

@@ -4,10 +4,12 @@
 #include "gallery/widgets/Captions.h"
 #include "gallery/widgets/Link.h"
 #include "gallery/widgets/ListView.h"
+#include "gallery/widgets/StatusLines.h"
 #include "gallery/widgets/Tips.h"
 #include "gallery/widgets/Window.h"
 
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -24,6 +26,13 @@ public:
     /// Shows the page for files with this extension and opens the file there.
     virtual void OpenFile(const std::wstring& path) = 0;
 
+    /// The same as if the path ended in that extension, such as L"csv".
+    virtual void OpenFileAs(const std::wstring& path, const std::wstring& extension) = 0;
+
+    /// How many keys and mouse buttons were pressed so far: a message that was told at another
+    /// count is about something older than what goes on now.
+    virtual unsigned Inputs() const = 0;
+
     /// The name of the page's document, or whether it is saved, is another now.
     virtual void DocumentChanged() = 0;
 
@@ -32,6 +41,14 @@ public:
 
 protected:
     ~PageHost() = default;
+};
+
+/// A command of a page, for menus: `text` as on its button.
+struct PageCommand {
+    int id;
+    std::wstring text;
+    bool possible = true;
+    bool checked = false;
 };
 
 /// One page of the gallery: a child window with the controls that show and drive one subsystem.
@@ -51,6 +68,22 @@ public:
     /// A command of an accelerator or a control: `id` with `notification` as WM_COMMAND has them.
     /// IDOK stands for Enter outside of buttons, IDCANCEL for Esc.
     void Command(int id, int notification) override = 0;
+
+    /// What the page can do, for its menu: what its buttons and boxes say, and what a page adds to
+    /// that. The standard commands (file, editing) stand in menus of their own and count only if
+    /// they are here or in `Offers`.
+    virtual std::vector<PageCommand> Commands() const;
+
+    /// Whether a standard command, such as ID_FIND, ID_EDIT or ID_UNDO, can be given now. Asked
+    /// whenever a menu opens. Unless a page says more: whether it has a button for it that is
+    /// enabled.
+    virtual bool Offers(int command) const;
+
+    /// Clears a message about something that the user did earlier.
+    void ForgetMessage();
+
+    /// Gives a command as its button does.
+    void Give(int command);
 
     /// The user went to the page, without a file to open there.
     virtual void Shown() {}
@@ -75,7 +108,16 @@ public:
     void WatchMouse(const MSG& message) { tips.Watch(Handle(), message); }
 
 protected:
+    /// False, with `GetLastError`, when a control cannot be made.
     virtual bool MakeControls() = 0;
+
+    /// Shows what was done last, or what the user is to do. It goes with the next thing that the
+    /// user does on the page.
+    void Tell(const std::wstring& text) { Tell(text, Tone::note); }
+    /// The same as an error, with a sound.
+    void Warn(const std::wstring& text);
+    /// Shows in what state things are, which stays until another state is told.
+    void TellState(const std::wstring& text, Tone tone = Tone::note);
 
     /// A child whose text is that of `key`, which is not copied.
     HWND AddButton(const char* key, int id) { return captions.AddButton(Handle(), key, id); }
@@ -108,7 +150,7 @@ protected:
     /// For what depends on the look beside fonts and places, which are seen to.
     virtual void Restyle() {}
 
-    /// Places the controls in a page of that many pixels.
+    /// Places the controls in so many pixels, which are the page above what it tells.
     virtual void Arrange(int width, int height) = 0;
 
     PageHost& Host() const { return *host; }
@@ -123,11 +165,15 @@ protected:
 
 private:
     LRESULT Notify(const NMHDR& header) final;
+    void Tell(const std::wstring& text, Tone tone);
+    void Draw(const DRAWITEMSTRUCT& item) const;
     /// Null for none.
     const Link* LinkAt(POINT point) const;
     void Click(const Link* link);
 
     Captions captions;
+    StatusLines status;
+    unsigned told = 0; ///< the count of inputs when the message was told
     Tips tips;
     std::vector<ListView*> lists;
     std::vector<Link*> links;
@@ -139,7 +185,8 @@ private:
 /// What the main window is told about a page.
 struct PageEntry {
     const char* titleKey;
-    const wchar_t* pictureName;         ///< of the PNG, without ".png"
+    const char* groupKey = nullptr; ///< of the pages from here on; null: that of the page before
+    const wchar_t* pictureName;     ///< of the PNG, without ".png"
     const wchar_t* extension = nullptr; ///< of the files that it opens; null when it opens none
     std::unique_ptr<Page> (*make)();
 };

@@ -81,6 +81,10 @@ HWND MakeTextLine(HWND parent, DWORD style, int id) {
     return MakeControl(parent, WC_STATICW, L"", SS_NOPREFIX | SS_CENTERIMAGE | style, id);
 }
 
+HWND MakeWrappedText(HWND parent, int id) {
+    return MakeControl(parent, WC_STATICW, L"", SS_NOPREFIX | SS_OWNERDRAW, id);
+}
+
 std::wstring TextOf(HWND control) {
     std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(control)) + 1, L'\0');
     const int length = GetWindowTextW(control, text.data(), static_cast<int>(text.size()));
@@ -96,6 +100,10 @@ void SetText(HWND control, const std::wstring& text) {
 void FocusAndSelect(HWND edit) {
     SetFocus(edit);
     SendMessageW(edit, EM_SETSEL, 0, -1);
+}
+
+bool IsButton(HWND control) {
+    return (SendMessageW(control, WM_GETDLGCODE, 0, 0) & DLGC_BUTTON) != 0;
 }
 
 bool IsChecked(HWND checkBox) {

@@ -23,6 +23,9 @@ HWND MakeLabel(HWND parent, const wchar_t* text, int id);
 /// Shows any text as it is, cut with an ellipsis where it is too long.
 HWND MakeTextLine(HWND parent, DWORD style, int id);
 
+/// For any text, in as many lines as fit; the parent's WM_DRAWITEM draws it (`DrawWrapped`).
+HWND MakeWrappedText(HWND parent, int id);
+
 std::wstring TextOf(HWND control);
 /// Does nothing if the control shows that text already, so that nothing flickers.
 void SetText(HWND control, const std::wstring& text);
@@ -30,6 +33,7 @@ void SetText(HWND control, const std::wstring& text);
 /// Gives the focus and selects all of an edit field's text.
 void FocusAndSelect(HWND edit);
 
+bool IsButton(HWND control);
 bool IsChecked(HWND checkBox);
 
 /// The texts of a choice, the one with index `chosen` chosen without a notification.

@@ -1,5 +1,7 @@
 #include "gallery/widgets/Drawing.h"
 
+#include <algorithm>
+
 namespace gallery {
 
 COLORREF Mix(COLORREF first, COLORREF second, int part) {
@@ -12,6 +14,21 @@ COLORREF Mix(COLORREF first, COLORREF second, int part) {
 void Fill(HDC dc, const RECT& area, COLORREF colour) {
     SetDCBrushColor(dc, colour);
     FillRect(dc, &area, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+}
+
+void DrawWrapped(const DRAWITEMSTRUCT& item, const Look& look, const std::wstring& text,
+                 COLORREF ground) {
+    Fill(item.hDC, item.rcItem, ground);
+    const vtr::SelectedObject font(item.hDC, look.Font());
+    SetBkMode(item.hDC, TRANSPARENT);
+    SetTextColor(item.hDC, GetSysColor(COLOR_BTNTEXT));
+    RECT area = item.rcItem;
+    InflateRect(&area, -look.Pixels(2), 0);
+    const int height = look.WrappedHeight(text, area.right - area.left);
+    const int spare = std::max<int>(0, area.bottom - area.top - height);
+    area.top += spare / 2;
+    DrawTextW(item.hDC, text.data(), static_cast<int>(text.size()), &area,
+              wrappedTextFormat | DT_END_ELLIPSIS);
 }
 
 } // namespace gallery

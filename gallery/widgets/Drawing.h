@@ -1,6 +1,8 @@
 #ifndef VTRUTILS_GALLERY_WIDGETS_DRAWING_H
 #define VTRUTILS_GALLERY_WIDGETS_DRAWING_H
 
+#include "gallery/widgets/Look.h"
+
 #include <windows.h>
 
 namespace gallery {
@@ -11,6 +13,11 @@ namespace gallery {
 COLORREF Mix(COLORREF first, COLORREF second, int part);
 
 void Fill(HDC dc, const RECT& area, COLORREF colour);
+
+/// Answers WM_DRAWITEM of a static control: the text in lines, centred in the height, on a ground
+/// of that colour.
+void DrawWrapped(const DRAWITEMSTRUCT& item, const Look& look, const std::wstring& text,
+                 COLORREF ground);
 
 } // namespace gallery
 

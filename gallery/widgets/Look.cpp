@@ -84,6 +84,13 @@ int Look::TextWidth(HWND control) const {
     return TextWidth(TextOf(control)) + Pixels(2);
 }
 
+int Look::WrappedHeight(const std::wstring& text, int width) const {
+    RECT area{0, 0, std::max(width, 1), 0};
+    DrawTextW(Measure(Font()).Dc(), text.data(), static_cast<int>(text.size()), &area,
+              wrappedTextFormat | DT_CALCRECT);
+    return std::max<int>(area.bottom, lineHeight);
+}
+
 int Look::ButtonWidth(HWND button) const {
     return std::max(Pixels(80), TextWidth(button) + Pixels(24));
 }

@@ -7,6 +7,10 @@
 
 namespace gallery {
 
+/// How `DrawTextW` breaks a text into lines: at any character where a word is too long, as that of
+/// a path or of a language without spaces is.
+constexpr UINT wrappedTextFormat = DT_WORDBREAK | DT_EDITCONTROL | DT_NOPREFIX;
+
 /// How large things are in one window: its resolution and the user's message font for it. Layouts
 /// count in units of 1/96 inch and in heights and widths of texts. One thread at a time.
 class Look {
@@ -28,6 +32,8 @@ public:
     int TextWidth(const std::wstring& text) const;
     /// Of the text that a control shows.
     int TextWidth(HWND control) const;
+    /// Of the text in lines of at most that width.
+    int WrappedHeight(const std::wstring& text, int width) const;
     /// Wide enough for the text of a button, and never narrower than a usual one.
     int ButtonWidth(HWND button) const;
 

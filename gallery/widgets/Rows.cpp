@@ -24,19 +24,6 @@ void Rows::PutLine(HWND line) {
     placement.Put(line, 0, bottom + Gap() / 2, width, look.Line());
 }
 
-void Rows::PutMessage(HWND message, HWND counts) {
-    const int row = look.Row();
-    const int y = bottom - row + Gap() / 2;
-    int countsWidth = 0;
-    if (counts != nullptr) {
-        countsWidth = std::min(width, look.TextWidth(counts) + Gap());
-        placement.Put(counts, width - countsWidth, y, countsWidth, row);
-        countsWidth += Gap();
-    }
-    placement.Put(message, 0, y, width - countsWidth, row);
-    bottom = y - Gap() / 2;
-}
-
 void Rows::AlignButtons(std::initializer_list<HWND> buttons) {
     for (const HWND button : buttons)
         leastButton = ButtonWidth(button);

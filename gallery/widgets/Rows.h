@@ -35,8 +35,6 @@ public:
     void Put(End end, const Field& left, int part, const Field& right);
     /// At the bottom, right above what was put there.
     void PutLine(HWND line);
-    /// Message to the left, counts, if any, to the right; below everything else.
-    void PutMessage(HWND message, HWND counts);
 
     /// Leaves room below the rows at the top, for what the page places itself.
     void Skip(int height) { top += height; }

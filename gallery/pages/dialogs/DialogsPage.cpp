@@ -94,7 +94,6 @@ private:
     void SetOpacity();
     void TakeFiles(HDROP drop);
     void TellPlace();
-    void Tell(const std::wstring& text) { SetText(message, text); }
 
     FileWork work;
     bool readsByMessage = false; ///< the work goes on with the next `readNext`
@@ -120,7 +119,6 @@ private:
     HWND fit = nullptr;
     HWND droppedLabel = nullptr;
     ListView droppedFiles;
-    HWND message = nullptr;
 };
 
 bool DialogsPage::MakeControls() {
@@ -131,9 +129,8 @@ bool DialogsPage::MakeControls() {
     longOperation = AddButton("ShowOperation", ID_DIALOGS_OPERATION, "ShowOperationTip");
     if (!MakeWindowControls())
         return false;
-    message = MakeTextLine(Handle(), SS_ENDELLIPSIS, ID_DIALOGS_TELL);
     Retext();
-    return message != nullptr;
+    return fit != nullptr;
 }
 
 void DialogsPage::MakeBoxControls() {
@@ -194,7 +191,6 @@ void DialogsPage::Arrange(int width, int height) {
         {.label = opacityLabel, .field = opacity, .buttons = {centre, fit}, .labelWidth = labels});
     page.Skip(page.Gap());
     page.Put(End::top, {.label = droppedLabel, .labelWidth = width});
-    page.PutMessage(message, /*counts=*/nullptr);
     page.Places().Put(droppedFiles.Handle(), 0, page.Top(), width, page.Room());
     droppedFiles.SetColumnWidth(0, ListView::RoomForColumns(width));
 }
@@ -348,7 +344,7 @@ void DialogsPage::TakeFiles(HDROP drop) {
 void DialogsPage::TellPlace() {
     RECT place{};
     GetWindowRect(Top(), &place);
-    Tell(Text(IsRectOnTheScreen(&place) != FALSE ? "WindowFits" : "WindowSticksOut"));
+    TellState(Text(IsRectOnTheScreen(&place) != FALSE ? "WindowFits" : "WindowSticksOut"));
 }
 
 bool DialogsPage::ShowExample() {

@@ -37,7 +37,6 @@ private:
     void ShowPath(const std::wstring& path);
     void ShowProgram();
     const SpecialFolder* Place() const;
-    void Tell(const std::wstring& text) { SetText(message, text); }
 
     std::vector<MadeName> made;
     std::vector<SpecialFolder> found;
@@ -53,7 +52,6 @@ private:
     HWND programLabel = nullptr;
     Link program;
     HWND openProgram = nullptr;
-    HWND message = nullptr;
 };
 
 bool FilesPage::MakeControls() {
@@ -68,11 +66,10 @@ bool FilesPage::MakeControls() {
     if (!AddLink(program, ID_FILES_PROGRAM_LINK, "OpenProgramFolderTip"))
         return false;
     openProgram = AddButton("OpenProgramFolder", ID_FILES_PROGRAM, "OpenProgramFolderTip");
-    message = MakeTextLine(Handle(), SS_ENDELLIPSIS, ID_FILES_MESSAGE);
     SetText(nameText, L"media-library.csv");
     SetText(folderText, Widen(ProgramFolder().c_str()));
     ShowProgram();
-    return message != nullptr;
+    return openProgram != nullptr;
 }
 
 bool FilesPage::MakeLists() {
@@ -139,7 +136,6 @@ void FilesPage::Arrange(int width, int height) {
     const int labels = std::max(Sizes().TextWidth(nameLabel), Sizes().TextWidth(folderLabel));
     page.Put(End::top, {.label = nameLabel, .field = nameText, .labelWidth = labels});
     page.Put(End::top, {.label = folderLabel, .field = folderText, .labelWidth = labels});
-    page.PutMessage(message, /*counts=*/nullptr);
     page.AlignButtons({open, openProgram});
     page.Put(End::bottom,
              {.label = programLabel, .buttons = {openProgram}, .link = program.Handle()});
@@ -210,11 +206,11 @@ void FilesPage::ShowNames() {
     made = NamesMadeOf(TextOf(nameText), folder);
     const DWORD attributes = GetFileAttributesW(folder.c_str());
     if (made.empty())
-        Tell(Text("NameNotPossible"));
+        TellState(Text("NameNotPossible"), Tone::error);
     else if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0)
-        Tell(Text("FolderMissing"));
+        TellState(Text("FolderMissing"));
     else
-        Tell(L"");
+        TellState(L"");
     names.SetRows(static_cast<int>(made.size()));
     Rearrange();
 }
@@ -248,8 +244,7 @@ void FilesPage::OpenPlace() {
 
 void FilesPage::ShowPath(const std::wstring& path) {
     if (!ShowInFolder(path, Handle())) {
-        MessageBeep(MB_ICONWARNING);
-        Tell(Text("FolderNotOpened", {path}));
+        Warn(Text("FolderNotOpened", {path}));
     }
 }
 

@@ -105,8 +105,6 @@ private:
     HWND filesLabel = nullptr;
     ListView fileList;
     HWND folder = nullptr;
-    HWND message = nullptr;
-    HWND counts = nullptr;
 
     CExplorerTree tree; ///< its handlers use what stands above
 };
@@ -129,11 +127,9 @@ bool FoldersPage::MakeControls() {
     fileList.AddColumn("FileName");
     fileList.AddColumn("Length", ListView::Align::right);
     folder = MakeTextLine(Handle(), SS_PATHELLIPSIS, ID_FOLDERS_FOLDER);
-    message = MakeTextLine(Handle(), SS_ENDELLIPSIS, ID_FOLDERS_MESSAGE);
-    counts = MakeTextLine(Handle(), SS_LEFT, ID_FOLDERS_COUNTS);
     char start[MAX_PATH] = "";
     GetWindowsDirectoryA(start, MAX_PATH);
-    return counts != nullptr && MakeTree(start);
+    return folder != nullptr && MakeTree(start);
 }
 
 /// The flags and labels of a tree are those of its making.
@@ -182,7 +178,7 @@ void FoldersPage::StyleTree() const {
 
 /// The labels at the root are in another language.
 void FoldersPage::Retext() {
-    SetText(message, Text("PressKeys"));
+    Tell(Text("PressKeys"));
     if (tree.hWnd() != nullptr)
         RemakeTree();
 }
@@ -194,7 +190,6 @@ void FoldersPage::Shown() {
 void FoldersPage::Arrange(int width, int height) {
     using End = Rows::End;
     Rows page(Sizes(), width, height, /*expected=*/14);
-    page.PutMessage(message, counts);
     page.Skip(ArrangeBoxes(page.Places(), width));
     const int left = width * 2 / 5;
     page.Put(End::top, {.field = treeLabel}, 40, {.label = filesLabel, .field = folder});
@@ -243,7 +238,7 @@ void FoldersPage::ShowFolder() {
     files = FilesOfFolder(path);
     fileList.SetRows(static_cast<int>(files.size()));
     SetText(folder, path);
-    SetText(counts, Text("FolderCounts", {std::to_wstring(files.size())}));
+    TellState(Text("FolderCounts", {std::to_wstring(files.size())}));
     Rearrange();
 }
 
@@ -252,8 +247,8 @@ void FoldersPage::Selected(const char*, void* self, const TExplorerTreeNode*, NM
 }
 
 void FoldersPage::KeyPressed(WORD key, void* self, WPARAM, NMHDR*) {
-    SetText(static_cast<FoldersPage*>(self)->message,
-            Text("KeyPressed", {NameOfKey(key), std::to_wstring(key)}));
+    static_cast<FoldersPage*>(self)->Tell(
+        Text("KeyPressed", {NameOfKey(key), std::to_wstring(key)}));
 }
 
 bool FoldersPage::ShowExample() {

@@ -68,7 +68,8 @@ bool IniDocumentPage::MakeControls() {
     if (!MakeLists())
         return false;
     MakeValueRow();
-    return MakeMessages();
+    ShowState();
+    return set != nullptr;
 }
 
 bool IniDocumentPage::MakeLists() {
@@ -100,7 +101,6 @@ void IniDocumentPage::Arrange(int width, int height) {
     page.Put(End::top, {.field = fileLabel, .buttons = {open, save, saveAs, sort}});
     page.Put(End::top,
              {.label = findLabel, .field = findText, .buttons = {find}, .labelWidth = labels});
-    page.PutMessage(message, counts);
     page.Put(End::bottom,
              {.label = valueLabel, .field = valueText, .buttons = {set}, .labelWidth = labels});
     ArrangeLists(page.Places(), page.Top(), width, page.Room());

@@ -37,7 +37,6 @@ private:
     void Use();
     void LookUpKey();
     void Add(const std::string& key);
-    void Tell(const std::wstring& text) { SetText(message, text); }
 
     std::vector<std::string> names;
     std::vector<std::string> keys;
@@ -51,7 +50,6 @@ private:
     HWND lookUp = nullptr;
     ListView found;
     HWND note = nullptr;
-    HWND message = nullptr;
 };
 
 bool LanguagePage::MakeControls() {
@@ -60,12 +58,11 @@ bool LanguagePage::MakeControls() {
     if (!MakeLists())
         return false;
     note = AddCaption(MakeTextLine(Handle(), SS_ENDELLIPSIS, ID_LANGUAGE_NOTE), "KeptNote");
-    message = MakeTextLine(Handle(), SS_ENDELLIPSIS, ID_LANGUAGE_MESSAGE);
     languages.SetRows(static_cast<int>(names.size()));
     const auto chosen = std::find(names.begin(), names.end(), ChosenLanguage());
     if (chosen != names.end())
         languages.Select(static_cast<int>(chosen - names.begin()));
-    return message != nullptr;
+    return note != nullptr;
 }
 
 bool LanguagePage::MakeLists() {
@@ -139,7 +136,6 @@ void LanguagePage::Arrange(int width, int height) {
     page.Places().Put(languages.Handle(), 0, page.Top(), width, listHeight);
     page.Skip(listHeight + page.Gap());
     page.Put(End::top, {.label = keyLabel, .field = keyText, .buttons = {lookUp}});
-    page.PutMessage(message, /*counts=*/nullptr);
     page.PutLine(note);
     page.Places().Put(found.Handle(), 0, page.Top(), width, page.Room());
     ArrangeColumns(ListView::RoomForColumns(width));
@@ -190,8 +186,7 @@ void LanguagePage::Use() {
         return;
     const std::string name = names[static_cast<std::size_t>(row)];
     if (!ChooseLanguage(name)) {
-        MessageBeep(MB_ICONWARNING);
-        return Tell(Text("NoStringFile", {Widen(name.c_str())}));
+        return Warn(Text("NoStringFile", {Widen(name.c_str())}));
     }
     Host().LanguageChanged();
     Tell(Text("LanguageUsed", {Widen(name.c_str()), std::to_wstring(GetCurrentCodePage())}));
@@ -200,8 +195,7 @@ void LanguagePage::Use() {
 void LanguagePage::LookUpKey() {
     std::string key;
     if (!Narrow(TextOf(keyText), key) || key.empty() || key.size() >= 256) {
-        MessageBeep(MB_ICONWARNING);
-        Tell(Text("TypeTextKey"));
+        Warn(Text("TypeTextKey"));
     } else {
         Add(key);
         Tell(texts.front().text);

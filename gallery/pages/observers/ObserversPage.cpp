@@ -65,12 +65,9 @@ private:
     HWND logLabel = nullptr;
     ListView log;
     HWND clear = nullptr;
-    HWND message = nullptr;
-    HWND counts = nullptr;
 };
 
 bool ObserversPage::MakeControls() {
-    const HWND page = Handle();
     observersLabel = AddLabel("ObserversLabel", ID_OBSERVERS_LABEL);
     if (!MakeObserverList())
         return false;
@@ -84,11 +81,9 @@ bool ObserversPage::MakeControls() {
     if (!MakeLog())
         return false;
     clear = AddButton("ClearLog", ID_OBSERVERS_CLEAR);
-    message = MakeTextLine(page, SS_ENDELLIPSIS, ID_OBSERVERS_MESSAGE);
-    counts = MakeTextLine(page, SS_LEFT, ID_OBSERVERS_COUNTS);
     observers.SetRows(model.Observers());
     Show(L"");
-    return counts != nullptr;
+    return clear != nullptr;
 }
 
 std::wstring ObserversPage::Cell(int row, int column) const {
@@ -140,7 +135,6 @@ void ObserversPage::Arrange(int width, int height) {
     page.Skip(listHeight + page.Gap());
     page.Put(End::top, {.field = sendLabel, .buttons = {send[0], send[1], send[2], send[3]}});
     page.Put(End::top, {.field = logLabel, .buttons = {clear}});
-    page.PutMessage(message, counts);
     page.Places().Put(log.Handle(), 0, page.Top(), width, page.Room());
     const int room = ListView::RoomForColumns(width);
     ArrangeObservers(room);
@@ -255,8 +249,8 @@ void ObserversPage::ShowLogLine() {
     const int row = log.Selected();
     const ObserverModel::LogLine& line = model.Log()[static_cast<std::size_t>(row)];
     const std::wstring result = model.Result(line);
-    SetText(message, std::to_wstring(row + 1) + L". " + model.Text(line) +
-                         (result.empty() ? L"" : L" - " + result));
+    Tell(std::to_wstring(row + 1) + L". " + model.Text(line) +
+         (result.empty() ? L"" : L" - " + result));
 }
 
 void ObserversPage::Show(const std::wstring& text) {
@@ -264,10 +258,10 @@ void ObserversPage::Show(const std::wstring& text) {
     const int lines = static_cast<int>(model.Log().size());
     log.SetRows(lines);
     log.Select(lines - 1);
-    SetText(message, text);
-    SetText(counts, Text("ObserverCounts",
-                         {std::to_wstring(model.AllAttached()), std::to_wstring(model.Observers()),
-                          std::to_wstring(model.Deliveries())}));
+    Tell(text);
+    TellState(Text("ObserverCounts",
+                   {std::to_wstring(model.AllAttached()), std::to_wstring(model.Observers()),
+                    std::to_wstring(model.Deliveries())}));
     Rearrange();
 }
 

@@ -62,8 +62,6 @@ private:
     void ShowPosition();
     void ScrollToStep();
     void ShowSizes();
-    void Tell(const std::wstring& text) { SetText(message, text); }
-    void Warn(const std::wstring& text);
 
     Stage stage;
     std::wstring shipped; ///< the script of the language as it came
@@ -85,17 +83,13 @@ private:
     StepList steps;
     HWND scriptLabel = nullptr;
     HWND script = nullptr;
-    HWND message = nullptr;
-    HWND counts = nullptr;
 };
 
 bool PromoPage::MakeControls() {
     if (!MakeStageControls() || !MakeScriptControls())
         return false;
-    message = MakeTextLine(Handle(), SS_ENDELLIPSIS, ID_PROMO_MESSAGE);
-    counts = MakeTextLine(Handle(), SS_LEFT, ID_PROMO_COUNTS);
     ShowSizes();
-    return counts != nullptr;
+    return true;
 }
 
 bool PromoPage::MakeStageControls() {
@@ -135,7 +129,6 @@ void PromoPage::Arrange(int width, int height) {
               .field = effects.Slider(),
               .buttons = {tryEffect},
               .labelWidth = effects.LabelWidth(Sizes())});
-    page.PutMessage(message, counts);
     const int room = page.Room() - Sizes().Row() - page.Gap();
     const int stageHeight = room * 11 / 20;
     PlaceStage(page.Places(), {0, page.Top(), width, page.Top() + stageHeight});
@@ -172,7 +165,9 @@ void PromoPage::Shown() {
         return Renew();
     if (playing && tries)
         Try();
-    else if (playing && !WaitsForResume(played, position))
+    else if (playing && WaitsForResume(played, position))
+        ShowPosition();
+    else if (playing)
         stage.Resume();
 }
 
@@ -259,11 +254,6 @@ void PromoPage::Noticed(const NMHDR& header) {
         ScrollToStep();
 }
 
-void PromoPage::Warn(const std::wstring& text) {
-    MessageBeep(MB_ICONWARNING);
-    Tell(text);
-}
-
 bool PromoPage::TakeScript(std::string& document) {
     if (Narrow(TextOf(script), document))
         return true;
@@ -274,8 +264,8 @@ bool PromoPage::TakeScript(std::string& document) {
 /// Shows the steps; tells what is wrong when there are none.
 bool PromoPage::StepsFit(const std::string& document) {
     steps.SetSteps(StepsOf(document));
-    SetText(counts, Text("PromoCounts", {std::to_wstring(steps.Scripts()),
-                                         std::to_wstring(steps.Steps().size())}));
+    TellState(Text("PromoCounts",
+                   {std::to_wstring(steps.Scripts()), std::to_wstring(steps.Steps().size())}));
     Rearrange();
     if (!steps.Steps().empty())
         return true;

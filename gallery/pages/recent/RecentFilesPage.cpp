@@ -66,8 +66,6 @@ private:
     HWND clear = nullptr;
     HWND foldersLabel = nullptr;
     ListView folderList;
-    HWND message = nullptr;
-    HWND counts = nullptr;
 };
 
 bool RecentFilesPage::MakeControls() {
@@ -78,11 +76,7 @@ bool RecentFilesPage::MakeControls() {
     remove = AddButton("RemoveRecent", ID_RECENT_REMOVE);
     clear = AddButton("ClearRecent", ID_RECENT_CLEAR);
     foldersLabel = AddLabel("RecentFoldersLabel", ID_RECENT_FOLDERS_LABEL);
-    if (!MakeFolderList())
-        return false;
-    message = MakeTextLine(Handle(), SS_PATHELLIPSIS, ID_RECENT_MESSAGE);
-    counts = MakeTextLine(Handle(), SS_LEFT, ID_RECENT_COUNTS);
-    return counts != nullptr;
+    return MakeFolderList();
 }
 
 bool RecentFilesPage::MakeFileList() {
@@ -142,7 +136,6 @@ void RecentFilesPage::Arrange(int width, int height) {
     Rows page(Sizes(), width, height, /*expected=*/9);
     const int row = Sizes().Row();
     page.Put(Rows::End::top, {.field = filesLabel, .buttons = {open, remove, clear}});
-    page.PutMessage(message, counts);
     const int listHeight = (page.Room() - row) * 2 / 3;
     const int foldersTop = page.Top() + listHeight;
     Placement& placement = page.Places();
@@ -183,7 +176,7 @@ void RecentFilesPage::Noticed(const NMHDR& header) {
     if (header.hwndFrom != list.Handle())
         return;
     if (ListView::SelectionMoved(header))
-        SetText(message, files[static_cast<std::size_t>(list.Selected())].path);
+        Tell(files[static_cast<std::size_t>(list.Selected())].path);
     else if (ListView::DoubleClicked(header))
         OpenSelected();
     else if (ListView::KeyPressed(header) == VK_DELETE)
@@ -240,9 +233,9 @@ void RecentFilesPage::Show(const std::wstring& text) {
     folderList.SetRows(static_cast<int>(folders.size()));
     for (const HWND button : {open, remove, clear})
         EnableWindow(button, !files.empty());
-    SetText(message, text);
-    SetText(counts,
-            Text("RecentCounts", {std::to_wstring(files.size()), std::to_wstring(folders.size())}));
+    Tell(text);
+    TellState(
+        Text("RecentCounts", {std::to_wstring(files.size()), std::to_wstring(folders.size())}));
     Rearrange();
 }
 

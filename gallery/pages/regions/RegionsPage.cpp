@@ -27,14 +27,11 @@ private:
     void Consolidate();
     void Clear();
     void ShowState();
-    void Tell(const std::wstring& text) { SetText(message, text); }
 
     RegionCanvas canvas;
     HWND helpLine = nullptr;
     HWND consolidate = nullptr;
     HWND clear = nullptr;
-    HWND message = nullptr;
-    HWND counts = nullptr;
 };
 
 std::wstring SizeAndPlace(const RECT& r) {
@@ -55,11 +52,9 @@ bool RegionsPage::MakeControls() {
     if (!canvas.Create(Handle(), ID_REGIONS_CANVAS, whenChanged))
         return false;
     AddCaption(canvas.Handle(), "Region");
-    message = MakeTextLine(Handle(), SS_ENDELLIPSIS, ID_REGIONS_MESSAGE);
-    counts = MakeTextLine(Handle(), SS_LEFT, ID_REGIONS_COUNTS);
     canvas.SetFrame({4, 4, 14, 10});
     ShowState();
-    return counts != nullptr;
+    return clear != nullptr;
 }
 
 void RegionsPage::Retext() {
@@ -70,7 +65,6 @@ void RegionsPage::Retext() {
 void RegionsPage::Arrange(int width, int height) {
     Rows page(Sizes(), width, height, /*expected=*/6);
     page.Put(Rows::End::top, {.field = helpLine, .buttons = {consolidate, clear}});
-    page.PutMessage(message, counts);
     page.Places().Put(canvas.Handle(), 0, page.Top(), width, page.Room());
 }
 
@@ -116,9 +110,9 @@ void RegionsPage::ShowState() {
         const RECT& r = *region.getRectangle(i);
         area += (r.right - r.left) * (r.bottom - r.top);
     }
-    SetText(counts, Text(count > 0 ? "RegionCounts" : "NoRectangles",
-                         {std::to_wstring(count), std::to_wstring(area),
-                          SizeAndPlace(region.getBounds())}));
+    TellState(
+        Text(count > 0 ? "RegionCounts" : "NoRectangles",
+             {std::to_wstring(count), std::to_wstring(area), SizeAndPlace(region.getBounds())}));
     EnableWindow(consolidate, count > 0);
     EnableWindow(clear, count > 0);
     Rearrange();

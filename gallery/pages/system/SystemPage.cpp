@@ -42,7 +42,6 @@ private:
     void ShowState();
     void ClearChart();
     void SwitchOn();
-    void Tell(const std::wstring& text) { SetText(message, text); }
 
     std::vector<SystemFact> facts;
     LoadMeter meter;
@@ -55,7 +54,6 @@ private:
     HWND clear = nullptr;
     HWND switchOn = nullptr;
     LoadChart chart;
-    HWND message = nullptr;
 };
 
 bool SystemPage::MakeControls() {
@@ -74,9 +72,8 @@ bool SystemPage::MakeControls() {
     if (!chart.Create(Handle(), ID_SYSTEM_CHART))
         return false;
     AddCaption(chart.Handle(), "ProcessorLoad");
-    message = MakeTextLine(Handle(), SS_ENDELLIPSIS, ID_SYSTEM_MESSAGE);
     SetText(processName, L"gallery");
-    return message != nullptr;
+    return switchOn != nullptr;
 }
 
 void SystemPage::Retext() {
@@ -88,7 +85,6 @@ void SystemPage::Retext() {
 void SystemPage::Arrange(int width, int height) {
     using End = Rows::End;
     Rows page(Sizes(), width, height, /*expected=*/7);
-    page.PutMessage(message, /*counts=*/nullptr);
     // All properties, where that leaves half of the page to the chart.
     const int line = Sizes().Line() + Sizes().Pixels(7);
     const int rows = static_cast<int>(facts.size()) + 1;
@@ -149,7 +145,7 @@ void SystemPage::StartMeasuring() {
     meter.Start();
     chart.Clear();
     Measure();
-    Tell(Text(meter.Offered() ? "LoadIsMeasured" : "NoCounters"));
+    TellState(Text(meter.Offered() ? "LoadIsMeasured" : "NoCounters"));
 }
 
 void SystemPage::WatchProcess() {
@@ -220,7 +216,7 @@ bool SystemPage::ShowExample() {
         AddLoad(time, sample);
         time += 2000;
     }
-    Tell(Text("LoadIsExample"));
+    TellState(Text("LoadIsExample"));
     return true;
 }
 

@@ -98,7 +98,8 @@ bool TablePage::MakeControls() {
     byLabel = AddLabel("ByLabel", ID_TABLE_BY_LABEL);
     byText = MakeEdit(page, ID_TABLE_BY_TEXT);
     replace = AddButton("ReplaceAll", ID_TABLE_REPLACE);
-    return MakeMessages();
+    ShowState();
+    return replace != nullptr;
 }
 
 void TablePage::Retext() {
@@ -121,14 +122,12 @@ void TablePage::Arrange(int width, int height) {
              100 - 100 * check / std::max(width, 1), {.field = keepSorted});
     page.Put(End::top,
              {.label = findLabel, .field = findText, .buttons = {find}, .labelWidth = labels});
-    page.PutMessage(message, /*counts=*/nullptr);
     page.Put(End::bottom, {.label = replaceLabel, .field = replaceText, .labelWidth = labels}, 42,
              {.label = byLabel, .field = byText, .buttons = {replace}});
     page.Put(End::bottom, {.label = valueLabel,
                            .field = valueText,
                            .buttons = {set, add, remove},
                            .labelWidth = labels});
-    page.PutLine(counts);
     page.Places().Put(rows.Handle(), 0, page.Top(), width, page.Room());
     ArrangeColumns(width);
 }

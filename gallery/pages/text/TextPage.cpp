@@ -46,7 +46,6 @@ private:
     HWND addressLabel = nullptr;
     Link address;
     HWND openAddress = nullptr;
-    HWND message = nullptr;
 };
 
 bool TextPage::MakeControls() {
@@ -69,10 +68,9 @@ bool TextPage::MakeControls() {
     results.AddColumn("TextResult");
     resultLabel = AddLabel("WholeResult", ID_TEXT_RESULT_LABEL);
     result = MakeReader(page, ID_TEXT_RESULT);
-    message = MakeTextLine(page, SS_ENDELLIPSIS, ID_TEXT_MESSAGE);
     SetText(text, L"&quot;Rope &amp; Anchor&quot;:\\nsee www.tidewrack.example or "
                   L"ida@tidewrack.example");
-    return message != nullptr;
+    return result != nullptr;
 }
 
 HWND TextPage::MakeNumber(int id, const wchar_t* value) const {
@@ -104,7 +102,6 @@ void TextPage::Arrange(int width, int height) {
                         .labelWidth = labels,
                         .link = address.Handle()});
     page.Put(End::top, {.field = resultsLabel});
-    page.PutMessage(message, /*counts=*/nullptr);
     // All functions, where that leaves room for a few lines of the result.
     const int line = Sizes().Line() + Sizes().Pixels(6);
     const int rows = static_cast<int>(made.rows.size());
@@ -144,16 +141,15 @@ void TextPage::ShowResults() {
     address.Set(made.address);
     EnableWindow(openAddress, !made.address.empty());
     if (!made.textFits)
-        return SetText(message, Text("ValueNotNarrow"));
+        return TellState(Text("ValueNotNarrow"), Tone::error);
     if (!made.numbersFit)
-        return SetText(message, Text("NumbersNotPossible"));
-    SetText(message, Text("OffensiveWords", {Text(made.offends ? "Yes" : "No")}));
+        return TellState(Text("NumbersNotPossible"), Tone::error);
+    TellState(Text("OffensiveWords", {Text(made.offends ? "Yes" : "No")}));
 }
 
 void TextPage::OpenFirst() {
     if (!made.address.empty() && !OpenAddress(made.address, Handle())) {
-        MessageBeep(MB_ICONWARNING);
-        SetText(message, Text("AddressNotOpened", {made.address}));
+        Warn(Text("AddressNotOpened", {made.address}));
     }
 }
 

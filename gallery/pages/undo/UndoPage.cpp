@@ -61,8 +61,6 @@ private:
     HWND redo = nullptr;
     HWND undoAll = nullptr;
     HWND redoAll = nullptr;
-    HWND message = nullptr;
-    HWND counts = nullptr;
 };
 
 bool UndoPage::MakeControls() {
@@ -83,10 +81,8 @@ bool UndoPage::MakeControls() {
     redo = MakeButton(page, L"", ID_REDO);
     undoAll = AddButton("UndoAll", ID_UNDO_UNDO_ALL);
     redoAll = AddButton("RedoAll", ID_UNDO_REDO_ALL);
-    message = MakeTextLine(page, SS_ENDELLIPSIS, ID_UNDO_MESSAGE);
-    counts = MakeTextLine(page, SS_LEFT, ID_UNDO_COUNTS);
     Show(-1, L"");
-    return counts != nullptr;
+    return redoAll != nullptr;
 }
 
 void UndoPage::Arrange(int width, int height) {
@@ -96,7 +92,6 @@ void UndoPage::Arrange(int width, int height) {
     page.Put(End::top, {.field = listLabel},
              100 - 100 * (right + 2 * page.Gap()) / std::max(width, 1),
              {.field = group, .buttons = {save}});
-    page.PutMessage(message, counts);
     page.Put(End::bottom, {.buttons = {undo, redo, undoAll, redoAll}});
     page.Put(End::bottom,
              {.label = itemLabel, .field = itemText, .buttons = {add, change, remove}});
@@ -163,7 +158,7 @@ void UndoPage::Escape() {
 void UndoPage::Add() {
     const std::wstring text = TextOf(itemText);
     if (text.empty()) {
-        SetText(message, Text("TypeItem"));
+        Tell(Text("TypeItem"));
         return FocusAndSelect(itemText);
     }
     const int place = list.Selected() + 1;
@@ -176,7 +171,7 @@ void UndoPage::Change() {
     const int place = list.Selected();
     const std::wstring text = TextOf(itemText);
     if (place < 0)
-        return SetText(message, Text("SelectItem"));
+        return Tell(Text("SelectItem"));
     if (text == model.All()[static_cast<std::size_t>(place)])
         return;
     const bool changed = model.Change(place, text);
@@ -186,7 +181,7 @@ void UndoPage::Change() {
 void UndoPage::Remove() {
     const int place = list.Selected();
     if (place < 0)
-        return SetText(message, Text("SelectItem"));
+        return Tell(Text("SelectItem"));
     const std::wstring text = model.All()[static_cast<std::size_t>(place)];
     const bool removed = model.Remove(place);
     Show(place, removed ? Text("ItemRemoved", {text}) : Text("NoMemory"));
@@ -259,9 +254,9 @@ void UndoPage::Show(int selected, const std::wstring& text) {
         Enable(button, possible);
     char newest[32];
     model.History().GetCurrentUndoText(newest, sizeof newest);
-    SetText(counts, Text(canUndo ? "ItemCountsAndChange" : "ItemCounts",
-                         {std::to_wstring(items), Text(newest)}));
-    SetText(message, text);
+    TellState(Text(canUndo ? "ItemCountsAndChange" : "ItemCounts",
+                   {std::to_wstring(items), Text(newest)}));
+    Tell(text);
     Host().DocumentChanged();
     Rearrange();
 }

@@ -68,7 +68,8 @@ bool XmlDocumentPage::MakeControls() {
     for (const char* title : {"DetailKind", "DetailName", "Value"})
         details.AddColumn(title);
     decode = AddCaption(MakeCheckBox(Handle(), ID_XML_DECODE), "DecodeReferences");
-    return MakeMessages();
+    ShowState();
+    return decode != nullptr;
 }
 
 std::wstring XmlDocumentPage::Cell(int row, int column) const {
@@ -96,8 +97,6 @@ void XmlDocumentPage::Arrange(int width, int height) {
     page.AlignButtons({open, find});
     page.Put(End::top, {.field = fileLabel, .buttons = {open}});
     page.Put(End::top, {.label = findLabel, .field = findText, .buttons = {find}});
-    page.PutMessage(message, /*counts=*/nullptr);
-    page.PutLine(counts);
     page.Put(End::bottom, {.field = decode});
     const int label = Sizes().Line() + page.Gap() / 2;
     page.Places().Put(treeLabel, 0, page.Top(), left, label);

@@ -15,21 +15,21 @@ TEST(IniDocumentPage, FindsEditsSortsSavesAndAsksByKeyboard) {
     GalleryProcess gallery("\"" + file + "\"");
     gallery.WaitForDocument(L"desk.ini");
     gallery.Fill(Ctrl('F'), ID_DOCUMENT_FIND_TEXT, L"PAN L");
-    gallery.Press(VK_RETURN, ID_DOCUMENT_MESSAGE, L"Match 1 of 2: \"Pan law\" in [Mixer]");
+    gallery.Press(VK_RETURN, ID_PAGE_MESSAGE, L"Match 1 of 2: \"Pan law\" in [Mixer]");
 
     gallery.Fill(VK_F2, ID_DOCUMENT_VALUE_TEXT, L"one; two");
-    gallery.Press(VK_RETURN, ID_DOCUMENT_MESSAGE, L"cannot hold \";\"");
+    gallery.Press(VK_RETURN, ID_PAGE_MESSAGE, L"cannot hold \";\"");
     gallery.PressForFocus(VK_ESCAPE, ID_INI_PAIRS);
     gallery.WaitForText(ID_DOCUMENT_VALUE_TEXT, L"-4.5 dB");
 
     gallery.Fill(VK_RETURN, ID_DOCUMENT_VALUE_TEXT, L"-3 dB, linear");
-    gallery.Press(VK_RETURN, ID_DOCUMENT_MESSAGE, L"Set \"Pan law\" in [Mixer]");
+    gallery.Press(VK_RETURN, ID_PAGE_MESSAGE, L"Set \"Pan law\" in [Mixer]");
     gallery.WaitForDocument(L"*desk.ini");
 
-    gallery.Press(Alt('R'), ID_DOCUMENT_COUNTS, L"sorted");
+    gallery.Press(Alt('R'), ID_PAGE_STATE, L"sorted");
     gallery.Press(Ctrl('S'));
     gallery.Answer(IDYES);
-    gallery.WaitForText(ID_DOCUMENT_MESSAGE, L"Saved.");
+    gallery.WaitForText(ID_PAGE_MESSAGE, L"Saved.");
     gallery.WaitForDocument(L"desk.ini");
 
     gallery.Fill(VK_F2, ID_DOCUMENT_VALUE_TEXT, L"dropped");
@@ -54,7 +54,7 @@ TEST(IniDocumentPage, TellsThatADocumentIsMissing) {
     const TestFolder folder;
     GalleryProcess gallery("\"" + folder.File("missing.ini") + "\"");
     gallery.WaitForDocument(L"");
-    gallery.WaitForText(ID_DOCUMENT_MESSAGE, L"there is no such file");
+    gallery.WaitForText(ID_PAGE_MESSAGE, L"there is no such file");
 }
 
 } // namespace

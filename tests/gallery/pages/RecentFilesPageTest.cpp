@@ -20,20 +20,20 @@ TEST(RecentFilesPage, RemembersFilesAndOpensThemOnTheirPages) {
     GalleryProcess gallery("\"" + document + "\"", key.SubKey());
     gallery.WaitForDocument(L"document.ini");
     gallery.ShowPage(ID_RECENT_FILES);
-    gallery.WaitForText(ID_RECENT_COUNTS, L"Files: 2, folders: 1");
+    gallery.WaitForText(ID_PAGE_STATE, L"Files: 2, folders: 1");
     gallery.PressForFocus(Alt('F'), ID_RECENT_FILES);
     const std::wstring shown(table.begin(), table.end());
-    gallery.Press(VK_DOWN, ID_RECENT_MESSAGE, shown);
+    gallery.Press(VK_DOWN, ID_PAGE_MESSAGE, shown);
     gallery.Press(VK_RETURN);
     gallery.WaitForDocument(L"table.csv");
     gallery.WaitForFocus(ID_TABLE_LIST);
 
     gallery.PressForFocus(Ctrl(VK_TAB), ID_LANGUAGE_LIST);
     gallery.PressForFocus(Ctrl(VK_TAB), ID_RECENT_FILES);
-    gallery.Press(VK_DELETE, ID_RECENT_MESSAGE, L"Removed from the list: " + shown);
+    gallery.Press(VK_DELETE, ID_PAGE_MESSAGE, L"Removed from the list: " + shown);
     EXPECT_EQ(document, key.Texts()["Recent.1"]);
     EXPECT_EQ("", key.Texts()["Recent.2"]);
-    gallery.Press(Alt('C'), ID_RECENT_COUNTS, L"Files: 0, folders: 0");
+    gallery.Press(Alt('C'), ID_PAGE_STATE, L"Files: 0, folders: 0");
     EXPECT_EQ("", key.Texts()["Recent.1"]);
 }
 

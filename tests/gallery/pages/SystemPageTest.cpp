@@ -11,9 +11,9 @@ TEST(SystemPage, MeasuresByKeyboardOrSaysThatTheSystemCountsNothing) {
                          block[28] != 0;
     GalleryProcess gallery(ID_SYSTEM_PROCESS);
     const wchar_t* state = counted ? L"once a second" : L"no performance counters";
-    gallery.WaitForText(ID_SYSTEM_MESSAGE, state);
+    gallery.WaitForText(ID_PAGE_STATE, state);
     gallery.Fill(Alt('R'), ID_SYSTEM_PROCESS, L"no such process.exe");
-    gallery.Press(Alt('C'), ID_SYSTEM_MESSAGE, L"begins anew");
+    gallery.Press(Alt('C'), ID_PAGE_MESSAGE, L"begins anew");
     gallery.PressForFocus(VK_TAB, ID_SYSTEM_SWITCH_ON);
 }
 

@@ -5,16 +5,16 @@ namespace {
 TEST(TextPage, ShowsResultsWhileTyping) {
     GalleryProcess gallery(ID_TEXT);
     gallery.Fill(Alt('T'), ID_TEXT, L"What a jackass");
-    gallery.WaitForText(ID_TEXT_MESSAGE, L"Offensive words in the text: yes");
+    gallery.WaitForText(ID_PAGE_STATE, L"Offensive words in the text: yes");
     // What was written as a link already may lead anywhere.
     gallery.Fill(Alt('T'), ID_TEXT, L"<a href=\"C:\\a.exe\">www.b.example</a>");
     gallery.WaitForText(ID_TEXT_ADDRESS_LINK, L"http://www.b.example");
     gallery.Fill(Alt('T'), ID_TEXT, L"a&amp;b\\nx@c.example");
-    gallery.WaitForText(ID_TEXT_MESSAGE, L"Offensive words in the text: no");
+    gallery.WaitForText(ID_PAGE_STATE, L"Offensive words in the text: no");
     gallery.WaitForText(ID_TEXT_ADDRESS_LINK, L"mailto:a&amp;b\\nx@c.example");
     gallery.Fill(Alt('L'), ID_TEXT_LENGTH, L"5025006");
     gallery.Fill(Alt('S'), ID_TEXT_SIZE, L"4294967296");
-    gallery.WaitForText(ID_TEXT_MESSAGE, L"a size of at most 4294967295 bytes");
+    gallery.WaitForText(ID_PAGE_STATE, L"a size of at most 4294967295 bytes");
     gallery.Fill(Alt('S'), ID_TEXT_SIZE, L"1025");
     gallery.PressForFocus(Alt('R'), ID_TEXT_RESULTS);
     gallery.Walk(VK_END, VK_UP, ID_TEXT_RESULT,

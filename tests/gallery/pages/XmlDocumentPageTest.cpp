@@ -5,13 +5,13 @@ namespace {
 
 void Find(GalleryProcess& gallery, const std::wstring& name, const std::wstring& message) {
     gallery.Fill(Ctrl('F'), ID_DOCUMENT_FIND_TEXT, name);
-    gallery.Press(VK_RETURN, ID_DOCUMENT_MESSAGE, message);
+    gallery.Press(VK_RETURN, ID_PAGE_MESSAGE, message);
 }
 
 /// The last attribute or text of the element that is shown, which has more than one.
 void ExpectLastDetail(GalleryProcess& gallery, const std::wstring& value) {
     gallery.Press(Alt('A'));
-    gallery.Press(VK_END, ID_DOCUMENT_MESSAGE, value);
+    gallery.Press(VK_END, ID_PAGE_MESSAGE, value);
 }
 
 TEST(XmlDocumentPage, FindsShowsAndDecodesByKeyboard) {
@@ -27,13 +27,13 @@ TEST(XmlDocumentPage, FindsShowsAndDecodesByKeyboard) {
                                       many + "</many>" + deep);
     GalleryProcess gallery("\"" + file + "\"");
     gallery.WaitForDocument(L"reply.xml");
-    gallery.WaitForText(ID_DOCUMENT_COUNTS, L"Elements: 2652, attributes: 5, texts: 1,");
+    gallery.WaitForText(ID_PAGE_STATE, L"Elements: 2652, attributes: 5, texts: 1,");
     Find(gallery, L"TITLE", L"Match 1 of 2: \"title\", depth 1.");
     ExpectLastDetail(gallery, L"Ink &amp; Rope");
-    gallery.Press(Alt('D'), ID_DOCUMENT_MESSAGE, L"Loaded again: references are decoded.");
+    gallery.Press(Alt('D'), ID_PAGE_MESSAGE, L"Loaded again: references are decoded.");
     ExpectLastDetail(gallery, L"Ink & Rope");
-    gallery.Press(VK_F3, ID_DOCUMENT_MESSAGE, L"Match 2 of 2");
-    gallery.Press(VK_F3, ID_DOCUMENT_MESSAGE, L"Match 1 of 2");
+    gallery.Press(VK_F3, ID_PAGE_MESSAGE, L"Match 2 of 2");
+    gallery.Press(VK_F3, ID_PAGE_MESSAGE, L"Match 1 of 2");
 
     Find(gallery, L"wanted", L"Match 1 of 1: \"wanted\", depth 2.");
     gallery.PressForFocus(Alt('E'), ID_XML_TREE);

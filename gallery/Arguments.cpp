@@ -1,57 +1,66 @@
 #include "gallery/Arguments.h"
 
-#include "common/Require.h"
-#include "gallery/text/Text.h"
-#include "utilities/text/language/LanguageStrings.h"
-#include "utilities/text/strings/StringFunctions.h"
+#include <vector>
+#include <windows.h>
+// Needs the types above.
+#include <shellapi.h>
 
 namespace gallery {
 
 namespace {
 
-std::string Parameter(int index) {
-    char text[4096];
-    GetCommandLineParameter(index, text, sizeof text);
-    return text;
-}
-
-/// The value after an option.
-std::string Value(Arguments& arguments, int index, const char* mistake) {
-    std::string value = Parameter(index);
-    if (value.empty())
-        arguments.mistake = mistake;
-    return value;
-}
-
-void ReadParameters(Arguments& arguments) {
-    for (int i = 1;; ++i) {
-        const std::string parameter = Parameter(i);
-        if (parameter.empty())
-            return;
-        if (parameter == "--pictures")
-            arguments.pictureFolder =
-                Widen(Value(arguments, ++i, "--pictures needs a folder").c_str());
-        else if (parameter == "--language")
-            arguments.language = Value(arguments, ++i, "--language needs a name");
-        else if (parameter == "--registry")
-            arguments.registryKey = Value(arguments, ++i, "--registry needs a key");
-        else if (arguments.document.empty())
-            arguments.document = Widen(parameter.c_str());
-        else
-            arguments.mistake = "more than one document: " + parameter;
-    }
+std::vector<std::wstring> Parameters(const wchar_t* commandLine) {
+    int count = 0;
+    wchar_t** texts = CommandLineToArgvW(commandLine, &count);
+    std::vector<std::wstring> parameters;
+    for (int i = 1; texts != nullptr && i < count; ++i)
+        parameters.emplace_back(texts[i]);
+    LocalFree(texts);
+    return parameters;
 }
 
 } // namespace
 
-Arguments ReadArguments() {
-    VTR_REQUIRE(GetCurrentCodePage() == 0);
+Arguments ReadArguments(const wchar_t* commandLine) {
     Arguments arguments;
-    ReadParameters(arguments);
-    if (arguments.document.empty())
-        arguments.document = Widen((ProgramFolder() + "media-settings.ini").c_str());
-    if (arguments.registryKey.empty())
-        arguments.registryKey = "Software\\vtrutils gallery";
+    const struct {
+        const wchar_t* name;
+        std::wstring& value;
+    } options[] = {{L"--language", arguments.language},
+                   {L"--registry", arguments.registryKey},
+                   {L"--pictures", arguments.pictureFolder}};
+    const auto mistaken = [&](const char* key, const std::wstring& parameter) {
+        arguments.mistakeKey = key;
+        arguments.mistake = parameter;
+    };
+    std::wstring* wanted = nullptr; // the value of the option before
+    bool onlyFiles = false;
+    const std::vector<std::wstring> parameters = Parameters(commandLine);
+    for (const std::wstring& parameter : parameters) {
+        if (wanted != nullptr) {
+            *wanted = parameter;
+            wanted = nullptr;
+            continue;
+        }
+        for (const auto& option : options) {
+            if (!onlyFiles && parameter == option.name)
+                wanted = &option.value;
+        }
+        if (wanted != nullptr)
+            continue;
+        if (!onlyFiles && parameter == L"--")
+            onlyFiles = true;
+        else if (!onlyFiles && parameter == L"--help")
+            arguments.help = true;
+        else if (!onlyFiles && parameter.rfind(L"--", 0) == 0)
+            mistaken("UnknownOption", parameter);
+        else if (arguments.document.empty())
+            arguments.document = parameter;
+        else
+            mistaken("SecondDocument", parameter);
+    }
+    if (wanted != nullptr)
+        mistaken("MissingValue", parameters.back());
     return arguments;
 }
 

@@ -6,18 +6,20 @@
 namespace gallery {
 
 /// What the command line asks for: gallery [FILE] [--language NAME] [--registry KEY]
-/// [--pictures FOLDER]. A name with spaces needs no quotes as far as `GetCommandLineParameter` can
-/// tell where it ends.
+/// [--pictures FOLDER] [--help]. Options stand before or after the file; what follows "--" is no
+/// option.
 struct Arguments {
-    std::wstring document;      ///< the one beside the program when none is named
-    std::string language;       ///< "" for the table's default
-    std::string registryKey;    ///< below HKEY_CURRENT_USER; picture mode has its own
-    std::wstring pictureFolder; ///< "" unless in picture mode
-    std::string mistake;        ///< why the command line cannot be followed; "" when it can
+    std::wstring document;                                    ///< "" when none is named
+    std::wstring language;                                    ///< "" for the one that is remembered
+    std::wstring registryKey = L"Software\\vtrutils gallery"; ///< below HKEY_CURRENT_USER
+    std::wstring pictureFolder;                               ///< "" unless in picture mode
+    bool help = false;
+    const char* mistakeKey = nullptr; ///< why the command line cannot be followed; null when it can
+    std::wstring mistake;             ///< the parameter that is wrong
 };
 
-/// Requires: no language is chosen yet, as the system's code page is that of the command line.
-Arguments ReadArguments();
+/// `commandLine` begins with the program, as that of `GetCommandLineW` does.
+Arguments ReadArguments(const wchar_t* commandLine);
 
 } // namespace gallery
 

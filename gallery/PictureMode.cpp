@@ -1,10 +1,10 @@
 #include "gallery/PictureMode.h"
 
 #include "common/Require.h"
+#include "gallery/Output.h"
 #include "gallery/Picture.h"
 #include "gallery/app/MainWindow.h"
-
-#include <cstdio>
+#include "gallery/text/Language.h"
 
 namespace gallery {
 
@@ -38,7 +38,7 @@ bool MakePictures(MainWindow& window, const std::wstring& folder) {
     VTR_REQUIRE(IsWindowVisible(window.Handle()) != FALSE);
     if (!CreateDirectoryW(folder.c_str(), /*lpSecurityAttributes=*/nullptr) &&
         GetLastError() != ERROR_ALREADY_EXISTS) {
-        std::fprintf(stderr, "gallery: could not make the folder %ls\n", folder.c_str());
+        Print(Stream::error, L"gallery: " + Text("NoPictureFolder", {folder}));
         return false;
     }
     const PictureWriter writer;
@@ -47,13 +47,13 @@ bool MakePictures(MainWindow& window, const std::wstring& folder) {
     for (const PageEntry& page : window.Pages()) {
         const std::wstring path = folder + L"\\" + page.pictureName + L".png";
         if (MakePicture(window, index++, writer, path)) {
-            std::printf("%ls\n", path.c_str());
+            Print(Stream::output, path);
         } else {
-            std::fprintf(stderr, "gallery: no picture of the page %s\n", page.titleKey);
+            Print(Stream::error, L"gallery: " + Text("NoPicture", {Text(page.titleKey)}));
             good = false;
         }
     }
-    return std::fflush(stdout) == 0 && good;
+    return good;
 }
 
 } // namespace gallery

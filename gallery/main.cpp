@@ -1,18 +1,48 @@
 #include "gallery/Arguments.h"
+#include "gallery/Output.h"
 #include "gallery/PictureMode.h"
 #include "gallery/app/MainWindow.h"
+#include "gallery/app/Settings.h"
 #include "gallery/pages/Pages.h"
 #include "gallery/text/Language.h"
+#include "gallery/text/Text.h"
 
 #include <commctrl.h>
-#include <cstdio>
 #include <string>
 
 namespace {
 
-int Fail(const char* reason) {
-    std::fprintf(stderr, "gallery: %s\n", reason);
-    return 1;
+/// Where nobody reads what is printed, a window tells it, unless pictures are made by a script.
+int Tell(gallery::Stream stream, const std::wstring& text, bool mayAsk, int code) {
+    if (!gallery::Print(stream, text) && mayAsk)
+        MessageBoxW(/*hWnd=*/nullptr, text.c_str(), gallery::Text("Gallery").c_str(), MB_OK);
+    return code;
+}
+
+int Fail(const std::wstring& reason, bool mayAsk) {
+    return Tell(gallery::Stream::error, L"gallery: " + reason, mayAsk, /*code=*/1);
+}
+
+/// "English, German (Deutsch)".
+std::wstring LanguageNames() {
+    std::wstring names;
+    for (const std::string& language : gallery::Languages()) {
+        const std::wstring name = gallery::Widen(language.c_str());
+        const std::wstring own = gallery::OwnName(language);
+        names += (names.empty() ? L"" : L", ") + name + (own == name ? L"" : L" (" + own + L")");
+    }
+    return names;
+}
+
+/// By its name in the table or in the language itself.
+bool ChooseNamed(const std::wstring& name) {
+    for (const std::string& language : gallery::Languages()) {
+        const bool same = lstrcmpiW(name.c_str(), gallery::Widen(language.c_str()).c_str()) == 0 ||
+                          lstrcmpiW(name.c_str(), gallery::OwnName(language).c_str()) == 0;
+        if (same)
+            return gallery::ChooseLanguage(language);
+    }
+    return false;
 }
 
 bool PrepareControls() {
@@ -21,7 +51,8 @@ bool PrepareControls() {
     return InitCommonControlsEx(&classes) != FALSE;
 }
 
-/// A key below HKEY_CURRENT_USER for as long as pictures are made: the user's list of files stays.
+/// A key below HKEY_CURRENT_USER for as long as pictures are made: what is remembered neither shows
+/// in them nor changes.
 class PassingKey {
 public:
     PassingKey()
@@ -35,6 +66,12 @@ private:
     std::string name;
 };
 
+std::string KeyOf(const gallery::Arguments& arguments) {
+    std::string key;
+    gallery::Narrow(arguments.registryKey, key, CP_ACP);
+    return key;
+}
+
 int RunMessages(gallery::MainWindow& window) {
     MSG message;
     while (GetMessageW(&message, /*hWnd=*/nullptr, 0, 0) > 0) {
@@ -47,30 +84,42 @@ int RunMessages(gallery::MainWindow& window) {
     return static_cast<int>(message.wParam);
 }
 
-} // namespace
-
-int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int showCommand) {
-    const gallery::Arguments arguments = gallery::ReadArguments();
-    if (!arguments.mistake.empty())
-        return Fail(arguments.mistake.c_str());
-    gallery::OpenLanguages();
-    if (!arguments.language.empty() && !gallery::ChooseLanguage(arguments.language))
-        return Fail(("no language " + arguments.language).c_str());
+int Run(const gallery::Arguments& arguments, gallery::Settings& settings, int showCommand) {
     const bool forPictures = !arguments.pictureFolder.empty();
-    const PassingKey passingKey;
-    gallery::MainWindow window(gallery::AllPages());
-    if (!PrepareControls() ||
-        !window.Create(forPictures ? passingKey.Name() : arguments.registryKey))
-        return Fail("the window could not be made");
-    const bool opened = window.Open(arguments.document);
+    gallery::MainWindow window(gallery::AllPages(), settings);
+    if (!PrepareControls() || !window.Create())
+        return Fail(gallery::Text("NoWindow"), !forPictures);
+    const bool opened =
+        arguments.document.empty() ? window.ShowRememberedPage() : window.Open(arguments.document);
     if (!forPictures) {
         window.Show(showCommand);
         return RunMessages(window);
     }
-    if (!opened) {
-        std::fprintf(stderr, "gallery: could not open %ls\n", arguments.document.c_str());
-        return 1;
-    }
+    if (!opened)
+        return Fail(gallery::Text("NotOpenedForPictures", {arguments.document}), false);
     window.Show(SW_SHOWNORMAL);
     return gallery::MakePictures(window, arguments.pictureFolder) ? 0 : 1;
+}
+
+} // namespace
+
+int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int showCommand) {
+    const gallery::Arguments arguments = gallery::ReadArguments(GetCommandLineW());
+    const bool forPictures = !arguments.pictureFolder.empty();
+    gallery::OpenLanguages();
+    const PassingKey passingKey;
+    gallery::Settings settings(forPictures ? passingKey.Name() : KeyOf(arguments));
+    const std::string remembered = settings.Text("Language");
+    if (!remembered.empty())
+        gallery::ChooseLanguage(remembered);
+    if (!arguments.language.empty() && !ChooseNamed(arguments.language))
+        return Fail(gallery::Text("NoLanguage", {arguments.language, LanguageNames()}),
+                    !forPictures);
+    if (arguments.mistakeKey != nullptr)
+        return Fail(gallery::Text(arguments.mistakeKey, {arguments.mistake}) + L"\r\n" +
+                        gallery::Text("Usage"),
+                    !forPictures);
+    if (arguments.help)
+        return Tell(gallery::Stream::output, gallery::Text("Usage"), !forPictures, /*code=*/0);
+    return Run(arguments, settings, showCommand);
 }

@@ -6,6 +6,7 @@
 
 #define GALLERY_WINDOW_CLASS L"VtrGallery"
 #define GALLERY_PAGE_CLASS L"VtrGalleryPage"
+#define GALLERY_PAGE_AREA_CLASS L"VtrGalleryPageArea"
 
 #define ID_ACCELERATORS 100
 
@@ -20,9 +21,20 @@
 #define ID_PREVIOUS_PAGE 108
 #define ID_UNDO 109
 #define ID_REDO 110
-#define ID_PLAY 111
-#define ID_RESUME 112
-#define ID_TRY 113
+#define ID_EXIT 111
+#define ID_CUT 112
+#define ID_COPY 113
+#define ID_PASTE 114
+#define ID_SELECT_ALL 115
+#define ID_HELP_PAGE 116
+#define ID_ABOUT 117
+#define ID_PLAY 118
+#define ID_RESUME 119
+#define ID_TRY 120
+
+/* A window with a text to read. */
+#define ID_READER 150
+#define ID_READER_TEXT 151
 
 /* Controls of the main window. */
 #define ID_PAGE_LABEL 200
@@ -213,5 +225,9 @@
 #define ID_ICON_DOCUMENTS_SHORTCUT 1615
 #define ID_ICON_PICTURES_SHORTCUT 1616
 #define ID_ICON_DESKTOP_SHORTCUT 1617
+
+/* The pages and the languages in the menus, by their order. */
+#define ID_FIRST_PAGE 20000
+#define ID_FIRST_LANGUAGE 21000
 
 #endif

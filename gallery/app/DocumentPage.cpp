@@ -197,6 +197,14 @@ void DocumentPage::SaveAs() {
     Tell(Text(wording.savedAs));
 }
 
+bool DocumentPage::Offers(int command) const {
+    if (command == ID_FIND)
+        return document.Loaded();
+    if (command == ID_EDIT)
+        return Values() != nullptr && Values()->Selected() >= 0;
+    return Page::Offers(command);
+}
+
 bool DocumentPage::MayClose() {
     Commit();
     if (!document.Changed())

@@ -18,6 +18,7 @@ public:
     void Shown() override;
     std::wstring DocumentName() const override;
     bool Unsaved() const override { return document.Changed(); }
+    bool Offers(int command) const override;
     bool MayClose() override;
     bool Open(const std::wstring& path) override;
 

@@ -1,9 +1,12 @@
 #ifndef VTRUTILS_GALLERY_APP_MAINWINDOW_H
 #define VTRUTILS_GALLERY_APP_MAINWINDOW_H
 
+#include "gallery/app/MainMenu.h"
 #include "gallery/app/Page.h"
+#include "gallery/app/PageList.h"
 #include "gallery/app/RecentFiles.h"
-#include "gallery/widgets/ListView.h"
+#include "gallery/app/Settings.h"
+#include "gallery/widgets/ScrollArea.h"
 
 #include <memory>
 #include <span>
@@ -12,19 +15,20 @@
 
 namespace gallery {
 
-/// The window: the list of pages on the left, the chosen page on the right. A page is made when it
-/// is first shown. One thread at a time.
+/// The window: the list of pages on the left, the chosen page on the right, under a heading that
+/// tells its title and its document. A page is made when it is first shown. One thread at a time.
 class MainWindow : public Window, private PageHost {
 public:
-    /// `table` has a page or more and outlives the window.
-    explicit MainWindow(std::span<const PageEntry> table) : pages(table), made(table.size()) {}
+    /// `table` has a page or more; it and `remembered` outlive the window.
+    MainWindow(std::span<const PageEntry> table, Settings& remembered);
 
-    /// Remembers files in this key below HKEY_CURRENT_USER. False, with `GetLastError`, when a
-    /// window cannot be made.
-    bool Create(const std::string& registryKey);
+    /// Where it was when it was closed last. False, with `GetLastError`, when a window cannot be
+    /// made.
+    bool Create();
     void Show(int showCommand);
 
-    /// False when the page cannot be made.
+    /// Shows the page that was shown last. False when the page cannot be made.
+    bool ShowRememberedPage();
     bool ShowPage(int index);
     std::span<const PageEntry> Pages() const { return pages; }
     /// Shows the page for files with this extension, or else the first one, and opens the file
@@ -44,36 +48,54 @@ protected:
 
 private:
     RecentFiles& Recent() override { return recent; }
+    Settings& Remembered() override { return settings; }
     void OpenFile(const std::wstring& path) override;
     void OpenFileAs(const std::wstring& path, const std::wstring& extension) override;
     unsigned Inputs() const override { return inputs; }
     void DocumentChanged() override;
     void LanguageChanged() override;
 
+    bool MakeControls();
     void Sized() override { Arrange(); }
     void Command(int id, int notification) override;
+    bool CommandOfWindow(int id);
+    void CommandOfPage(int id, int notification);
     LRESULT Notify(const NMHDR& header) override;
+    const PageEntry& Entry() const { return pages[static_cast<std::size_t>(current)]; }
     bool GoTo(int index);
     int PageCount() const { return static_cast<int>(pages.size()); }
     bool OpenAs(const std::wstring& path, const std::wstring& extension);
     int PageOfFiles(const std::wstring& extension) const;
     void StepPage(int step);
+    void UseLanguage(int index);
+    void TakeFiles(WPARAM drop);
+    void AskForCommand(HWND control, LPARAM place);
     void SetDpi(unsigned dpi);
     void Restyle();
     void Arrange();
-    void LimitSize(MINMAXINFO& limits) const;
+    int ArrangeHeading(Placement& placement, int left, int width) const;
+    void PlaceWindow();
+    void Remember();
     void KeepFocus();
     void MoveFocus(WPARAM wanted, bool isControl) const;
     bool MayClose() const;
 
     std::span<const PageEntry> pages;
+    Settings& settings;
     RecentFiles recent;
     Look look;
     Captions captions;
+    Tips tips;
+    HACCEL accelerators;
+    MainMenu menu;
     HWND pageLabel = nullptr;
-    ListView pageList;
+    PageList pageList;
+    HWND heading = nullptr;
+    HWND sentence = nullptr;
+    ScrollArea area;
     HWND lastFocus = nullptr;
-    HACCEL accelerators = nullptr;
+    HWND revealed = nullptr; ///< what had the focus when that was looked at last
+    bool startsMaximized = false;
     std::vector<std::unique_ptr<Page>> made; ///< by index of the table; null until first shown
     int current = -1;
     unsigned inputs = 0;

@@ -1,6 +1,7 @@
 #include "gallery/app/Page.h"
 
 #include "gallery/app/ControlIds.h"
+#include "gallery/app/Settings.h"
 #include "gallery/widgets/Controls.h"
 #include "gallery/widgets/Drawing.h"
 
@@ -9,6 +10,12 @@
 #include <windowsx.h>
 
 namespace gallery {
+
+namespace {
+
+constexpr char widthSetting[] = "Columns.";
+
+} // namespace
 
 bool Page::Create(HWND parent, PageHost& newHost) {
     host = &newHost;
@@ -20,6 +27,7 @@ bool Page::Create(HWND parent, PageHost& newHost) {
 bool Page::AddList(ListView& list, const char* nameKey, int id, ListView::Titles titles,
                    ListView::TextOfCell textOfCell) {
     lists.push_back(&list);
+    list.SetOwnWidths(host->Remembered().Numbers(widthSetting + std::to_string(id)));
     return list.Create(Handle(), nameKey, id, titles, std::move(textOfCell));
 }
 
@@ -91,17 +99,39 @@ std::vector<PageCommand> Page::Commands() const {
     return commands;
 }
 
+const ListView* Page::FocusedList() const {
+    const HWND focus = GetFocus();
+    const auto found = std::find_if(lists.begin(), lists.end(), [focus](const ListView* list) {
+        return list->Handle() == focus;
+    });
+    return found != lists.end() ? *found : nullptr;
+}
+
 bool Page::Offers(int command) const {
+    if (command == ID_COPY)
+        return FocusedList() != nullptr && FocusedList()->Selected() >= 0;
     const HWND button = GetDlgItem(Handle(), command);
     return button != nullptr && IsWindowEnabled(button) != FALSE;
 }
 
 void Page::Give(int command) {
+    if (command == ID_COPY) {
+        if (FocusedList() != nullptr)
+            CopyToClipboard(Handle(), FocusedList()->SelectedText());
+        return;
+    }
     const HWND button = GetDlgItem(Handle(), command);
-    if (button != nullptr && IsButton(button))
+    // A click would take the focus to a button, and a box must change.
+    if (button != nullptr && IsCheckBox(button))
         SendMessageW(button, BM_CLICK, 0, 0);
     else
-        Command(command, /*notification=*/0);
+        Command(command, BN_CLICKED);
+}
+
+void Page::RememberWidths(const ListView& list) {
+    host->Remembered().SetNumbers(widthSetting + std::to_string(GetDlgCtrlID(list.Handle())),
+                                  list.OwnWidths());
+    Rearrange();
 }
 
 LRESULT Page::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -159,6 +189,8 @@ LRESULT Page::Notify(const NMHDR& header) {
     for (ListView* list : lists) {
         if (list->Notified(header, result))
             return result;
+        if (list->WidthChosen(header))
+            RememberWidths(*list);
     }
     if (ListView::SelectionMoved(header))
         ForgetMessage();

@@ -16,12 +16,16 @@
 namespace gallery {
 
 class RecentFiles;
+class Settings;
 
 /// What a page may ask of the window that shows it. One thread at a time.
 class PageHost {
 public:
     /// What was opened and saved, on all pages.
     virtual RecentFiles& Recent() = 0;
+
+    /// What is remembered from one run to the next.
+    virtual Settings& Remembered() = 0;
 
     /// Shows the page for files with this extension and opens the file there.
     virtual void OpenFile(const std::wstring& path) = 0;
@@ -82,7 +86,8 @@ public:
     /// Clears a message about something that the user did earlier.
     void ForgetMessage();
 
-    /// Gives a command as its button does.
+    /// Gives a command as its button does: ID_COPY copies the selected row of the list with the
+    /// focus.
     void Give(int command);
 
     /// The user went to the page, without a file to open there.
@@ -167,6 +172,9 @@ private:
     LRESULT Notify(const NMHDR& header) final;
     void Tell(const std::wstring& text, Tone tone);
     void Draw(const DRAWITEMSTRUCT& item) const;
+    /// The list with the focus; null for none.
+    const ListView* FocusedList() const;
+    void RememberWidths(const ListView& list);
     /// Null for none.
     const Link* LinkAt(POINT point) const;
     void Click(const Link* link);
@@ -182,6 +190,12 @@ private:
     const Look* look = nullptr;
 };
 
+/// Calls that a page shows, and the header that declares them.
+struct HeaderCalls {
+    const wchar_t* header;
+    const wchar_t* calls;
+};
+
 /// What the main window is told about a page.
 struct PageEntry {
     const char* titleKey;
@@ -189,6 +203,9 @@ struct PageEntry {
     const wchar_t* pictureName;     ///< of the PNG, without ".png"
     const wchar_t* extension = nullptr; ///< of the files that it opens; null when it opens none
     std::unique_ptr<Page> (*make)();
+    const char* sentenceKey = nullptr; ///< says under the heading what the page is for
+    const char* helpKey = nullptr;     ///< says more, in the help
+    std::span<const HeaderCalls> calls = {};
 };
 
 } // namespace gallery

@@ -1,7 +1,7 @@
 #include "gallery/app/RecentFiles.h"
 
+#include "gallery/text/Language.h"
 #include "gallery/text/Text.h"
-#include "vtrfutls/FileNames.h"
 
 #include <algorithm>
 #include <ctime>
@@ -13,7 +13,8 @@ namespace {
 /// The library's list has no end of its own.
 constexpr int longestList = 20;
 
-char baseName[] = "Recent";
+/// The longest path, in UTF-8, that the library's list of folders holds whole.
+constexpr std::size_t longestFolder = 263;
 
 constexpr long long ticksPerSecond = 10'000'000;
 constexpr long long secondsFrom1601To1970 = 11'644'473'600;
@@ -27,10 +28,6 @@ FILETIME TimeOfSeconds(long long seconds) {
         static_cast<unsigned long long>((seconds + secondsFrom1601To1970) * ticksPerSecond));
 }
 
-long long SecondsOfTicks(unsigned long long ticks) {
-    return static_cast<long long>(ticks) / ticksPerSecond - secondsFrom1601To1970;
-}
-
 unsigned long LengthOf(const std::wstring& path) {
     WIN32_FILE_ATTRIBUTE_DATA data{};
     if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data))
@@ -42,63 +39,115 @@ bool Exists(const std::wstring& path) {
     return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
-std::string FolderOf(const char* path) {
-    char folder[MAX_PATH] = "";
-    ExtractDirectory(path, folder, sizeof folder);
-    return folder;
+/// The library has no number of entries.
+int Count(const CMRUList& files) {
+    int count = 0;
+    while (files.GetFileWithPath(static_cast<unsigned>(count)) != nullptr)
+        ++count;
+    return count;
+}
+
+/// The library saves the lengths that follow an entry whose file is gone under other numbers than
+/// the paths, so such entries go first.
+void DropMissing(CMRUList& files, unsigned codePage) {
+    for (int i = Count(files) - 1; i >= 0; --i) {
+        const auto index = static_cast<unsigned>(i);
+        if (!Exists(Widen(files.GetFileWithPath(index), codePage)))
+            files.RemoveFile(index, /*save=*/false);
+    }
+}
+
+/// That of the system's code page keeps the name that it had when there was no other.
+std::string NameOfList(unsigned codePage) {
+    return codePage == GetACP() ? "Recent" : "Recent-" + std::to_string(codePage);
 }
 
 } // namespace
 
-RecentFiles::RecentFiles() : files(baseName) {}
+RecentFiles::List::List(const std::string& newLanguage, unsigned newCodePage)
+    : language(newLanguage), codePage(newCodePage),
+      files(std::make_unique<CMRUList>(NameOfList(newCodePage).data())) {}
 
 void RecentFiles::Load(const std::string& registryKey) {
-    files.Init(HKEY_CURRENT_USER, registryKey.c_str());
-    // The oldest first, as if they were used again.
-    for (int i = Count() - 1; i >= 0; --i) {
-        const _MRUData file = files.GetMRUItem(static_cast<unsigned>(i));
-        UseFolder(FolderOf(file.path), SecondsOfTicks(file.lastTime));
+    for (const std::string& language : Languages()) {
+        const unsigned codePage = CodePageOf(language);
+        if (std::none_of(lists.begin(), lists.end(),
+                         [=](const List& list) { return list.codePage == codePage; }))
+            lists.emplace_back(language, codePage);
+    }
+    std::stable_partition(lists.begin(), lists.end(),
+                          [](const List& list) { return list.codePage == GetACP(); });
+    for (const List& list : lists) {
+        const LanguageScope scope(list.language);
+        list.files->Init(HKEY_CURRENT_USER, registryKey.c_str());
     }
 }
 
 void RecentFiles::Use(const std::wstring& path) {
     std::string narrow;
-    if (!Narrow(path, narrow))
+    const auto list = std::find_if(lists.begin(), lists.end(), [&](const List& one) {
+        return Narrow(path, narrow, one.codePage);
+    });
+    if (list == lists.end())
         return;
-    DropMissing(/*kept=*/-1);
-    for (int i = Count(); i >= longestList; --i)
-        files.RemoveFile(static_cast<unsigned>(i - 1), /*save=*/false);
-    files.AddFile(narrow.c_str(), LengthOf(path));
-    UseFolder(FolderOf(narrow.c_str()), _time64(nullptr));
+    const LanguageScope scope(list->language);
+    DropMissing(*list->files, list->codePage);
+    for (int i = Count(*list->files); i >= longestList; --i)
+        list->files->RemoveFile(static_cast<unsigned>(i - 1), /*save=*/false);
+    list->files->AddFile(narrow.c_str(), LengthOf(path));
+    UseFolder(path.substr(0, path.size() - NameOfFile(path).size()));
 }
 
-void RecentFiles::UseFolder(std::string folder, long long seconds) {
+void RecentFiles::UseFolder(const std::wstring& path) {
+    std::string folder;
+    if (!Narrow(path, folder, CP_UTF8) || folder.size() > longestFolder)
+        return;
     const _lastDirList* known = folders.ContainsDir(folder.data());
     // The one that was used last stands in front of others of the same second.
     if (known != nullptr)
         folderPaths.erase(std::find(folderPaths.begin(), folderPaths.end(), known->path));
     folderPaths.insert(folderPaths.begin(), known != nullptr ? known->path : folder);
-    folders.UpdateOrAdd(folder.data(), seconds, known != nullptr ? known->value + 1 : 1,
+    folders.UpdateOrAdd(folder.data(), _time64(nullptr), known != nullptr ? known->value + 1 : 1,
                         /*reposition=*/1);
 }
 
-void RecentFiles::Remove(int file) {
-    files.RemoveFile(static_cast<unsigned>(DropMissing(file)), /*save=*/true);
+void RecentFiles::Remove(const std::wstring& path) {
+    for (const List& list : lists) {
+        const LanguageScope scope(list.language);
+        std::string narrow;
+        const int index =
+            Narrow(path, narrow, list.codePage) ? list.files->IndexOf(narrow.c_str()) : -1;
+        if (index < 0)
+            continue;
+        list.files->RemoveFile(static_cast<unsigned>(index), /*save=*/false);
+        DropMissing(*list.files, list.codePage);
+        list.files->RemoveFile(static_cast<unsigned>(Count(*list.files)), /*save=*/true);
+    }
 }
 
 void RecentFiles::Clear() {
-    files.ClearMRUList(/*save=*/true);
+    for (const List& list : lists) {
+        const LanguageScope scope(list.language);
+        list.files->ClearMRUList(/*save=*/true);
+    }
     folders.DeleteAll();
     folderPaths.clear();
 }
 
 std::vector<RecentFiles::File> RecentFiles::Files() const {
     std::vector<File> result;
-    for (int i = 0; i < Count(); ++i) {
-        const _MRUData file = files.GetMRUItem(static_cast<unsigned>(i));
-        const std::wstring path = Widen(file.path);
-        result.push_back({path, file.lastLength, TimeOfTicks(file.lastTime), Exists(path)});
+    for (const List& list : lists) {
+        for (int i = 0; i < Count(*list.files); ++i) {
+            const _MRUData file = list.files->GetMRUItem(static_cast<unsigned>(i));
+            const std::wstring path = Widen(file.path, list.codePage);
+            result.push_back({path, file.lastLength, TimeOfTicks(file.lastTime), Exists(path)});
+        }
     }
+    std::stable_sort(result.begin(), result.end(), [](const File& a, const File& b) {
+        return CompareFileTime(&a.used, &b.used) > 0;
+    });
+    if (result.size() > longestList)
+        result.resize(longestList);
     return result;
 }
 
@@ -112,30 +161,8 @@ std::vector<RecentFiles::Folder> RecentFiles::Folders() const {
                      [](const auto* a, const auto* b) { return a->time > b->time; });
     std::vector<Folder> result;
     for (const _lastDirList* entry : entries)
-        result.push_back({Widen(entry->path), TimeOfSeconds(entry->time), entry->value});
+        result.push_back({Widen(entry->path, CP_UTF8), TimeOfSeconds(entry->time), entry->value});
     return result;
-}
-
-/// The library saves the lengths that follow an entry whose file is gone under other numbers than
-/// the paths, so such entries go first. Returns where the entry with index `kept` is then.
-int RecentFiles::DropMissing(int kept) {
-    for (int i = Count() - 1; i >= 0; --i) {
-        const auto index = static_cast<unsigned>(i);
-        if (i == kept || Exists(Widen(files.GetFileWithPath(index))))
-            continue;
-        files.RemoveFile(index, /*save=*/false);
-        if (i < kept)
-            --kept;
-    }
-    return kept;
-}
-
-/// The library has no number of entries.
-int RecentFiles::Count() const {
-    int count = 0;
-    while (files.GetFileWithPath(static_cast<unsigned>(count)) != nullptr)
-        ++count;
-    return count;
 }
 
 } // namespace gallery

@@ -4,6 +4,7 @@
 #include "utilities/containers/LastDirList.h"
 #include "utilities/containers/MRUList.h"
 
+#include <memory>
 #include <string>
 #include <vector>
 #include <windows.h>
@@ -12,6 +13,10 @@ namespace gallery {
 
 /// The files that were opened and saved, newest first, kept in the registry; and the folders they
 /// were in, as long as the program runs. One thread at a time.
+///
+/// The library's list holds narrow paths, and takes them for those of the current language. There
+/// is one list for each code page of the languages, used in that language only, so that no file is
+/// lost, whichever language is chosen.
 class RecentFiles {
 public:
     struct File {
@@ -27,29 +32,31 @@ public:
         int uses; ///< of files in it
     };
 
-    RecentFiles();
-
-    /// Takes the list of a key below HKEY_CURRENT_USER, where it is kept from then on.
+    /// Takes the lists of a key below HKEY_CURRENT_USER, where they are kept from then on.
     void Load(const std::string& registryKey);
 
-    /// The file was opened or saved. Does nothing if the language's code page lacks a character of
+    /// The file was opened or saved. Does nothing if no language's code page has all characters of
     /// its name.
     void Use(const std::wstring& path);
-    void Remove(int file);
+    void Remove(const std::wstring& path);
     void Clear();
 
     std::vector<File> Files() const;
     std::vector<Folder> Folders() const;
 
 private:
-    int Count() const;
-    int DropMissing(int kept);
-    void UseFolder(std::string folder, long long seconds);
+    struct List {
+        List(const std::string& newLanguage, unsigned newCodePage);
+        std::string language;
+        unsigned codePage;
+        std::unique_ptr<CMRUList> files;
+    };
+    void UseFolder(const std::wstring& path);
 
-    // Their questions are not const.
-    mutable CMRUList files;
+    std::vector<List> lists; ///< that of the system's code page first
+    // Its questions are not const.
     mutable CLastDirList folders;
-    /// In no order: the library's list tells about one folder at a time.
+    /// In no order: the library's list tells about one folder at a time. Both have them in UTF-8.
     mutable std::vector<std::string> folderPaths;
 };
 

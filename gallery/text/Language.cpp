@@ -54,6 +54,13 @@ void Replace(std::wstring& text, const std::wstring& place, const std::wstring& 
         text.replace(found, place.size(), value);
 }
 
+/// Texts of the library are taken apart with the character rules of the language's code page.
+void TakeCodePage(std::string language) {
+    SetLanguage(language.data());
+    const unsigned codePage = GetCurrentCodePage();
+    _setmbcp(codePage != 0 ? static_cast<int>(codePage) : _MB_CP_ANSI);
+}
+
 bool IsFound(const std::string& key) {
     // A look-up regards no case, and without a text gives its key back as it was asked for.
     std::string upper = key;
@@ -96,17 +103,36 @@ bool ChooseLanguage(const std::string& name) {
         return false;
     chosen = *named;
     SetStringFile(file.data());
-    SetLanguage(chosen.data());
+    TakeCodePage(chosen);
     OverrideUtilitiesStringFile(StringFile(chosen, /*useDefault=*/false, libraryStrings).data());
-    // Texts of the library are taken apart with the character rules of this code page.
-    const unsigned codePage = GetCurrentCodePage();
-    _setmbcp(codePage != 0 ? static_cast<int>(codePage) : _MB_CP_ANSI);
     textsOfLanguage.clear();
     return true;
 }
 
 const std::string& ChosenLanguage() {
     return chosen;
+}
+
+std::wstring OwnName(const std::string& language) {
+    char name[128] = "";
+    const int length = MyLoadString("LanguageOwnName", name, sizeof name,
+                                    StringFile(language, /*useDefault=*/false).data(),
+                                    /*processEscapes=*/true);
+    return length > 0 ? Widen(name, CodePageOf(language)) : Widen(language.c_str());
+}
+
+unsigned CodePageOf(const std::string& language) {
+    std::string name = language;
+    const unsigned codePage = GetCodePageFromLanguage(name.data());
+    return codePage != 0 ? codePage : GetACP();
+}
+
+LanguageScope::LanguageScope(const std::string& language) {
+    TakeCodePage(language);
+}
+
+LanguageScope::~LanguageScope() {
+    TakeCodePage(chosen);
 }
 
 unsigned char Charset() {

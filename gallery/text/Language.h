@@ -20,6 +20,22 @@ std::vector<std::string> Languages();
 bool ChooseLanguage(const std::string& name);
 const std::string& ChosenLanguage();
 
+/// What the language calls itself, in its own letters.
+std::wstring OwnName(const std::string& language);
+
+/// The code page of its texts; that of the system for the table's 0.
+unsigned CodePageOf(const std::string& language);
+
+/// The library takes narrow paths for those of this language until the end of the scope. One thread
+/// at a time.
+class LanguageScope {
+public:
+    explicit LanguageScope(const std::string& language);
+    LanguageScope(const LanguageScope&) = delete;
+    LanguageScope& operator=(const LanguageScope&) = delete;
+    ~LanguageScope();
+};
+
 /// What fonts must be made for to show the language.
 unsigned char Charset();
 

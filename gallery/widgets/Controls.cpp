@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <commctrl.h>
+#include <cstring>
 
 namespace gallery {
 
@@ -106,6 +107,10 @@ bool IsButton(HWND control) {
     return (SendMessageW(control, WM_GETDLGCODE, 0, 0) & DLGC_BUTTON) != 0;
 }
 
+bool IsCheckBox(HWND button) {
+    return (GetWindowLongPtrW(button, GWL_STYLE) & BS_TYPEMASK) == BS_AUTOCHECKBOX;
+}
+
 bool IsChecked(HWND checkBox) {
     return SendMessageW(checkBox, BM_GETCHECK, 0, 0) == BST_CHECKED;
 }
@@ -119,6 +124,23 @@ void SetChoices(HWND choice, const std::vector<std::wstring>& texts, int chosen)
 
 int Chosen(HWND choice) {
     return static_cast<int>(SendMessageW(choice, CB_GETCURSEL, 0, 0));
+}
+
+void CopyToClipboard(HWND window, const std::wstring& text) {
+    const std::size_t bytes = (text.size() + 1) * sizeof(wchar_t);
+    const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, bytes);
+    void* room = memory != nullptr ? GlobalLock(memory) : nullptr;
+    if (room != nullptr) {
+        std::memcpy(room, text.c_str(), bytes);
+        GlobalUnlock(memory);
+    }
+    bool taken = false;
+    if (room != nullptr && OpenClipboard(window)) {
+        taken = EmptyClipboard() && SetClipboardData(CF_UNICODETEXT, memory) != nullptr;
+        CloseClipboard();
+    }
+    if (!taken)
+        GlobalFree(memory);
 }
 
 void SetFontOfChildren(HWND parent, HFONT font) {

@@ -34,12 +34,15 @@ void SetText(HWND control, const std::wstring& text);
 void FocusAndSelect(HWND edit);
 
 bool IsButton(HWND control);
+bool IsCheckBox(HWND button);
 bool IsChecked(HWND checkBox);
 
 /// The texts of a choice, the one with index `chosen` chosen without a notification.
 void SetChoices(HWND choice, const std::vector<std::wstring>& texts, int chosen);
 /// -1 for none.
 int Chosen(HWND choice);
+
+void CopyToClipboard(HWND window, const std::wstring& text);
 
 void SetFontOfChildren(HWND parent, HFONT font);
 

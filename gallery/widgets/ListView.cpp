@@ -3,8 +3,10 @@
 #include "gallery/text/Language.h"
 #include "gallery/text/Text.h"
 #include "gallery/widgets/Controls.h"
+#include "gallery/widgets/Drawing.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace gallery {
@@ -15,9 +17,11 @@ namespace {
 COLORREF QuietSelection() {
     const COLORREF strong = GetSysColor(COLOR_HIGHLIGHT);
     const COLORREF paper = GetSysColor(COLOR_WINDOW);
-    const auto mix = [](int a, int b) { return static_cast<BYTE>((a + 3 * b) / 4); };
-    return RGB(mix(GetRValue(strong), GetRValue(paper)), mix(GetGValue(strong), GetGValue(paper)),
-               mix(GetBValue(strong), GetBValue(paper)));
+    return Mix(strong, paper, /*part=*/4);
+}
+
+COLORREF HeadingColour() {
+    return Mix(GetSysColor(COLOR_WINDOWTEXT), GetSysColor(COLOR_HIGHLIGHT), /*part=*/6);
 }
 
 /// With a space after it, because some systems cut off the last pixels of a title.
@@ -50,6 +54,7 @@ void ListView::AddColumn(const char* titleKey, Align align) {
 
 void ListView::SetColumns(const std::vector<std::wstring>& titles) {
     columns.clear();
+    ownWidths.clear();
     while (ListView_DeleteColumn(list, 0)) {
     }
     for (std::size_t i = 0; i < titles.size(); ++i)
@@ -80,6 +85,7 @@ void ListView::UpdateTexts() {
 }
 
 void ListView::SetLook(const Look& look) {
+    dpi = static_cast<unsigned>(look.Pixels(96));
     vtr::ImageList images(ImageList_Create(/*cx=*/1, look.Line() + look.Pixels(6), ILC_COLOR,
                                            /*cInitial=*/1, /*cGrow=*/0));
     ListView_SetImageList(list, images.Get(), LVSIL_SMALL);
@@ -87,8 +93,66 @@ void ListView::SetLook(const Look& look) {
 }
 
 void ListView::SetColumnWidth(int column, int pixels) {
+    const auto index = static_cast<std::size_t>(column);
+    if (index < ownWidths.size() && ownWidths[index] > 0)
+        pixels = MulDiv(ownWidths[index], static_cast<int>(dpi), 96);
     if (ListView_GetColumnWidth(list, column) != pixels)
         ListView_SetColumnWidth(list, column, std::max(pixels, 0));
+}
+
+int ListView::ColumnCount() const {
+    return Header_GetItemCount(ListView_GetHeader(list));
+}
+
+int ListView::NaturalWidth(const Look& look, int column) const {
+    constexpr int looked = 60;
+    wchar_t title[128] = L"";
+    LVCOLUMNW description{};
+    description.mask = LVCF_TEXT;
+    description.pszText = title;
+    description.cchTextMax = static_cast<int>(std::size(title));
+    SendMessageW(list, LVM_GETCOLUMNW, static_cast<WPARAM>(column),
+                 reinterpret_cast<LPARAM>(&description));
+    int widest = look.TextWidth(title) + look.Pixels(4);
+    const int rows = std::min(ListView_GetItemCount(list), looked);
+    for (int row = 0; row < rows; ++row)
+        widest = std::max(widest, look.TextWidth(cell(row, column)));
+    return widest + look.Pixels(16);
+}
+
+void ListView::FitColumns(const Look& look, int listWidth, int stretched) {
+    const int count = ColumnCount();
+    const int room = RoomForColumns(listWidth);
+    std::vector<int> widths;
+    int others = 0;
+    for (int column = 0; column < count; ++column) {
+        widths.push_back(NaturalWidth(look, column));
+        others += column == stretched ? 0 : widths.back();
+    }
+    // The rest is scrolled to.
+    const int most = room * 3 / 4;
+    for (int column = 0; column < count; ++column) {
+        int& width = widths[static_cast<std::size_t>(column)];
+        if (column != stretched && others > most)
+            width = MulDiv(width, most, others);
+    }
+    widths[static_cast<std::size_t>(stretched)] = room - std::min(others, most);
+    for (int column = 0; column < count; ++column)
+        SetColumnWidth(column, widths[static_cast<std::size_t>(column)]);
+}
+
+bool ListView::WidthChosen(const NMHDR& header) {
+    const bool released = header.code == HDN_DIVIDERDBLCLICKW;
+    if (header.hwndFrom != ListView_GetHeader(list) || (!released && header.code != HDN_ENDTRACKW))
+        return false;
+    const auto& change = reinterpret_cast<const NMHEADERW&>(header);
+    const bool known = change.pitem != nullptr && (change.pitem->mask & HDI_WIDTH) != 0;
+    if (change.iItem < 0 || (!released && !known))
+        return false;
+    ownWidths.resize(static_cast<std::size_t>(ColumnCount()));
+    ownWidths[static_cast<std::size_t>(change.iItem)] =
+        released ? 0 : std::max(1, MulDiv(change.pitem->cxy, 96, static_cast<int>(dpi)));
+    return true;
 }
 
 int ListView::RoomForColumns(int listWidth) {
@@ -109,6 +173,14 @@ void ListView::SetRows(int count) {
 
 void ListView::RedrawRows() {
     InvalidateRect(list, nullptr, /*bErase=*/FALSE);
+}
+
+std::wstring ListView::SelectedText() const {
+    std::wstring text;
+    const int row = Selected();
+    for (int column = 0; row >= 0 && column < ColumnCount(); ++column)
+        text += (column > 0 ? L"\t" : L"") + cell(row, column);
+    return text;
 }
 
 int ListView::Selected() const {
@@ -165,8 +237,14 @@ bool ListView::DoubleClicked(const NMHDR& header) {
 LRESULT ListView::Draw(NMLVCUSTOMDRAW& draw) const {
     if (draw.nmcd.dwDrawStage == CDDS_PREPAINT)
         return CDRF_NOTIFYITEMDRAW;
-    if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT || GetFocus() == list ||
-        static_cast<int>(draw.nmcd.dwItemSpec) != Selected())
+    const int row = static_cast<int>(draw.nmcd.dwItemSpec);
+    if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT)
+        return CDRF_DODEFAULT;
+    if (isHeading && isHeading(row)) {
+        draw.clrText = HeadingColour();
+        return CDRF_NEWFONT;
+    }
+    if (GetFocus() == list || row != Selected())
         return CDRF_DODEFAULT;
     draw.nmcd.uItemState &= ~UINT{CDIS_SELECTED};
     draw.clrTextBk = QuietSelection();
@@ -182,7 +260,10 @@ LRESULT ListView::FindRow(const NMLVFINDITEMW& wanted) const {
     const int count = ListView_GetItemCount(list);
     for (int i = 0; i < count; ++i) {
         const int row = (std::max(wanted.iStart, 0) + i) % count;
-        if (LowerCase(cell(row, 0)).compare(0, start.size(), start) == 0)
+        const std::wstring text = LowerCase(cell(row, 0));
+        // Rows below a heading are indented.
+        const std::size_t begin = std::min(text.find_first_not_of(L' '), text.size());
+        if (text.compare(begin, start.size(), start) == 0)
             return row;
     }
     return -1;

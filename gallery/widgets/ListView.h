@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace gallery {
@@ -29,13 +30,32 @@ public:
     /// Sets name and titles in the language that is chosen now, and asks for the cells again.
     void UpdateTexts();
     void SetLook(const Look& look);
+    /// A column that the user made wider or narrower keeps the user's width.
     void SetColumnWidth(int column, int pixels);
+    /// Makes columns as wide as titles and texts of the first rows; the column with index
+    /// `stretched` takes what is left of a list of that width, or is cut where there is too little.
+    void FitColumns(const Look& look, int listWidth, int stretched);
+
+    /// What the user chose, in units of 1/96 inch, 0 for a column that fits itself.
+    const std::vector<int>& OwnWidths() const { return ownWidths; }
+    void SetOwnWidths(const std::vector<int>& widths) { ownWidths = widths; }
+    /// True when the notification says that the user chose the width of a column, or with a double
+    /// click gave it back.
+    bool WidthChosen(const NMHDR& header);
     /// What is left for the columns of a list of that width that has, or may get, a scroll bar.
     static int RoomForColumns(int listWidth);
 
     /// Shows that many rows, the first one selected without a notification.
     void SetRows(int count);
     void RedrawRows();
+
+    /// Rows that stand above others as their title; they can be selected all the same.
+    void SetHeadings(std::function<bool(int row)> isHeadingRow) {
+        isHeading = std::move(isHeadingRow);
+    }
+
+    /// The texts of the selected row, with tabs between them; "" for none.
+    std::wstring SelectedText() const;
 
     /// -1 for none.
     int Selected() const;
@@ -55,6 +75,8 @@ public:
 
 private:
     void InsertColumn(int index, std::wstring title, Align align);
+    int NaturalWidth(const Look& look, int column) const;
+    int ColumnCount() const;
     LRESULT Draw(NMLVCUSTOMDRAW& draw) const;
     LRESULT FindRow(const NMLVFINDITEMW& wanted) const;
 
@@ -62,6 +84,9 @@ private:
     vtr::ImageList rowHeight; ///< of empty images: rows are as high as these
     const char* name = nullptr;
     std::vector<const char*> columns; ///< the keys of their titles
+    std::vector<int> ownWidths;
+    unsigned dpi = 96;
+    std::function<bool(int row)> isHeading;
     bool quiet = false;
     TextOfCell cell;
     std::wstring shown; ///< the text handed out last

@@ -67,8 +67,12 @@ void Look::Update(unsigned newDpi) {
     LOGFONTW description{};
     const bool known = MessageFont(dpi, description);
     description.lfCharSet = charset;
-    if (known)
+    if (known) {
         font.Reset(CreateFontIndirectW(&description));
+        description.lfHeight = MulDiv(description.lfHeight, 5, 4);
+        description.lfWeight = FW_BOLD;
+        headingFont.Reset(CreateFontIndirectW(&description));
+    }
     TEXTMETRICW metrics{};
     lineHeight = GetTextMetricsW(Measure(Font()).Dc(), &metrics) ? metrics.tmHeight : Pixels(16);
 }

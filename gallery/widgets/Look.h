@@ -22,6 +22,8 @@ public:
     void SetCharset(unsigned char newCharset) { charset = newCharset; }
 
     HFONT Font() const { return font.Get(); }
+    /// Larger and bold.
+    HFONT HeadingFont() const { return headingFont.Get(); }
     int Pixels(int units) const { return MulDiv(units, static_cast<int>(dpi), 96); }
 
     /// Heights of a line of text, and of an edit field and a button (or a row of both) that hold
@@ -42,6 +44,7 @@ private:
     unsigned char charset = DEFAULT_CHARSET;
     int lineHeight = 0;
     vtr::FontHandle font;
+    vtr::FontHandle headingFont;
 };
 
 } // namespace gallery

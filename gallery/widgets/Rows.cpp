@@ -19,9 +19,20 @@ void Rows::Put(End end, const Field& left, int part, const Field& right) {
     PutField(right, leftWidth + Gap(), y, width - leftWidth - Gap());
 }
 
-void Rows::PutLine(HWND line) {
-    bottom -= look.Line() + Gap() / 2;
-    placement.Put(line, 0, bottom + Gap() / 2, width, look.Line());
+void Rows::PutText(End end, HWND text, std::initializer_list<HWND> buttons) {
+    int right = width;
+    for (const HWND button : buttons)
+        right -= ButtonWidth(button) + Gap();
+    const int textHeight = look.WrappedHeight(TextOf(text), right - Gap()) + look.Pixels(2);
+    const int height = buttons.size() > 0 ? std::max(textHeight, look.Row()) : textHeight;
+    const int y = end == End::top ? top : bottom - height;
+    placement.Put(text, 0, y, right, height);
+    if (buttons.size() > 0)
+        PutField({.buttons = buttons}, right, y, width - right);
+    if (end == End::top)
+        top += height + Gap();
+    else
+        bottom -= height + Gap();
 }
 
 void Rows::AlignButtons(std::initializer_list<HWND> buttons) {

@@ -33,8 +33,8 @@ public:
     void PutAt(int y, const Field& row) { PutField(row, 0, y, width); }
     /// Two in one row; the left one takes `part` percent of the width.
     void Put(End end, const Field& left, int part, const Field& right);
-    /// At the bottom, right above what was put there.
-    void PutLine(HWND line);
+    /// A text of one line or more (`MakeWrappedText`), with buttons at its right-hand end.
+    void PutText(End end, HWND text, std::initializer_list<HWND> buttons = {});
 
     /// Leaves room below the rows at the top, for what the page places itself.
     void Skip(int height) { top += height; }

@@ -11,7 +11,7 @@ constexpr DWORD longestWait = 30000;
 constexpr wchar_t questionClass[] = L"#32770";
 
 std::wstring TextOf(HWND window) {
-    wchar_t text[512] = L"";
+    wchar_t text[4096] = L"";
     DWORD_PTR length = 0;
     SendMessageTimeoutW(window, WM_GETTEXT, std::size(text), reinterpret_cast<LPARAM>(text),
                         SMTO_ABORTIFHUNG, /*uTimeout=*/2000, &length);
@@ -42,18 +42,24 @@ void Send(INPUT input) {
 
 } // namespace
 
-GalleryProcess::GalleryProcess(const std::string& arguments, const std::string& newRegistryKey)
+GalleryProcess::GalleryProcess(const std::string& arguments, const std::string& newRegistryKey,
+                               HANDLE output)
     : ownKey(newRegistryKey.empty()), registryKey(newRegistryKey) {
     if (ownKey)
         registryKey = "Software\\vtrutils gallery test " + std::to_string(GetCurrentProcessId());
-    std::string commandLine = "\"" + gallery::ProgramFolder() + "gallery.exe\" --registry \"" +
-                              registryKey + "\" " + arguments;
-    STARTUPINFOA start{};
+    std::wstring commandLine =
+        gallery::Widen(("\"" + gallery::ProgramFolder() + "gallery.exe\" --registry \"" +
+                        registryKey + "\" " + arguments)
+                           .c_str(),
+                       CP_UTF8);
+    STARTUPINFOW start{};
     start.cb = sizeof start;
+    start.dwFlags = output != nullptr ? STARTF_USESTDHANDLES : 0;
+    start.hStdOutput = start.hStdError = output;
     PROCESS_INFORMATION started{};
-    EXPECT_TRUE(CreateProcessA(/*lpApplicationName=*/nullptr, commandLine.data(),
+    EXPECT_TRUE(CreateProcessW(/*lpApplicationName=*/nullptr, commandLine.data(),
                                /*lpProcessAttributes=*/nullptr, /*lpThreadAttributes=*/nullptr,
-                               /*bInheritHandles=*/FALSE, /*dwCreationFlags=*/0,
+                               /*bInheritHandles=*/TRUE, /*dwCreationFlags=*/0,
                                /*lpEnvironment=*/nullptr, /*lpCurrentDirectory=*/nullptr, &start,
                                &started))
         << "error " << GetLastError();
@@ -87,8 +93,8 @@ int GalleryProcess::ExitCode() {
     return static_cast<int>(code);
 }
 
-void GalleryProcess::WaitForDocument(const std::wstring& name) {
-    const std::wstring title = (name.empty() ? L"" : name + L" - ") + L"vtrutils gallery";
+void GalleryProcess::WaitForDocument(const std::wstring& name, const std::wstring& gallery) {
+    const std::wstring title = (name.empty() ? L"" : name + L" - ") + gallery;
     Wait("the title", [&] {
         window = FindWindowOfClass(GALLERY_WINDOW_CLASS);
         return window != nullptr && IsWindowVisible(window) && TextOf(window) == title;
@@ -129,14 +135,16 @@ void GalleryProcess::WaitForFocus(int control) {
          [&] { return Control(control) != nullptr && FocusedControl() == Control(control); });
 }
 
-void GalleryProcess::Answer(int button) {
+std::wstring GalleryProcess::Answer(int button, int text) {
     HWND question = nullptr;
     Wait("a question", [&] {
         question = FindWindowOfClass(questionClass);
         return question != nullptr && IsWindowVisible(question);
     });
+    const std::wstring shown = TextOf(GetDlgItem(question, text));
     PostMessageW(question, WM_COMMAND, static_cast<WPARAM>(button), 0);
     Wait("the end of a question", [&] { return !IsWindow(question); });
+    return shown;
 }
 
 void GalleryProcess::Close() {
@@ -233,15 +241,30 @@ HWND GalleryProcess::FindWindowOfClass(const wchar_t* className) const {
 }
 
 HWND GalleryProcess::Page() const {
+    const HWND area = FindWindowExW(window, nullptr, GALLERY_PAGE_AREA_CLASS, nullptr);
     HWND page = nullptr;
     do {
-        page = FindWindowExW(window, page, GALLERY_PAGE_CLASS, nullptr);
+        page = FindWindowExW(area, page, GALLERY_PAGE_CLASS, nullptr);
     } while (page != nullptr && !IsWindowVisible(page));
     return page;
 }
 
 HWND GalleryProcess::Control(int control) const {
-    return GetDlgItem(Page(), control);
+    const HWND found = GetDlgItem(Page(), control);
+    return found != nullptr ? found : GetDlgItem(window, control);
+}
+
+std::wstring GalleryProcess::Text(int control) const {
+    return TextOf(Control(control));
+}
+
+void GalleryProcess::ChooseLanguage(int number) {
+    Press(VK_F10);
+    for (int i = 0; i < 4; ++i)
+        Press(VK_RIGHT);
+    for (int i = 0; i < number; ++i)
+        Press(VK_DOWN);
+    Press(VK_RETURN);
 }
 
 HWND GalleryProcess::FocusedControl() const {

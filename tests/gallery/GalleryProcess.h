@@ -27,8 +27,10 @@ inline Key Ctrl(int key) {
 class GalleryProcess {
 public:
     /// The gallery remembers files in a key of its own, which is removed with the object, unless
-    /// `newRegistryKey` names one below HKEY_CURRENT_USER.
-    explicit GalleryProcess(const std::string& arguments, const std::string& newRegistryKey = "");
+    /// `newRegistryKey` names one below HKEY_CURRENT_USER. `arguments` is UTF-8. What it prints
+    /// goes to `output`, if given.
+    explicit GalleryProcess(const std::string& arguments, const std::string& newRegistryKey = "",
+                            HANDLE output = nullptr);
     /// Without arguments, on the page that has a control with this id.
     explicit GalleryProcess(int control);
     GalleryProcess(const GalleryProcess&) = delete;
@@ -40,19 +42,29 @@ public:
     int ExitCode();
 
     /// Waits for the title that the window has with this document, or with none for "".
-    void WaitForDocument(const std::wstring& name);
+    void WaitForDocument(const std::wstring& name, const std::wstring& title = L"vtrutils gallery");
+
+    /// Null before `WaitForDocument`.
+    HWND Window() const { return window; }
+    /// On the page that is shown, or of the window; null for none.
+    HWND Control(int id) const;
+    std::wstring Text(int id) const;
+
+    /// Chooses the n-th language, counted from 1, in its menu.
+    void ChooseLanguage(int number);
 
     /// Goes to the page that has a control with this id, in the list of pages. Requires: another
     /// page than the last of the list.
     void ShowPage(int control);
 
+    void Wait(const char* what, const std::function<bool()>& condition);
     /// Waits for the text of the control with this id, on the page that is shown, to hold `part`.
     void WaitForText(int id, const std::wstring& part);
     void WaitForFocus(int id);
 
     /// Waits for a question of the program's, presses the button with this id, and waits until the
-    /// question is gone.
-    void Answer(int button);
+    /// question is gone. Returns the text of its control with the id `text`, if that is not 0.
+    std::wstring Answer(int button, int text = 0);
 
     /// What the close button of the title bar does.
     void Close();
@@ -76,10 +88,9 @@ public:
 
 private:
     void GiveKeyboard();
-    void Wait(const char* what, const std::function<bool()>& condition);
+
     HWND FindWindowOfClass(const wchar_t* className) const;
     HWND Page() const;
-    HWND Control(int id) const;
     HWND FocusedControl() const;
 
     bool ownKey;

@@ -13,6 +13,13 @@ using std::min;
 
 namespace {
 
+/// A file that a program can be given to print to.
+vtr::FileHandle Inheritable(const std::string& path) {
+    SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
+    return vtr::FileHandle(CreateFileA(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherited,
+                                       CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+}
+
 TEST(PictureMode, RefusesCommandLinesThatItCannotFollow) {
     const TestFolder folder;
     const std::string good = folder.Write("good.ini", "[One]\r\nkey = value\r\n");
@@ -20,17 +27,27 @@ TEST(PictureMode, RefusesCommandLinesThatItCannotFollow) {
     const struct {
         const char* name;
         std::string arguments;
+        const char* printed;
     } rows[] = {
-        {"missing document", "\"" + folder.File("missing.ini") + "\"" + pictures},
-        {"folder as document", "\"" + folder.Path() + ".\"" + pictures},
-        {"two documents", "\"" + good + "\" \"" + good + "\"" + pictures},
-        {"no folder", "\"" + good + "\" --pictures"},
+        {"missing document", "\"" + folder.File("missing.ini") + "\"" + pictures, "Not opened: "},
+        {"folder as document", "\"" + folder.Path() + ".\"" + pictures, "Not opened: "},
+        {"two documents", "\"" + good + "\" \"" + good + "\"" + pictures, "More than one file"},
+        {"no folder", "\"" + good + "\" --pictures", "The value of --pictures is missing."},
+        {"unknown language", "--language Klingon" + pictures,
+         "German (Deutsch), Russian (Русский)"},
+        {"unknown option", "--nonsense" + pictures, "Usage: gallery [FILE]"},
         {"folder below a missing one",
-         "\"" + good + "\" --pictures \"" + folder.File("missing\\pictures") + "\""},
+         "\"" + good + "\" --pictures \"" + folder.File("missing\\pictures") + "\"",
+         "The folder could not be made"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
-        EXPECT_EQ(1, GalleryProcess(row.arguments).ExitCode());
+        const TestFolder printed;
+        {
+            const vtr::FileHandle output = Inheritable(printed.File("output"));
+            EXPECT_EQ(1, GalleryProcess(row.arguments, "", output.Get()).ExitCode());
+        }
+        EXPECT_NE(std::string::npos, ReadBytes(printed.File("output")).find(row.printed));
         EXPECT_EQ("good.ini", folder.Listing());
     }
 }

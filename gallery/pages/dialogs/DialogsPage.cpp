@@ -2,6 +2,7 @@
 
 #include "gallery/app/ControlIds.h"
 #include "gallery/pages/dialogs/FileWork.h"
+#include "gallery/text/Formats.h"
 #include "gallery/text/Language.h"
 #include "gallery/text/Text.h"
 #include "gallery/widgets/Controls.h"
@@ -319,9 +320,9 @@ void DialogsPage::ReadOne() {
 
 void DialogsPage::EndWork(bool cancelled) {
     if (cancelled)
-        Tell(Text("WorkCancelled", {std::to_wstring(work.Done()), std::to_wstring(work.Total())}));
+        Tell(Text("WorkCancelled", {Number(work.Done()), Number(work.Total())}));
     else
-        Tell(Text("WorkDone", {std::to_wstring(work.Done()), Format(L"%.1f", work.Megabytes())}));
+        Tell(Text("WorkDone", {Number(work.Done()), Size(work.Bytes())}));
 }
 
 void DialogsPage::SetOpacity() {
@@ -338,7 +339,7 @@ void DialogsPage::TakeFiles(HDROP drop) {
     }
     DragFinish(drop);
     droppedFiles.SetRows(static_cast<int>(dropped.size()));
-    Tell(Text("FilesDropped", {std::to_wstring(dropped.size())}));
+    Tell(Text("FilesDropped", {Number(std::ssize(dropped))}));
 }
 
 void DialogsPage::TellPlace() {

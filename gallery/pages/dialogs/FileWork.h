@@ -21,7 +21,8 @@ public:
     int Done() const { return done; }
     /// The name of the file that `Step` reads next; "" after the last.
     std::wstring Next() const;
-    double Megabytes() const { return static_cast<double>(bytes) / (1024 * 1024); }
+    /// Read so far.
+    double Bytes() const { return static_cast<double>(bytes); }
 
 private:
     std::wstring folder; ///< with a trailing backslash

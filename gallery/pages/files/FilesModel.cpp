@@ -54,7 +54,7 @@ MadeName UniqueNameOf(const std::string& path, bool brackets) {
 
 SpecialFolder Found(const char* nameKey, bool found, const char* path) {
     return {nameKey, found ? Widen(path, systemCodePage) : L"",
-            found ? GetKBFree(path) / 1024 : 0.0};
+            found ? GetKBFree(path) * 1024 : 0.0};
 }
 
 } // namespace

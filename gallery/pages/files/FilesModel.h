@@ -25,7 +25,7 @@ std::vector<MadeName> NamesMadeOf(const std::wstring& name, const std::wstring& 
 struct SpecialFolder {
     const char* nameKey;
     std::wstring path; ///< "" when there is none
-    double megabytesFree;
+    double bytesFree;
 };
 
 /// The first one is the program's own.

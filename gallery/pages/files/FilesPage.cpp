@@ -2,6 +2,7 @@
 
 #include "gallery/app/ControlIds.h"
 #include "gallery/pages/files/FilesModel.h"
+#include "gallery/text/Formats.h"
 #include "gallery/text/Language.h"
 #include "gallery/text/Text.h"
 #include "gallery/widgets/Controls.h"
@@ -27,7 +28,6 @@ private:
     std::wstring PlaceCell(int row, int column) const;
     void Retext() override;
     void Arrange(int width, int height) override;
-    void ArrangeColumns(int width);
     void Noticed(const NMHDR& header) override;
 
     void ShowNames();
@@ -108,7 +108,7 @@ std::wstring FilesPage::PlaceCell(int row, int column) const {
     case 1:
         return place.path.empty() ? Text("NoSuchFolder") : place.path;
     default:
-        return Text("Megabytes", {Format(L"%.0f", place.megabytesFree)});
+        return place.path.empty() ? L"" : Size(place.bytesFree);
     }
 }
 
@@ -147,29 +147,8 @@ void FilesPage::Arrange(int width, int height) {
     page.Places().Put(names.Handle(), 0, page.Top(), width, namesHeight);
     page.PutAt(labelTop, {.field = placesLabel, .buttons = {open}});
     page.Places().Put(places.Handle(), 0, placesTop, width, page.Top() + page.Room() - placesTop);
-    ArrangeColumns(width);
-}
-
-void FilesPage::ArrangeColumns(int width) {
-    const int padding = Sizes().Pixels(20);
-    const int room = ListView::RoomForColumns(width);
-    int function = 0;
-    for (std::size_t row = 0; row < made.size(); ++row)
-        function = std::max(function, Sizes().TextWidth(NameCell(static_cast<int>(row), 0)));
-    function = std::min(function + padding, room / 2);
-    const int returned = Sizes().TextWidth(Text("Returned")) + padding;
-    names.SetColumnWidth(0, function);
-    names.SetColumnWidth(1, room - function - returned);
-    names.SetColumnWidth(2, returned);
-    int name = 0;
-    int space = Sizes().TextWidth(Text("FreeSpace"));
-    for (std::size_t row = 0; row < found.size(); ++row) {
-        name = std::max(name, Sizes().TextWidth(PlaceCell(static_cast<int>(row), 0)));
-        space = std::max(space, Sizes().TextWidth(PlaceCell(static_cast<int>(row), 2)));
-    }
-    places.SetColumnWidth(0, name + padding);
-    places.SetColumnWidth(1, room - name - space - 2 * padding);
-    places.SetColumnWidth(2, space + padding);
+    names.FitColumns(Sizes(), width, /*stretched=*/1);
+    places.FitColumns(Sizes(), width, /*stretched=*/1);
 }
 
 void FilesPage::Noticed(const NMHDR& header) {

@@ -2,6 +2,7 @@
 
 #include "gallery/app/ControlIds.h"
 #include "gallery/pages/folders/FolderFiles.h"
+#include "gallery/text/Formats.h"
 #include "gallery/text/Language.h"
 #include "gallery/text/Text.h"
 #include "gallery/widgets/Controls.h"
@@ -120,7 +121,7 @@ bool FoldersPage::MakeControls() {
     filesLabel = AddLabel("FolderFilesLabel", ID_FOLDERS_FILES_LABEL);
     const auto cell = [this](int row, int column) {
         const FolderFile& file = files[static_cast<std::size_t>(row)];
-        return column == 0 ? file.name : std::to_wstring(file.bytes);
+        return column == 0 ? file.name : Size(static_cast<double>(file.bytes));
     };
     if (!AddList(fileList, "FolderFiles", ID_FOLDERS_FILES, ListView::Titles::shown, cell))
         return false;
@@ -196,9 +197,7 @@ void FoldersPage::Arrange(int width, int height) {
     page.Places().Put(tree.hWnd(), 0, page.Top(), left - page.Gap(), page.Room());
     const int listWidth = width - left - page.Gap();
     page.Places().Put(fileList.Handle(), left + page.Gap(), page.Top(), listWidth, page.Room());
-    const int length = Sizes().TextWidth(L"0000000000") + Sizes().Pixels(20);
-    fileList.SetColumnWidth(0, ListView::RoomForColumns(listWidth) - length);
-    fileList.SetColumnWidth(1, length);
+    fileList.FitColumns(Sizes(), listWidth, /*stretched=*/0);
 }
 
 /// In rows, each as full as it can be, with the button at the end of the first one. Returns their
@@ -238,7 +237,7 @@ void FoldersPage::ShowFolder() {
     files = FilesOfFolder(path);
     fileList.SetRows(static_cast<int>(files.size()));
     SetText(folder, path);
-    TellState(Text("FolderCounts", {std::to_wstring(files.size())}));
+    TellState(Text("FolderCounts", {Number(std::ssize(files))}));
     Rearrange();
 }
 

@@ -17,10 +17,18 @@ namespace {
 constexpr const char* languageTitles[] = {"LanguageName", "StringFile", "CharacterSet", "CodePage"};
 constexpr const char* textTitles[] = {"Key", "TextColumn", "Source", "Kept"};
 
+/// "German - Deutsch": as the table names it, and as the language does.
+std::wstring NameOf(const std::string& language) {
+    const std::wstring name = Widen(language.c_str());
+    const std::wstring own = OwnName(language);
+    return own == name ? name : name + L" - " + own;
+}
+
 class LanguagePage final : public Page {
 public:
     void Command(int id, int notification) override;
     void TakeFocus() override { SetFocus(languages.Handle()); }
+    bool Offers(int command) const override { return command == ID_FIND || Page::Offers(command); }
     bool ShowExample() override;
 
 private:
@@ -28,7 +36,6 @@ private:
     bool MakeLists();
     void Retext() override;
     void Arrange(int width, int height) override;
-    void ArrangeColumns(int room);
     void Noticed(const NMHDR& header) override;
 
     std::wstring LanguageCell(int row, int column) const;
@@ -57,7 +64,7 @@ bool LanguagePage::MakeControls() {
     languagesLabel = AddLabel("LanguagesLabel", ID_LANGUAGE_LABEL);
     if (!MakeLists())
         return false;
-    note = AddCaption(MakeTextLine(Handle(), SS_ENDELLIPSIS, ID_LANGUAGE_NOTE), "KeptNote");
+    note = AddCaption(MakeWrappedText(Handle(), ID_LANGUAGE_NOTE), "KeptNote");
     languages.SetRows(static_cast<int>(names.size()));
     const auto chosen = std::find(names.begin(), names.end(), ChosenLanguage());
     if (chosen != names.end())
@@ -71,10 +78,10 @@ bool LanguagePage::MakeLists() {
         return false;
     for (const char* title : languageTitles)
         languages.AddColumn(title);
-    use = AddButton("UseLanguage", ID_LANGUAGE_USE);
+    use = AddButton("UseLanguage", ID_LANGUAGE_USE, "UseLanguageTip");
     keyLabel = AddLabel("KeyLabel", ID_LANGUAGE_KEY_LABEL);
     keyText = MakeEdit(Handle(), ID_LANGUAGE_KEY);
-    lookUp = AddButton("LookUp", ID_LANGUAGE_LOOK_UP);
+    lookUp = AddButton("LookUp", ID_LANGUAGE_LOOK_UP, "LookUpTip");
     const auto textCell = [this](int row, int column) { return TextCell(row, column); };
     if (!AddList(found, "Texts", ID_LANGUAGE_TEXTS, ListView::Titles::shown, textCell))
         return false;
@@ -88,8 +95,7 @@ std::wstring LanguagePage::LanguageCell(int row, int column) const {
     char path[MAX_PATH] = "";
     switch (column) {
     case 0:
-        return name == ChosenLanguage() ? Text("InUse", {Widen(name.c_str())})
-                                        : Widen(name.c_str());
+        return name == ChosenLanguage() ? Text("InUse", {NameOf(name)}) : NameOf(name);
     case 1:
         GetStringFileFromLanguage(name.data(), static_cast<StringFileFields>(2), path,
                                   /*useDefault=*/false);
@@ -136,24 +142,10 @@ void LanguagePage::Arrange(int width, int height) {
     page.Places().Put(languages.Handle(), 0, page.Top(), width, listHeight);
     page.Skip(listHeight + page.Gap());
     page.Put(End::top, {.label = keyLabel, .field = keyText, .buttons = {lookUp}});
-    page.PutLine(note);
+    page.PutText(Rows::End::bottom, note);
     page.Places().Put(found.Handle(), 0, page.Top(), width, page.Room());
-    ArrangeColumns(ListView::RoomForColumns(width));
-}
-
-void LanguagePage::ArrangeColumns(int room) {
-    const int padding = Sizes().Pixels(20);
-    int left = room;
-    const int narrow[] = {Sizes().Pixels(130), 0, Sizes().TextWidth(Text("CharacterSet")) + padding,
-                          Sizes().TextWidth(Text("CodePage")) + padding};
-    for (const int column : {0, 2, 3}) {
-        languages.SetColumnWidth(column, narrow[column]);
-        left -= narrow[column];
-    }
-    languages.SetColumnWidth(1, left);
-    const int parts[] = {3, 6, 3, 4};
-    for (int column = 0; column < 4; ++column)
-        found.SetColumnWidth(column, room * parts[column] / 16);
+    languages.FitColumns(Sizes(), width, /*stretched=*/1);
+    found.FitColumns(Sizes(), width, /*stretched=*/1);
 }
 
 void LanguagePage::Noticed(const NMHDR& header) {
@@ -189,7 +181,7 @@ void LanguagePage::Use() {
         return Warn(Text("NoStringFile", {Widen(name.c_str())}));
     }
     Host().LanguageChanged();
-    Tell(Text("LanguageUsed", {Widen(name.c_str()), std::to_wstring(GetCurrentCodePage())}));
+    Tell(Text("LanguageUsed", {OwnName(name), std::to_wstring(GetCurrentCodePage())}));
 }
 
 void LanguagePage::LookUpKey() {
@@ -208,6 +200,7 @@ void LanguagePage::Add(const std::string& key) {
     keys.insert(keys.begin(), key);
     texts.insert(texts.begin(), LookUp(key));
     found.SetRows(static_cast<int>(keys.size()));
+    Rearrange();
 }
 
 /// A text of each source.

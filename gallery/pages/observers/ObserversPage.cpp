@@ -2,6 +2,7 @@
 
 #include "gallery/app/ControlIds.h"
 #include "gallery/pages/observers/ObserverModel.h"
+#include "gallery/text/Formats.h"
 #include "gallery/text/Language.h"
 #include "gallery/widgets/Controls.h"
 #include "gallery/widgets/Rows.h"
@@ -39,7 +40,6 @@ private:
     bool MakeLog();
     void Retext() override { Show(L""); }
     void Arrange(int width, int height) override;
-    void ArrangeObservers(int room);
     void Noticed(const NMHDR& header) override;
 
     void Add();
@@ -71,8 +71,8 @@ bool ObserversPage::MakeControls() {
     observersLabel = AddLabel("ObserversLabel", ID_OBSERVERS_LABEL);
     if (!MakeObserverList())
         return false;
-    add = AddButton("Add", ID_OBSERVERS_ADD);
-    remove = AddButton("Remove", ID_OBSERVERS_REMOVE);
+    add = AddButton("Add", ID_OBSERVERS_ADD, "AddTip");
+    remove = AddButton("Remove", ID_OBSERVERS_REMOVE, "RemoveTip");
     removeAll = AddButton("RemoveAll", ID_OBSERVERS_REMOVE_ALL);
     sendLabel = AddLabel("SendLabel", ID_OBSERVERS_SEND_LABEL);
     for (std::size_t i = 0; i < std::size(sendButtons); ++i)
@@ -80,7 +80,7 @@ bool ObserversPage::MakeControls() {
     logLabel = AddLabel("LogLabel", ID_OBSERVERS_LOG_LABEL);
     if (!MakeLog())
         return false;
-    clear = AddButton("ClearLog", ID_OBSERVERS_CLEAR);
+    clear = AddButton("ClearLog", ID_OBSERVERS_CLEAR, "ClearLogTip");
     observers.SetRows(model.Observers());
     Show(L"");
     return clear != nullptr;
@@ -112,7 +112,7 @@ bool ObserversPage::MakeLog() {
     const auto cell = [this](int row, int column) -> std::wstring {
         const ObserverModel::LogLine& line = model.Log()[static_cast<std::size_t>(row)];
         if (column == 0)
-            return std::to_wstring(row + 1);
+            return Number(row + 1);
         constexpr std::size_t spacesALevel = 6;
         const std::size_t indent = static_cast<std::size_t>(line.level) * spacesALevel;
         return column == 1 ? std::wstring(indent, L' ') + model.Text(line) : model.Result(line);
@@ -136,30 +136,8 @@ void ObserversPage::Arrange(int width, int height) {
     page.Put(End::top, {.field = sendLabel, .buttons = {send[0], send[1], send[2], send[3]}});
     page.Put(End::top, {.field = logLabel, .buttons = {clear}});
     page.Places().Put(log.Handle(), 0, page.Top(), width, page.Room());
-    const int room = ListView::RoomForColumns(width);
-    ArrangeObservers(room);
-    const int number = Sizes().TextWidth(L"0000") + Sizes().Pixels(12);
-    const int call = (room - number) * 2 / 5;
-    log.SetColumnWidth(0, number);
-    log.SetColumnWidth(1, call);
-    log.SetColumnWidth(2, room - number - call);
-}
-
-void ObserversPage::ArrangeObservers(int room) {
-    // As wide as what they hold; the last one takes the rest.
-    int left = room;
-    for (int column = 0; column < 3; ++column) {
-        int textWidth = Sizes().TextWidth(Text(observerTitles[column]));
-        if (column == 1)
-            textWidth = std::max({textWidth, Sizes().TextWidth(Text("Attached")),
-                                  Sizes().TextWidth(Text("Removed"))});
-        for (int i = 0; i < model.Observers(); ++i)
-            textWidth = std::max(textWidth, Sizes().TextWidth(Cell(i, column)));
-        const int columnWidth = textWidth + Sizes().Pixels(20);
-        observers.SetColumnWidth(column, columnWidth);
-        left -= columnWidth;
-    }
-    observers.SetColumnWidth(3, left);
+    observers.FitColumns(Sizes(), width, /*stretched=*/3);
+    log.FitColumns(Sizes(), width, /*stretched=*/2);
 }
 
 void ObserversPage::Noticed(const NMHDR& header) {
@@ -225,7 +203,7 @@ void ObserversPage::RemoveAll() {
 void ObserversPage::Send(int code) {
     const int received = model.Send(code);
     Show(Text(received == 0 ? "NobodyFor" : "Received",
-              {ObserverModel::NameOf(code), std::to_wstring(received)}));
+              {ObserverModel::NameOf(code), Number(received)}));
 }
 
 void ObserversPage::ClearLog() {
@@ -249,8 +227,7 @@ void ObserversPage::ShowLogLine() {
     const int row = log.Selected();
     const ObserverModel::LogLine& line = model.Log()[static_cast<std::size_t>(row)];
     const std::wstring result = model.Result(line);
-    Tell(std::to_wstring(row + 1) + L". " + model.Text(line) +
-         (result.empty() ? L"" : L" - " + result));
+    Tell(Number(row + 1) + L". " + model.Text(line) + (result.empty() ? L"" : L" - " + result));
 }
 
 void ObserversPage::Show(const std::wstring& text) {
@@ -259,9 +236,8 @@ void ObserversPage::Show(const std::wstring& text) {
     log.SetRows(lines);
     log.Select(lines - 1);
     Tell(text);
-    TellState(Text("ObserverCounts",
-                   {std::to_wstring(model.AllAttached()), std::to_wstring(model.Observers()),
-                    std::to_wstring(model.Deliveries())}));
+    TellState(Text("ObserverCounts", {Number(model.AllAttached()), Number(model.Observers()),
+                                      Number(model.Deliveries())}));
     Rearrange();
 }
 

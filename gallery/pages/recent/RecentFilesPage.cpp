@@ -2,6 +2,7 @@
 
 #include "gallery/app/ControlIds.h"
 #include "gallery/app/RecentFiles.h"
+#include "gallery/text/Formats.h"
 #include "gallery/text/Language.h"
 #include "gallery/text/Text.h"
 #include "gallery/widgets/Controls.h"
@@ -15,22 +16,6 @@ namespace gallery {
 namespace {
 
 constexpr const char* fileTitles[] = {"FileName", "Folder", "Length", "LastUsed", "Exists"};
-
-/// By the user's format, in local time.
-std::wstring LocalTime(const FILETIME& time) {
-    SYSTEMTIME utc{};
-    SYSTEMTIME local{};
-    wchar_t date[80] = L"";
-    wchar_t clock[80] = L"";
-    if (!FileTimeToSystemTime(&time, &utc) ||
-        !SystemTimeToTzSpecificLocalTime(/*lpTimeZoneInformation=*/nullptr, &utc, &local))
-        return {};
-    GetDateFormatW(LOCALE_USER_DEFAULT, DATE_SHORTDATE, &local, /*lpFormat=*/nullptr, date,
-                   static_cast<int>(std::size(date)));
-    GetTimeFormatW(LOCALE_USER_DEFAULT, /*dwFlags=*/0, &local, /*lpFormat=*/nullptr, clock,
-                   static_cast<int>(std::size(clock)));
-    return std::wstring(date) + L" " + clock;
-}
 
 class RecentFilesPage final : public Page {
 public:
@@ -48,7 +33,6 @@ private:
     /// Paths are in the code page of the language.
     void Retext() override { Show(L""); }
     void Arrange(int width, int height) override;
-    void ArrangeColumns(int room);
     void Noticed(const NMHDR& header) override;
 
     void OpenSelected();
@@ -72,9 +56,9 @@ bool RecentFilesPage::MakeControls() {
     filesLabel = AddLabel("RecentFilesLabel", ID_RECENT_FILES_LABEL);
     if (!MakeFileList())
         return false;
-    open = AddButton("OpenRecent", ID_OPEN);
-    remove = AddButton("RemoveRecent", ID_RECENT_REMOVE);
-    clear = AddButton("ClearRecent", ID_RECENT_CLEAR);
+    open = AddButton("OpenRecent", ID_OPEN, "OpenRecentTip");
+    remove = AddButton("RemoveRecent", ID_RECENT_REMOVE, "RemoveRecentTip");
+    clear = AddButton("ClearRecent", ID_RECENT_CLEAR, "ClearRecentTip");
     foldersLabel = AddLabel("RecentFoldersLabel", ID_RECENT_FOLDERS_LABEL);
     return MakeFolderList();
 }
@@ -108,9 +92,9 @@ std::wstring RecentFilesPage::FileCell(int row, int column) const {
     case 1:
         return file.path.substr(0, file.path.size() - name.size());
     case 2:
-        return std::to_wstring(file.length);
+        return Size(file.length);
     case 3:
-        return LocalTime(file.used);
+        return DateAndTime(file.used);
     default:
         return Text(file.exists ? "Yes" : "No");
     }
@@ -122,9 +106,9 @@ std::wstring RecentFilesPage::FolderCell(int row, int column) const {
     case 0:
         return folder.path;
     case 1:
-        return std::to_wstring(folder.uses);
+        return Number(folder.uses);
     default:
-        return LocalTime(folder.used);
+        return DateAndTime(folder.used);
     }
 }
 
@@ -142,34 +126,8 @@ void RecentFilesPage::Arrange(int width, int height) {
     placement.Put(list.Handle(), 0, page.Top(), width, listHeight);
     placement.Put(foldersLabel, 0, foldersTop, width, row);
     placement.Put(folderList.Handle(), 0, foldersTop + row, width, page.Room() - listHeight - row);
-    ArrangeColumns(ListView::RoomForColumns(width));
-}
-
-void RecentFilesPage::ArrangeColumns(int room) {
-    const auto natural = [this](const char* titleKey, int rows, const auto& cell) {
-        int widest = Sizes().TextWidth(Text(titleKey));
-        for (int row = 0; row < rows; ++row)
-            widest = std::max(widest, Sizes().TextWidth(cell(row)));
-        return widest + Sizes().Pixels(24);
-    };
-    int left = room;
-    for (const int column : {0, 2, 3, 4}) {
-        const int width = natural(fileTitles[column], static_cast<int>(files.size()),
-                                  [&](int row) { return FileCell(row, column); });
-        list.SetColumnWidth(column, width);
-        left -= width;
-    }
-    // What does not fit beside it is scrolled to.
-    list.SetColumnWidth(1, std::max(left, Sizes().Pixels(80)));
-    left = room;
-    constexpr const char* folderTitles[] = {"Folder", "Uses", "FolderUsed"};
-    for (const int column : {1, 2}) {
-        const int width = natural(folderTitles[column], static_cast<int>(folders.size()),
-                                  [&](int row) { return FolderCell(row, column); });
-        folderList.SetColumnWidth(column, width);
-        left -= width;
-    }
-    folderList.SetColumnWidth(0, left);
+    list.FitColumns(Sizes(), width, /*stretched=*/1);
+    folderList.FitColumns(Sizes(), width, /*stretched=*/0);
 }
 
 void RecentFilesPage::Noticed(const NMHDR& header) {
@@ -214,13 +172,17 @@ void RecentFilesPage::Remove() {
     if (row < 0)
         return;
     const std::wstring path = files[static_cast<std::size_t>(row)].path;
-    Host().Recent().Remove(row);
-    Show(Text("RecentRemoved", {path}));
+    Host().Recent().Remove(path);
+    Show(L"");
     list.Select(std::min(row, static_cast<int>(files.size()) - 1));
     TakeFocus();
+    Tell(Text("RecentRemoved", {path}));
 }
 
 void RecentFilesPage::Clear() {
+    if (MessageBoxW(Handle(), Text("ClearRecentQuestion").c_str(), Text("Gallery").c_str(),
+                    MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2) != IDYES)
+        return;
     Host().Recent().Clear();
     Show(Text("RecentCleared"));
     TakeFocus();
@@ -234,8 +196,7 @@ void RecentFilesPage::Show(const std::wstring& text) {
     for (const HWND button : {open, remove, clear})
         EnableWindow(button, !files.empty());
     Tell(text);
-    TellState(
-        Text("RecentCounts", {std::to_wstring(files.size()), std::to_wstring(folders.size())}));
+    TellState(Text("RecentCounts", {Number(std::ssize(files)), Number(std::ssize(folders))}));
     Rearrange();
 }
 

@@ -2,6 +2,7 @@
 
 #include "gallery/app/ControlIds.h"
 #include "gallery/pages/regions/RegionCanvas.h"
+#include "gallery/text/Formats.h"
 #include "gallery/text/Language.h"
 #include "gallery/widgets/Controls.h"
 #include "gallery/widgets/Rows.h"
@@ -35,15 +36,14 @@ private:
 };
 
 std::wstring SizeAndPlace(const RECT& r) {
-    return Text("SizeAndPlace",
-                {std::to_wstring(r.right - r.left), std::to_wstring(r.bottom - r.top),
-                 std::to_wstring(r.left), std::to_wstring(r.top)});
+    return Text("SizeAndPlace", {Number(r.right - r.left), Number(r.bottom - r.top), Number(r.left),
+                                 Number(r.top)});
 }
 
 bool RegionsPage::MakeControls() {
-    helpLine = AddCaption(MakeTextLine(Handle(), SS_ENDELLIPSIS, ID_REGIONS_HELP), "RegionsHelp");
-    consolidate = AddButton("Consolidate", ID_REGIONS_CONSOLIDATE);
-    clear = AddButton("Clear", ID_REGIONS_CLEAR);
+    helpLine = AddCaption(MakeWrappedText(Handle(), ID_REGIONS_HELP), "RegionsHelp");
+    consolidate = AddButton("Consolidate", ID_REGIONS_CONSOLIDATE, "ConsolidateTip");
+    clear = AddButton("Clear", ID_REGIONS_CLEAR, "ClearTip");
     const auto whenChanged = [this](RegionCanvas::Change change, const RECT& r) {
         const bool added = change == RegionCanvas::Change::added;
         Tell(Text(added ? "Added" : "Subtracted", {SizeAndPlace(r)}));
@@ -64,7 +64,7 @@ void RegionsPage::Retext() {
 
 void RegionsPage::Arrange(int width, int height) {
     Rows page(Sizes(), width, height, /*expected=*/6);
-    page.Put(Rows::End::top, {.field = helpLine, .buttons = {consolidate, clear}});
+    page.PutText(Rows::End::top, helpLine, {consolidate, clear});
     page.Places().Put(canvas.Handle(), 0, page.Top(), width, page.Room());
 }
 
@@ -90,7 +90,7 @@ void RegionsPage::Consolidate() {
     canvas.Region().consolidate();
     const int after = canvas.Region().getNumRectangles();
     canvas.Redraw();
-    Tell(Text("Consolidated", {std::to_wstring(before), std::to_wstring(after)}));
+    Tell(Text("Consolidated", {Number(before), Number(after)}));
     ShowState();
 }
 
@@ -110,9 +110,8 @@ void RegionsPage::ShowState() {
         const RECT& r = *region.getRectangle(i);
         area += (r.right - r.left) * (r.bottom - r.top);
     }
-    TellState(
-        Text(count > 0 ? "RegionCounts" : "NoRectangles",
-             {std::to_wstring(count), std::to_wstring(area), SizeAndPlace(region.getBounds())}));
+    TellState(Text(count > 0 ? "RegionCounts" : "NoRectangles",
+                   {Number(count), Number(area), SizeAndPlace(region.getBounds())}));
     EnableWindow(consolidate, count > 0);
     EnableWindow(clear, count > 0);
     Rearrange();

@@ -1,5 +1,6 @@
 #include "gallery/pages/system/SystemFacts.h"
 
+#include "gallery/text/Formats.h"
 #include "gallery/text/Language.h"
 #include "gallery/text/Text.h"
 #include "utilities/system/info/SystemInfo.h"
@@ -64,8 +65,8 @@ std::vector<SystemFact> SystemFacts() {
         {"FactUnicode", YesOrNo(OSIsNativeUnicode())},
         {"FactThemes", YesOrNo(SystemUsesXPThemes())},
         {"FactComposition", YesOrNo(SystemUsesAeroThemes())},
-        {"FactClock", clock > 0 ? Text("Megahertz", {std::to_wstring(clock)}) : Text("FactNone")},
-        {"FactProcessors", std::to_wstring(Processors())},
+        {"FactClock", clock > 0 ? Text("Megahertz", {Number(clock)}) : Text("FactNone")},
+        {"FactProcessors", Number(Processors())},
         {"FactDiskDriver", YesOrNo(BadIntelAppAcceleratorInstalled())},
     };
 }

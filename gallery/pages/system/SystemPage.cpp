@@ -4,6 +4,7 @@
 #include "gallery/pages/system/LoadChart.h"
 #include "gallery/pages/system/LoadMeter.h"
 #include "gallery/pages/system/SystemFacts.h"
+#include "gallery/text/Formats.h"
 #include "gallery/text/Language.h"
 #include "gallery/text/Text.h"
 #include "gallery/widgets/Controls.h"
@@ -93,12 +94,7 @@ void SystemPage::Arrange(int width, int height) {
     page.Skip(listHeight + page.Gap());
     page.Put(End::top, {.label = processLabel, .field = processName, .buttons = {clear, switchOn}});
     page.Places().Put(chart.Handle(), 0, page.Top(), width, page.Room());
-    int name = Sizes().TextWidth(Text("SystemFact"));
-    for (const SystemFact& fact : facts)
-        name = std::max(name, Sizes().TextWidth(Text(fact.nameKey)));
-    name += Sizes().Pixels(20);
-    factList.SetColumnWidth(0, name);
-    factList.SetColumnWidth(1, ListView::RoomForColumns(width) - name);
+    factList.FitColumns(Sizes(), width, /*stretched=*/1);
 }
 
 void SystemPage::Shown() {
@@ -178,7 +174,7 @@ void SystemPage::AddLoad(long long time, const LoadMeter::Load& load) {
 
 void SystemPage::ShowState() {
     const auto number = [](const std::optional<double>& percent) {
-        return percent ? Text("Percent", {std::to_wstring(std::lround(*percent))}) : L"...";
+        return percent ? Text("Percent", {Number(std::lround(*percent))}) : L"...";
     };
     const std::wstring name = TextOf(processName);
     chart[LoadChart::machine].legend = Text("LoadOfMachine", {number(lastLoad.machine)});

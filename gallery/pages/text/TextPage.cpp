@@ -112,12 +112,7 @@ void TextPage::Arrange(int width, int height) {
     page.Places().Put(resultLabel, 0, resultTop, labels, Sizes().Row());
     page.Places().Put(result, labels + page.Gap(), resultTop, width - labels - page.Gap(),
                       page.Top() + page.Room() - resultTop);
-    int function = 0;
-    for (int row = 0; row < rows; ++row)
-        function = std::max(function, Sizes().TextWidth(Cell(row, 0)));
-    function += Sizes().Pixels(20);
-    results.SetColumnWidth(0, function);
-    results.SetColumnWidth(1, ListView::RoomForColumns(width) - function);
+    results.FitColumns(Sizes(), width, /*stretched=*/1);
 }
 
 void TextPage::Noticed(const NMHDR& header) {

@@ -20,6 +20,7 @@ public:
     void Command(int id, int notification) override;
     void TakeFocus() override { SetFocus(list.Handle()); }
     bool ShowExample() override;
+    bool Offers(int command) const override { return command == ID_EDIT || Page::Offers(command); }
     std::wstring DocumentName() const override { return Text("ItemList"); }
     bool Unsaved() const override { return model.History().Dirty() != 0; }
 

@@ -28,13 +28,35 @@ TEST(RecentFilesPage, RemembersFilesAndOpensThemOnTheirPages) {
     gallery.WaitForDocument(L"table.csv");
     gallery.WaitForFocus(ID_TABLE_LIST);
 
-    gallery.PressForFocus(Ctrl(VK_TAB), ID_LANGUAGE_LIST);
-    gallery.PressForFocus(Ctrl(VK_TAB), ID_RECENT_FILES);
+    gallery.ShowPage(ID_RECENT_FILES);
+    gallery.PressForFocus(Alt('F'), ID_RECENT_FILES);
     gallery.Press(VK_DELETE, ID_PAGE_MESSAGE, L"Removed from the list: " + shown);
     EXPECT_EQ(document, key.Texts()["Recent.1"]);
     EXPECT_EQ("", key.Texts()["Recent.2"]);
-    gallery.Press(Alt('C'), ID_PAGE_STATE, L"Files: 0, folders: 0");
+    gallery.Press(Alt('C'));
+    gallery.Answer(IDYES);
+    gallery.WaitForText(ID_PAGE_STATE, L"Files: 0, folders: 0");
     EXPECT_EQ("", key.Texts()["Recent.1"]);
+}
+
+/// The library's list is that of a code page; English has none with these letters.
+TEST(RecentFilesPage, KeepsFilesWhenAnotherLanguageIsChosen) {
+    const TestFolder folder;
+    const TestKey key;
+    const std::string plain = folder.Write("plain.ini", "[One]\r\nkey = value\r\n");
+    const std::wstring path = std::wstring(plain.begin(), plain.end() - 9) + L"Дорога.ini";
+    ASSERT_TRUE(MoveFileW(std::wstring(plain.begin(), plain.end()).c_str(), path.c_str()));
+    const std::string folderPath(plain.begin(), plain.end() - 9);
+    GalleryProcess gallery("\"" + folderPath + "Дорога.ini\" --language Russian", key.SubKey());
+    gallery.WaitForDocument(L"Дорога.ini", L"Галерея vtrutils");
+    gallery.ChooseLanguage(1);
+    gallery.WaitForText(ID_DOCUMENT_SET, L"Se&t");
+    gallery.ShowPage(ID_RECENT_FILES);
+    gallery.WaitForText(ID_PAGE_STATE, L"Files: 1, folders: 1");
+    gallery.PressForFocus(Alt('F'), ID_RECENT_FILES);
+    gallery.Press(VK_DELETE, ID_PAGE_MESSAGE, L"Removed from the list: " + path);
+    EXPECT_EQ("", key.Texts()["Recent-1251.1"]);
+    DeleteFileW(path.c_str());
 }
 
 } // namespace

@@ -5,8 +5,7 @@ namespace {
 TEST(RegionsPage, AddsAndSubtractsByKeyboardAndMouse) {
     GalleryProcess gallery(ID_REGIONS_CANVAS);
     gallery.PressForFocus(VK_TAB, ID_REGIONS_CANVAS);
-    gallery.Press(VK_INSERT, ID_PAGE_STATE,
-                  L"Rectangles: 1, cells: 60, bounds: 10 x 6 at 4, 4");
+    gallery.Press(VK_INSERT, ID_PAGE_STATE, L"Rectangles: 1, cells: 60, bounds: 10 x 6 at 4, 4");
     const Key moves[] = {
         VK_RIGHT,          VK_DOWN,          {VK_LEFT, VK_SHIFT}, {VK_LEFT, VK_SHIFT},
         {VK_UP, VK_SHIFT}, {VK_UP, VK_SHIFT}};

@@ -16,8 +16,7 @@ TEST(TablePage, FindsEditsSortsAndSavesByKeyboard) {
                   L"Row 1 has this value in \"Name\": found by scanning");
     gallery.Press(Alt('K'), ID_PAGE_STATE, L"Rows: 3, columns: 2, sorted");
     gallery.WaitForDocument(L"*songs.csv");
-    gallery.Press(VK_F3, ID_PAGE_MESSAGE,
-                  L"Row 3 has this value in \"Name\": found by bisection");
+    gallery.Press(VK_F3, ID_PAGE_MESSAGE, L"Row 3 has this value in \"Name\": found by bisection");
 
     gallery.Fill(VK_F2, ID_DOCUMENT_VALUE_TEXT, L"a \"quote\"");
     gallery.Press(VK_RETURN, ID_PAGE_MESSAGE, L"cannot hold a double quote");

@@ -14,6 +14,7 @@
 #include "utilities/containers/Stack.h"
 #include "utilities/containers/StringDynArray.h"
 #include "utilities/containers/StringList.h"
+#include "utilities/online/ServiceHosts.h"
 #include "utilities/promo/PromoScript.h"
 #include "utilities/system/files/FileFunctions.h"
 #include "utilities/system/info/CpuUsage.h"

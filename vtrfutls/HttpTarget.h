@@ -2,9 +2,6 @@
 #define VTRFUTLS_HTTPTARGET_H
 
 #include <cstddef>
-#include <windows.h>
-
-#include <wininet.h>
 
 namespace vtr {
 
@@ -13,21 +10,23 @@ class HttpTarget {
 public:
     static constexpr std::size_t longestUrl = 2083;
 
-    /// False, with the target as it was, for a URL that is longer, names no server or is not one of
-    /// http or https.
+    /// False, with the target as it was, for a URL that is longer, that is not one of http or
+    /// https, or that names a user, no server, or a port that there is not.
     bool Set(const char* url);
 
-    bool IsSecure() const { return scheme == INTERNET_SCHEME_HTTPS; }
+    bool IsSecure() const { return secure; }
     const char* Host() const { return host; }
-    INTERNET_PORT Port() const { return port; }
+    unsigned short Port() const { return port; }
     /// With the query, without what follows "#"; every character is one of 0x21 to 0x7E.
     const char* Path() const { return path; }
 
 private:
-    INTERNET_SCHEME scheme = INTERNET_SCHEME_UNKNOWN;
-    INTERNET_PORT port = 0;
-    char host[INTERNET_MAX_HOST_NAME_LENGTH + 1] = "";
-    char path[3 * longestUrl + 2] = "";
+    void SetPath(const char* from);
+
+    bool secure = false;
+    unsigned short port = 0;
+    char host[256] = "";
+    char path[1 + 3 * longestUrl + 1] = "";
 };
 
 } // namespace vtr

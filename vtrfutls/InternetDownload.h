@@ -54,7 +54,7 @@ public:
     void TerminateDownload() noexcept;
 
 private:
-    void* transfer; ///< null when memory ran out
+    void* download; ///< null when memory ran out
 };
 
 #endif

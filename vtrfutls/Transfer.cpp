@@ -2,9 +2,12 @@
 
 #include "common/WidePath.h"
 #include "vtrfutls/FileNames.h"
+#include "vtrfutls/Interruption.h"
 
 #include <algorithm>
 #include <cstdlib>
+#include <new>
+#include <utility>
 
 namespace {
 
@@ -12,17 +15,12 @@ constexpr int mostRedirections = 10;
 constexpr DWORD requestFlags = INTERNET_FLAG_RELOAD | INTERNET_FLAG_NO_CACHE_WRITE |
                                INTERNET_FLAG_PRAGMA_NOCACHE | INTERNET_FLAG_NO_COOKIES |
                                INTERNET_FLAG_NO_UI | INTERNET_FLAG_NO_AUTO_REDIRECT;
+/// A connection that is kept would outlive the transfer by a minute.
+constexpr char requestHeaders[] = "Connection: close\r\n";
+constexpr DWORD longestLocation = 8192;
+constexpr DWORD longestReadingOn = 500; // milliseconds
 
-class Held {
-public:
-    explicit Held(CRITICAL_SECTION& toHold) : section(toHold) { EnterCriticalSection(&section); }
-    Held(const Held&) = delete;
-    Held& operator=(const Held&) = delete;
-    ~Held() { LeaveCriticalSection(&section); }
-
-private:
-    CRITICAL_SECTION& section;
-};
+using Holder = vtr::CriticalLock::Holder;
 
 /// A field of the reply's head; false if it is not there or does not fit.
 template <std::size_t size>
@@ -39,6 +37,13 @@ bool ParseLength(const char* text, unsigned long long& length) {
     return *text >= '0' && *text <= '9' && *end == '\0' && errno == 0;
 }
 
+/// False where the server announced no length, as for a reply in chunks.
+bool AnnouncedLength(HINTERNET request, unsigned long long& length) {
+    char text[32];
+    return !Field(request, HTTP_QUERY_TRANSFER_ENCODING, text) &&
+           Field(request, HTTP_QUERY_CONTENT_LENGTH, text) && ParseLength(text, length);
+}
+
 int StatusOf(HINTERNET request) {
     char text[16];
     return Field(request, HTTP_QUERY_STATUS_CODE, text) ? std::atoi(text) : 0;
@@ -52,149 +57,177 @@ bool IsRedirection(int status) {
 
 namespace vtr {
 
-Transfer::Transfer() {
-    InitializeCriticalSection(&joining);
-    InitializeCriticalSection(&handing);
+Transfer* Transfer::Start(HINTERNET session, const char* url, const char* localPath,
+                          KernelHandle& thread) {
+    auto* transfer = new (std::nothrow) Transfer;
+    if (transfer == nullptr)
+        return nullptr;
+    transfer->session = session;
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
+                       reinterpret_cast<const wchar_t*>(&Transfer::Run), &transfer->library);
+    if (transfer->library != nullptr && transfer->Open(url, localPath)) {
+        thread.Reset(CreateThread(/*lpThreadAttributes=*/nullptr, /*dwStackSize=*/0, &Transfer::Run,
+                                  transfer, /*dwCreationFlags=*/0, /*lpThreadId=*/nullptr));
+        if (thread)
+            return transfer;
+        transfer->file.Close();
+        DeleteFileW(WidePath(localPath, GetCodePageForFiles()).Get());
+    }
+    if (transfer->library != nullptr)
+        FreeLibrary(transfer->library);
+    delete transfer;
+    return nullptr;
 }
 
-Transfer::~Transfer() {
-    Terminate();
-    DeleteCriticalSection(&handing);
-    DeleteCriticalSection(&joining);
-}
-
-bool Transfer::Start(HINTERNET inSession, const char* url, const char* localPath) {
-    if (inSession == nullptr || url == nullptr || localPath == nullptr || *localPath == '\0' ||
-        IsRunning())
-        return false;
-    Terminate(); // the thread of the last transfer may still be ending
+bool Transfer::Open(const char* url, const char* localPath) {
     if (!target.Set(url))
         return false;
-    const WidePath wide(localPath, GetCodePageForFiles());
-    file.Reset(CreateFileW(wide.Get(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE,
+    file.Reset(CreateFileW(WidePath(localPath, GetCodePageForFiles()).Get(), GENERIC_WRITE,
+                           FILE_SHARE_READ | FILE_SHARE_DELETE,
                            /*lpSecurityAttributes=*/nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL,
                            /*hTemplateFile=*/nullptr));
-    if (!file)
-        return false;
-    session = inSession;
-    lengthKnown = false;
-    stopped = false;
-    received = 0;
-    total = 0;
-    state = State::Running;
-    const Held held(joining);
-    thread.Reset(CreateThread(/*lpThreadAttributes=*/nullptr, /*dwStackSize=*/0, &Transfer::Run,
-                              this, /*dwCreationFlags=*/0, /*lpThreadId=*/nullptr));
-    if (!thread) {
-        file.Reset();
-        DeleteFileW(wide.Get());
-        state = State::Idle;
-    }
-    return static_cast<bool>(thread);
+    return static_cast<bool>(file);
 }
 
-void Transfer::Terminate() {
-    const Held held(joining);
-    if (!thread)
-        return;
-    stopped = true;
-    LetGo();
-    WaitForSingleObject(thread.Get(), INFINITE);
-    thread.Reset();
+void Transfer::Abandon() {
+    End(/*good=*/false);
+}
+
+void Transfer::Release() {
+    if (--users == 0)
+        delete this;
 }
 
 DWORD WINAPI Transfer::Run(void* parameter) noexcept {
-    Transfer& transfer = *static_cast<Transfer*>(parameter);
-    const bool fetched = transfer.Fetch();
-    transfer.LetGo();
-    const bool closed = transfer.file.Close();
-    transfer.state = fetched && closed ? State::Good : State::Failed;
-    return 0;
+    auto* transfer = static_cast<Transfer*>(parameter);
+    const HMODULE library = transfer->library;
+    {
+        const InterruptibleSockets interruptible;
+        const bool good = transfer->Fetch();
+        transfer->End(good);
+        transfer->CloseRequest();
+    }
+    transfer->Release();
+    FreeLibraryAndExitThread(library, 0);
 }
 
-/// Follows redirections itself: WinINet would have asked a server of any scheme before it said so.
+/// The last word of the transfer, which is said once: by the thread or by who abandons it.
+void Transfer::End(bool good) {
+    const Holder held(lock);
+    const bool closed = file.Close();
+    if (IsRunning())
+        state = good && closed ? State::Good : State::Failed;
+}
+
+/// Redirections are followed here: WinINet would ask a server of any scheme before it said so.
 bool Transfer::Fetch() {
     for (int redirections = 0; redirections <= mostRedirections; ++redirections) {
-        if (!Ask())
+        const HINTERNET asked = Ask();
+        if (asked == nullptr)
             return false;
-        const int status = StatusOf(request.Get());
+        const int status = StatusOf(asked);
         if (!IsRedirection(status))
-            return status == 200 && Receive() && HasAll();
-        char place[HttpTarget::longestUrl + 1];
-        char whole[HttpTarget::longestUrl + 1];
-        char before[HttpTarget::longestUrl + 1];
-        DWORD size = sizeof whole;
-        DWORD sizeBefore = sizeof before;
-        const bool wasSecure = target.IsSecure();
-        if (!Field(request.Get(), HTTP_QUERY_LOCATION, place) ||
-            InternetQueryOptionA(request.Get(), INTERNET_OPTION_URL, before, &sizeBefore) ==
-                FALSE ||
-            InternetCombineUrlA(before, place, whole, &size, ICU_NO_ENCODE) == FALSE ||
-            !target.Set(whole) || (wasSecure && !target.IsSecure()))
+            return status == HTTP_STATUS_OK && Receive(asked);
+        if (!Redirect(asked))
             return false;
-        LetGo();
+        CloseRequest();
     }
     return false;
 }
 
-/// Sends the request and waits for the head of the reply.
-bool Transfer::Ask() {
+/// Sends the request and waits for the head of the reply. Null if none came.
+HINTERNET Transfer::Ask() {
+    HINTERNET opened = nullptr;
     {
-        const Held held(handing);
+        const Holder held(lock);
         if (stopped)
-            return false;
+            return nullptr;
         connection.Reset(InternetConnectA(session, target.Host(), target.Port(),
                                           /*lpszUserName=*/nullptr, /*lpszPassword=*/nullptr,
                                           INTERNET_SERVICE_HTTP, /*dwFlags=*/0, /*dwContext=*/0));
-        if (!connection)
-            return false;
-        request.Reset(HttpOpenRequestA(
-            connection.Get(), "GET", target.Path(), /*lpszVersion=*/nullptr,
-            /*lpszReferrer=*/nullptr, /*lplpszAcceptTypes=*/nullptr,
-            requestFlags | (target.IsSecure() ? INTERNET_FLAG_SECURE : 0), /*dwContext=*/0));
-        if (!request)
-            return false;
+        if (connection)
+            opened = HttpOpenRequestA(connection.Get(), "GET", target.Path(),
+                                      /*lpszVersion=*/nullptr, /*lpszReferrer=*/nullptr,
+                                      /*lplpszAcceptTypes=*/nullptr,
+                                      requestFlags | (target.IsSecure() ? INTERNET_FLAG_SECURE : 0),
+                                      /*dwContext=*/0);
+        request.Reset(opened);
     }
-    return HttpSendRequestA(request.Get(), /*lpszHeaders=*/nullptr, /*dwHeadersLength=*/0,
-                            /*lpOptional=*/nullptr, /*dwOptionalLength=*/0) != FALSE;
+    const bool answered = opened != nullptr &&
+                          HttpSendRequestA(opened, requestHeaders, sizeof requestHeaders - 1,
+                                           /*lpOptional=*/nullptr, /*dwOptionalLength=*/0) != FALSE;
+    return answered ? opened : nullptr;
 }
 
-/// Writes what comes as soon as it comes, so that progress is seen on slow lines.
-bool Transfer::Receive() {
-    char text[32];
+bool Transfer::Redirect(HINTERNET asked) {
+    char here[longestLocation];
+    char place[longestLocation];
+    char whole[longestLocation];
+    DWORD sizeOfHere = sizeof here;
+    DWORD size = sizeof whole;
+    const bool wasSecure = target.IsSecure();
+    return Field(asked, HTTP_QUERY_LOCATION, place) &&
+           InternetQueryOptionA(asked, INTERNET_OPTION_URL, here, &sizeOfHere) != FALSE &&
+           InternetCombineUrlA(here, place, whole, &size, ICU_NO_ENCODE) != FALSE &&
+           target.Set(whole) && (target.IsSecure() || !wasSecure);
+}
+
+/// Writes what comes as soon as it comes, so that progress is seen on slow lines. WinINet calls a
+/// reply complete that broke off before its end, or even in its head; it hands out what comes after
+/// the end.
+bool Transfer::Receive(HINTERNET asked) {
     unsigned long long length = 0;
-    lengthKnown = !Field(request.Get(), HTTP_QUERY_TRANSFER_ENCODING, text) &&
-                  Field(request.Get(), HTTP_QUERY_CONTENT_LENGTH, text) &&
-                  ParseLength(text, length);
-    total = length;
-    while (!stopped) {
+    const bool lengthIsKnown = AnnouncedLength(asked, length);
+    if (lengthIsKnown)
+        total = length;
+    char bytes[64 * 1024];
+    while (!lengthIsKnown || received < length) {
         DWORD here = 0;
         DWORD got = 0;
-        DWORD written = 0;
-        if (InternetQueryDataAvailable(request.Get(), &here, /*dwFlags=*/0, /*dwContext=*/0) ==
-                FALSE ||
-            InternetReadFile(request.Get(), bytes, std::min<DWORD>(here, sizeof bytes), &got) ==
-                FALSE)
+        if (InternetQueryDataAvailable(asked, &here, /*dwFlags=*/0, /*dwContext=*/0) == FALSE)
+            return false;
+        unsigned long long wanted = std::min<unsigned long long>(here, sizeof bytes);
+        if (lengthIsKnown)
+            wanted = std::min(wanted, length - received);
+        if (InternetReadFile(asked, bytes, static_cast<DWORD>(wanted), &got) == FALSE)
             return false;
         if (got == 0)
-            return true;
-        if (WriteFile(file.Get(), bytes, got, &written, /*lpOverlapped=*/nullptr) == FALSE ||
-            written != got)
+            return !lengthIsKnown && received > 0;
+        if (!Write(bytes, got)) {
+            LoseConnection(asked, bytes, sizeof bytes);
             return false;
-        received += got;
+        }
     }
-    return false;
+    return true;
 }
 
-bool Transfer::HasAll() {
-    return !stopped && (!lengthKnown || received == total);
+/// Closing a request may read on, to keep its connection, for as long as the server sends without a
+/// pause. A read that failed has closed it: here one that is cancelled. Gives up after a while.
+void Transfer::LoseConnection(HINTERNET asked, char* bytes, DWORD size) const {
+    const DWORD begin = GetTickCount();
+    DWORD got = 0;
+    while (stopped && GetTickCount() - begin < longestReadingOn &&
+           InternetReadFile(asked, bytes, size, &got) != FALSE && got != 0) {
+    }
 }
 
-/// Closing the handles ends what waits at them.
-void Transfer::LetGo() {
-    const Held held(handing);
-    request.Reset();
-    connection.Reset();
+bool Transfer::Write(const char* bytes, DWORD count) {
+    const Holder held(lock);
+    DWORD written = 0;
+    if (stopped ||
+        WriteFile(file.Get(), bytes, count, &written, /*lpOverlapped=*/nullptr) == FALSE ||
+        written != count)
+        return false;
+    received += count;
+    return true;
+}
+
+void Transfer::CloseRequest() {
+    InternetHandle lastConnection;
+    InternetHandle lastRequest;
+    const Holder held(lock);
+    std::swap(request, lastRequest);
+    std::swap(connection, lastConnection);
 }
 
 } // namespace vtr

@@ -2,6 +2,7 @@
 #define VTRFUTLS_TRANSFER_H
 
 #include "common/Handles.h"
+#include "vtrfutls/CriticalLock.h"
 #include "vtrfutls/HttpTarget.h"
 #include "vtrfutls/InternetHandle.h"
 
@@ -9,17 +10,30 @@
 
 namespace vtr {
 
-/// What a `CInternetDownload` is inside: one request and the thread that waits for the reply.
-/// Private to this library. Locked by itself, but `Start` and the destructor are for one thread.
+/// One request, its reply and the thread that waits for it. It lives as long as its owner or the
+/// thread uses it. Private to this library. Locked by itself.
 class Transfer {
 public:
-    Transfer();
+    /// Makes the local file and starts the thread, which becomes the caller's. Null, with nothing
+    /// left behind, for what `CInternetDownload::StartDownload` refuses.
+    static Transfer* Start(HINTERNET session, const char* url, const char* localPath,
+                           KernelHandle& thread);
     Transfer(const Transfer&) = delete;
     Transfer& operator=(const Transfer&) = delete;
-    ~Transfer();
 
-    bool Start(HINTERNET session, const char* url, const char* localPath);
-    void Terminate();
+    /// Lets the thread end as soon as it does not wait.
+    void Stop() { stopped = true; }
+
+    /// Ends what the thread waits for, on Windows. Requires: it has been stopped and is known to
+    /// wait. A handle that is closed between two uses may be another's at the second.
+    void CloseRequest();
+
+    /// For a thread that still waits: it finds nothing more to do when it wakes up. The file is
+    /// closed afterwards.
+    void Abandon();
+
+    /// The owner uses it no more.
+    void Release();
 
     bool IsRunning() const { return state == State::Running; }
     bool WasSuccessful() const { return state == State::Good; }
@@ -27,32 +41,34 @@ public:
     unsigned long long Total() const { return total; }
 
 private:
-    enum class State { Idle, Running, Good, Failed };
+    enum class State { Running, Good, Failed };
 
+    Transfer() = default;
+    ~Transfer() = default;
+    bool Open(const char* url, const char* localPath);
     static DWORD WINAPI Run(void* transfer) noexcept;
     bool Fetch();
-    bool Ask();
-    bool Receive();
-    bool HasAll();
-    void LetGo();
+    HINTERNET Ask();
+    bool Redirect(HINTERNET asked);
+    bool Receive(HINTERNET asked);
+    bool Write(const char* bytes, DWORD count);
+    void LoseConnection(HINTERNET asked, char* bytes, DWORD size) const;
+    void End(bool good);
 
-    std::atomic<State> state{State::Idle};
+    std::atomic<int> users{2}; ///< the owner and the thread
+    std::atomic<State> state{State::Running};
     std::atomic<unsigned long long> received{0};
     std::atomic<unsigned long long> total{0};
-    std::atomic<bool> stopped{false};
 
-    CRITICAL_SECTION joining; ///< guards `thread`
-    KernelHandle thread;
-    CRITICAL_SECTION handing; ///< guards the two handles, which a terminating thread closes
+    std::atomic<bool> stopped{false};
+    CriticalLock lock; ///< for the handles, which the owner closes under a thread that still waits
+    FileHandle file;
     InternetHandle connection;
     InternetHandle request;
 
-    // Of the thread, and before it of `Start`.
     HINTERNET session = nullptr;
-    FileHandle file;
+    HMODULE library = nullptr; ///< kept loaded by the thread
     HttpTarget target;
-    bool lengthKnown = false;
-    char bytes[64 * 1024];
 };
 
 } // namespace vtr

@@ -5,16 +5,13 @@
 #include "vtrfutls/FileNames.h"
 
 #include <cstdlib>
-#include <cstring>
+#include <string.h>
 
 namespace {
 
 /// The session handle is the first member.
 void* SessionOf(const MyInternetAccess* access) {
-    void* session = nullptr;
-    if (access != nullptr)
-        std::memcpy(&session, access, sizeof session);
-    return session;
+    return access != nullptr ? *reinterpret_cast<void* const*>(access) : nullptr;
 }
 
 } // namespace

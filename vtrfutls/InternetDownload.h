@@ -37,9 +37,9 @@ public:
     /// True from a good `StartDownload` until the transfer has ended and its file is closed.
     bool IsDownloading() const noexcept;
 
-    /// True if the last transfer ended by itself with status 200 and, where the server announced a
-    /// length, with as many bytes, all of which are in the closed file. False while it runs, and if
-    /// nothing was started.
+    /// True if the last transfer ended by itself with status 200 and with as many bytes as the
+    /// server announced, or at least one where it announced no length, all of which are in the
+    /// closed file. False while it runs, and if nothing was started.
     bool WasSuccessful() const noexcept;
 
     /// The bytes of the reply that the running or last transfer has written; 0 without one.

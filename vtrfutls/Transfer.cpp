@@ -5,6 +5,7 @@
 #include "vtrfutls/Interruption.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdlib>
 #include <new>
 #include <utility>
@@ -18,7 +19,9 @@ constexpr DWORD requestFlags = INTERNET_FLAG_RELOAD | INTERNET_FLAG_NO_CACHE_WRI
 /// A connection that is kept would outlive the transfer by a minute.
 constexpr char requestHeaders[] = "Connection: close\r\n";
 constexpr DWORD longestLocation = 8192;
-constexpr DWORD longestReadingOn = 500; // milliseconds
+constexpr DWORD largestRead = 256 * 1024;
+constexpr DWORD stackSize = 1024 * 1024; // for such a read, whatever the host's threads have
+constexpr DWORD longestReadingOn = 500;  // milliseconds
 
 using Holder = vtr::CriticalLock::Holder;
 
@@ -29,27 +32,60 @@ bool Field(HINTERNET request, DWORD which, char (&text)[size]) {
     return HttpQueryInfoA(request, which, text, &length, /*lpdwIndex=*/nullptr) != FALSE;
 }
 
-/// False for what is not a number of digits alone.
-bool ParseLength(const char* text, unsigned long long& length) {
+/// False for a field that is not a number of digits alone.
+bool NumberField(HINTERNET request, DWORD which, unsigned long long& number) {
+    char text[32];
     char* end = nullptr;
+    if (!Field(request, which, text) || *text < '0' || *text > '9')
+        return false;
     errno = 0;
-    length = std::strtoull(text, &end, 10);
-    return *text >= '0' && *text <= '9' && *end == '\0' && errno == 0;
+    number = std::strtoull(text, &end, 10);
+    return *end == '\0' && errno == 0;
 }
 
 /// False where the server announced no length, as for a reply in chunks.
 bool AnnouncedLength(HINTERNET request, unsigned long long& length) {
     char text[32];
     return !Field(request, HTTP_QUERY_TRANSFER_ENCODING, text) &&
-           Field(request, HTTP_QUERY_CONTENT_LENGTH, text) && ParseLength(text, length);
+           NumberField(request, HTTP_QUERY_CONTENT_LENGTH, length);
 }
 
-int StatusOf(HINTERNET request) {
-    char text[16];
-    return Field(request, HTTP_QUERY_STATUS_CODE, text) ? std::atoi(text) : 0;
+unsigned long long StatusOf(HINTERNET request) {
+    unsigned long long status = 0;
+    NumberField(request, HTTP_QUERY_STATUS_CODE, status);
+    return status;
 }
 
-bool IsRedirection(int status) {
+/// How much to ask for at once. A read waits until all of it is there: on a slow line that would
+/// hide the progress, and small reads take most of the time on a fast one. So as long as reads end
+/// quickly, the next one is larger; otherwise it takes what is there.
+class ReadSize {
+public:
+    /// False when the connection has failed.
+    bool Next(HINTERNET request, DWORD& next) {
+        next = 0;
+        if (size == 0 && InternetQueryDataAvailable(request, &next, /*dwFlags=*/0,
+                                                    /*dwContext=*/0) == FALSE)
+            return false;
+        if (size > 0 || next >= plenty)
+            next = size = std::min(std::max(2 * size, plenty), largestRead);
+        begin = GetTickCount();
+        return true;
+    }
+
+    void WasRead() {
+        if (GetTickCount() - begin > quick)
+            size = 0;
+    }
+
+private:
+    static constexpr DWORD plenty = 4096;
+    static constexpr DWORD quick = 20; // milliseconds
+    DWORD size = 0;                    ///< 0: what is there
+    DWORD begin = 0;
+};
+
+bool IsRedirection(unsigned long long status) {
     return (status >= 301 && status <= 303) || status == 307 || status == 308;
 }
 
@@ -66,8 +102,9 @@ Transfer* Transfer::Start(HINTERNET session, const char* url, const char* localP
     GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
                        reinterpret_cast<const wchar_t*>(&Transfer::Run), &transfer->library);
     if (transfer->library != nullptr && transfer->Open(url, localPath)) {
-        thread.Reset(CreateThread(/*lpThreadAttributes=*/nullptr, /*dwStackSize=*/0, &Transfer::Run,
-                                  transfer, /*dwCreationFlags=*/0, /*lpThreadId=*/nullptr));
+        thread.Reset(CreateThread(/*lpThreadAttributes=*/nullptr, stackSize, &Transfer::Run,
+                                  transfer, STACK_SIZE_PARAM_IS_A_RESERVATION,
+                                  /*lpThreadId=*/nullptr));
         if (thread)
             return transfer;
         transfer->file.Close();
@@ -125,7 +162,7 @@ bool Transfer::Fetch() {
         const HINTERNET asked = Ask();
         if (asked == nullptr)
             return false;
-        const int status = StatusOf(asked);
+        const unsigned long long status = StatusOf(asked);
         if (!IsRedirection(status))
             return status == HTTP_STATUS_OK && Receive(asked);
         if (!Redirect(asked))
@@ -172,25 +209,26 @@ bool Transfer::Redirect(HINTERNET asked) {
            target.Set(whole) && (target.IsSecure() || !wasSecure);
 }
 
-/// Writes what comes as soon as it comes, so that progress is seen on slow lines. WinINet calls a
-/// reply complete that broke off before its end, or even in its head; it hands out what comes after
-/// the end.
+/// Writes what comes. WinINet calls a reply complete that broke off before its end, or even in its
+/// head; it hands out what comes after the end.
 bool Transfer::Receive(HINTERNET asked) {
     unsigned long long length = 0;
     const bool lengthIsKnown = AnnouncedLength(asked, length);
     if (lengthIsKnown)
         total = length;
-    char bytes[64 * 1024];
+    char bytes[largestRead];
+    ReadSize size;
     while (!lengthIsKnown || received < length) {
-        DWORD here = 0;
         DWORD got = 0;
-        if (InternetQueryDataAvailable(asked, &here, /*dwFlags=*/0, /*dwContext=*/0) == FALSE)
+        DWORD wanted = 0;
+        if (!size.Next(asked, wanted))
             return false;
-        unsigned long long wanted = std::min<unsigned long long>(here, sizeof bytes);
+        unsigned long long most = std::min(wanted, largestRead);
         if (lengthIsKnown)
-            wanted = std::min(wanted, length - received);
-        if (InternetReadFile(asked, bytes, static_cast<DWORD>(wanted), &got) == FALSE)
+            most = std::min(most, length - received);
+        if (InternetReadFile(asked, bytes, static_cast<DWORD>(most), &got) == FALSE)
             return false;
+        size.WasRead();
         if (got == 0)
             return !lengthIsKnown && received > 0;
         if (!Write(bytes, got)) {

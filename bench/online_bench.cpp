@@ -50,7 +50,7 @@ void Measure(const char* size, const std::string& target, std::int64_t bytes) {
         for (auto _ : state) {
             download.StartDownload(session, url.c_str(), path.c_str(), 0);
             while (download.IsDownloading())
-                Sleep(bytes > 1 << 20 ? 1 : 0);
+                Sleep(1);
         }
         state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) * bytes);
         if (!download.WasSuccessful() || folder == nullptr || access == nullptr)

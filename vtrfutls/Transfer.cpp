@@ -67,21 +67,21 @@ public:
         if (size == 0 && InternetQueryDataAvailable(request, &next, /*dwFlags=*/0,
                                                     /*dwContext=*/0) == FALSE)
             return false;
-        if (size > 0 || next >= plenty)
-            next = size = std::min(std::max(2 * size, plenty), largestRead);
+        next = size == 0 && next < plenty ? next : std::clamp(2 * size, plenty, largestRead);
+        size = next < plenty ? 0 : next;
         begin = GetTickCount();
         return true;
     }
 
     void WasRead() {
         if (GetTickCount() - begin > quick)
-            size = 0;
+            size = size / 4 < plenty ? 0 : size / 4; // the next is twice that
     }
 
 private:
     static constexpr DWORD plenty = 4096;
-    static constexpr DWORD quick = 20; // milliseconds
-    DWORD size = 0;                    ///< 0: what is there
+    static constexpr DWORD quick = 100; // milliseconds
+    DWORD size = 0;                     ///< 0: what is there
     DWORD begin = 0;
 };
 

@@ -20,6 +20,9 @@
 #define ID_PREVIOUS_PAGE 108
 #define ID_UNDO 109
 #define ID_REDO 110
+#define ID_PLAY 111
+#define ID_RESUME 112
+#define ID_TRY 113
 
 /* Controls of the main window. */
 #define ID_PAGE_LABEL 200
@@ -187,6 +190,22 @@
 #define ID_FOLDERS_MESSAGE 1506
 #define ID_FOLDERS_COUNTS 1507
 #define ID_FOLDERS_FLAG 1520
+
+/* Controls of the page "Promo". */
+#define ID_PROMO_SIZE_LABEL 1700
+#define ID_PROMO_SIZE 1701
+#define ID_PROMO_STOP 1702
+#define ID_PROMO_EFFECT_LABEL 1703
+#define ID_PROMO_EFFECT 1704
+#define ID_PROMO_TIME_LABEL 1705
+#define ID_PROMO_TIME 1706
+#define ID_PROMO_STAGE 1707
+#define ID_PROMO_STEPS_LABEL 1708
+#define ID_PROMO_STEPS 1709
+#define ID_PROMO_SCRIPT_LABEL 1710
+#define ID_PROMO_SCRIPT 1711
+#define ID_PROMO_MESSAGE 1712
+#define ID_PROMO_COUNTS 1713
 
 /* Icons of the tree of folders. */
 #define ID_ICON_FOLDER 1600

@@ -6,6 +6,7 @@
 #include "gallery/pages/ini/IniDocumentPage.h"
 #include "gallery/pages/language/LanguagePage.h"
 #include "gallery/pages/observers/ObserversPage.h"
+#include "gallery/pages/promo/PromoPage.h"
 #include "gallery/pages/recent/RecentFilesPage.h"
 #include "gallery/pages/regions/RegionsPage.h"
 #include "gallery/pages/system/SystemPage.h"
@@ -36,6 +37,7 @@ constexpr PageEntry pages[] = {
     {.titleKey = "Observers", .pictureName = L"observers", .make = MakeObserversPage},
     {.titleKey = "Regions", .pictureName = L"regions", .make = MakeRegionsPage},
     {.titleKey = "Dialogs", .pictureName = L"dialogs", .make = MakeDialogsPage},
+    {.titleKey = "Promo", .pictureName = L"promo", .make = MakePromoPage},
     {.titleKey = "System", .pictureName = L"system", .make = MakeSystemPage},
     {.titleKey = "Undo", .pictureName = L"undo", .make = MakeUndoPage},
 };

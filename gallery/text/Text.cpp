@@ -44,6 +44,17 @@ bool Narrow(const std::wstring& wide, std::string& narrow, unsigned codePage) {
     return true;
 }
 
+std::string NarrowAnyway(const std::wstring& wide) {
+    std::string narrow;
+    if (!Narrow(wide, narrow)) {
+        for (const wchar_t character : wide) {
+            std::string one;
+            narrow += Narrow(std::wstring(1, character), one) ? one : "?";
+        }
+    }
+    return narrow;
+}
+
 std::wstring AbsolutePath(const std::wstring& path) {
     wchar_t absolute[MAX_PATH];
     const DWORD length = GetFullPathNameW(path.c_str(), MAX_PATH, absolute, /*lpFilePart=*/nullptr);

@@ -16,6 +16,9 @@ std::wstring Widen(const char* text, unsigned codePage);
 bool Narrow(const std::wstring& wide, std::string& narrow);
 bool Narrow(const std::wstring& wide, std::string& narrow, unsigned codePage);
 
+/// In the code page of the language; characters that it lacks become "?".
+std::string NarrowAnyway(const std::wstring& wide);
+
 /// A relative name would point elsewhere once the current folder changes.
 std::wstring AbsolutePath(const std::wstring& path);
 

@@ -15,6 +15,19 @@ LRESULT CALLBACK LeaveDialogKeys(HWND window, UINT message, WPARAM wParam, LPARA
     return message == WM_GETDLGCODE ? result & ~LRESULT{DLGC_WANTALLKEYS} : result;
 }
 
+/// The same in one that is written, but for Enter. What is there is not selected by Tab: the next
+/// letter would replace it all.
+LRESULT CALLBACK KeepEnter(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                           DWORD_PTR) noexcept {
+    LRESULT result = DefSubclassProc(window, message, wParam, lParam);
+    if (message != WM_GETDLGCODE)
+        return result;
+    const auto* asked = reinterpret_cast<const MSG*>(lParam);
+    if (asked == nullptr || asked->wParam != VK_RETURN)
+        result &= ~LRESULT{DLGC_WANTALLKEYS};
+    return result & ~LRESULT{DLGC_HASSETSEL};
+}
+
 } // namespace
 
 HWND MakeControl(HWND parent, const wchar_t* className, const wchar_t* text, DWORD style, int id) {
@@ -39,6 +52,17 @@ HWND MakeReader(HWND parent, int id) {
         WS_TABSTOP | WS_BORDER | WS_VSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL, id);
     SetWindowSubclass(reader, LeaveDialogKeys, /*uIdSubclass=*/0, /*dwRefData=*/0);
     return reader;
+}
+
+HWND MakeEditor(HWND parent, int id) {
+    const HWND editor =
+        MakeControl(parent, WC_EDITW, L"",
+                    WS_TABSTOP | WS_BORDER | WS_VSCROLL | WS_HSCROLL | ES_MULTILINE |
+                        ES_WANTRETURN | ES_AUTOVSCROLL | ES_AUTOHSCROLL,
+                    id);
+    SendMessageW(editor, EM_SETLIMITTEXT, /*longest=*/1'000'000, 0);
+    SetWindowSubclass(editor, KeepEnter, /*uIdSubclass=*/0, /*dwRefData=*/0);
+    return editor;
 }
 
 HWND MakeCheckBox(HWND parent, int id) {

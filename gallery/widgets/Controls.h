@@ -14,6 +14,8 @@ HWND MakeButton(HWND parent, const wchar_t* text, int id);
 HWND MakeEdit(HWND parent, int id);
 /// Lines to read and copy, with a scroll bar.
 HWND MakeReader(HWND parent, int id);
+/// Lines to write, with scroll bars. Enter begins a line; Tab and Esc are the window's.
+HWND MakeEditor(HWND parent, int id);
 HWND MakeCheckBox(HWND parent, int id);
 /// A list to drop down and choose from.
 HWND MakeChoice(HWND parent, int id);

@@ -60,6 +60,29 @@ void ExpectPicture(const std::wstring& file) {
     }
 }
 
+/// The new message has taken 45 percent of the stage's width from the left, whatever the clock.
+void ExpectWipe(const std::wstring& file) {
+    Gdiplus::Bitmap picture(file.c_str());
+    const Gdiplus::Color paper(250, 240, 214);
+    const Gdiplus::Color night(20, 34, 64);
+    std::set<int> newColumns, oldColumns;
+    for (int y = 0; y < static_cast<int>(picture.GetHeight()); ++y) {
+        for (int x = 0; x < static_cast<int>(picture.GetWidth()); ++x) {
+            Gdiplus::Color colour;
+            picture.GetPixel(x, y, &colour);
+            if (colour.GetValue() == paper.GetValue())
+                newColumns.insert(x);
+            else if (colour.GetValue() == night.GetValue())
+                oldColumns.insert(x);
+        }
+    }
+    ASSERT_FALSE(newColumns.empty());
+    ASSERT_FALSE(oldColumns.empty());
+    const int left = *newColumns.begin();
+    EXPECT_EQ(*newColumns.rbegin() + 1, *oldColumns.begin());
+    EXPECT_EQ(*oldColumns.begin() - left, (*oldColumns.rbegin() + 1 - left) * 45 / 100);
+}
+
 TEST(PictureMode, MakesAPictureOfEachPage) {
     const TestFolder folder;
     const std::string document = ReadBytes(gallery::ProgramFolder() + "media-settings.ini");
@@ -72,10 +95,11 @@ TEST(PictureMode, MakesAPictureOfEachPage) {
     ASSERT_EQ(Gdiplus::Ok, Gdiplus::GdiplusStartup(&token, &input, /*output=*/nullptr));
     for (const char* page :
          {"ini-document", "xml-document", "table", "language", "recent-files", "files", "folders",
-          "text", "observers", "regions", "system", "undo"}) {
+          "text", "observers", "regions", "promo", "system", "undo"}) {
         SCOPED_TRACE(page);
         ExpectPicture(gallery::Widen((pictures + "\\" + page + ".png").c_str()));
     }
+    ExpectWipe(gallery::Widen((pictures + "\\promo.png").c_str()));
     Gdiplus::GdiplusShutdown(token);
 }
 

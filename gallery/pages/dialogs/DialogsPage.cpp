@@ -49,18 +49,6 @@ const char* AnswerKey(int answer) {
     }
 }
 
-/// In the code page of the language; characters that it lacks become "?".
-std::string NarrowAnyway(const std::wstring& text) {
-    std::string narrow;
-    if (!Narrow(text, narrow)) {
-        for (const wchar_t c : text) {
-            std::string one;
-            narrow += Narrow(std::wstring(1, c), one) ? one : "?";
-        }
-    }
-    return narrow;
-}
-
 std::wstring SystemFolder() {
     wchar_t path[MAX_PATH] = L"";
     GetSystemDirectoryW(path, MAX_PATH);

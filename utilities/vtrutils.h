@@ -14,6 +14,8 @@
 #include "utilities/containers/Stack.h"
 #include "utilities/containers/StringDynArray.h"
 #include "utilities/containers/StringList.h"
+#include "utilities/online/FreeSoundOrg.h"
+#include "utilities/online/OnlineSoundRepo.h"
 #include "utilities/online/ServiceHosts.h"
 #include "utilities/promo/PromoScript.h"
 #include "utilities/system/files/FileFunctions.h"

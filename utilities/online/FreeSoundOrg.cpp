@@ -88,9 +88,9 @@ bool CFreeSoundOrg::DoSearch(char* query, _sbos_type sort, _sbosdescasc_t /*orde
 }
 
 bool CFreeSoundOrg::LoadDataFromJSONResult() {
-    totalResults = vtr::Integer(&root, "count");
-    const Json::Value* const results = vtr::ArrayMember(&root, "results");
-    if (results == nullptr) {
+    totalResults = vtr::Integer(vtr::Member(&root, "count"));
+    const Json::Value* const results = vtr::Member(&root, "results");
+    if (results == nullptr || !results->isArray()) {
         Log("CFreeSoundOrg::LoadDataFromJSONResult() - null results - returning false");
         return false;
     }

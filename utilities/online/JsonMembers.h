@@ -1,16 +1,16 @@
 #ifndef VTRUTILS_ONLINE_JSONMEMBERS_H
 #define VTRUTILS_ONLINE_JSONMEMBERS_H
 
-#include "utilities/base/StoreCut.h"
-
+#include <algorithm>
 #include <cfloat>
 #include <climits>
+#include <cstring>
 #include <json/value.h>
 #include <string_view>
 
-/// Reads members of JSON values that others made: what is missing, is of another type than asked
-/// for, or does not fit its field, is null, 0 or "". Nothing here takes memory or throws. Private
-/// to the library. Immutable and safe.
+/// Reads JSON values that others made: what is missing, is of another type than asked for, or does
+/// not fit its field, is null, 0 or "". Nothing here takes memory or throws. Private to the
+/// library. Immutable and safe.
 
 namespace vtr {
 
@@ -21,47 +21,41 @@ inline const Json::Value* Member(const Json::Value* object, std::string_view nam
                : nullptr;
 }
 
-inline const Json::Value* ObjectMember(const Json::Value* object, std::string_view name) {
-    const Json::Value* const member = Member(object, name);
-    return member != nullptr && member->isObject() ? member : nullptr;
-}
-
-inline const Json::Value* ArrayMember(const Json::Value* object, std::string_view name) {
-    const Json::Value* const member = Member(object, name);
-    return member != nullptr && member->isArray() ? member : nullptr;
-}
-
 /// The number cut to an integer; 0 unless it is from `smallest` to `largest`.
-inline long long WholeNumber(const Json::Value* object, std::string_view name,
-                             double smallest = INT_MIN, double largest = INT_MAX) {
-    const Json::Value* const member = Member(object, name);
-    if (member == nullptr || member->type() == Json::booleanValue || !member->isNumeric())
+inline long long WholeNumber(const Json::Value* value, double smallest, double largest) {
+    if (value == nullptr || value->type() == Json::booleanValue || !value->isNumeric())
         return 0;
-    const double number = member->asDouble();
+    const double number = value->asDouble();
     return number >= smallest && number <= largest ? static_cast<long long>(number) : 0;
 }
 
-inline int Integer(const Json::Value* object, std::string_view name) {
-    return static_cast<int>(WholeNumber(object, name));
+inline int Integer(const Json::Value* value) {
+    return static_cast<int>(WholeNumber(value, INT_MIN, INT_MAX));
 }
 
-inline float Float(const Json::Value* object, std::string_view name) {
-    const Json::Value* const member = Member(object, name);
-    if (member == nullptr || member->type() == Json::booleanValue || !member->isNumeric())
+inline float Float(const Json::Value* value) {
+    if (value == nullptr || value->type() == Json::booleanValue || !value->isNumeric())
         return 0;
-    const double number = member->asDouble();
+    const double number = value->asDouble();
     return number >= -FLT_MAX && number <= FLT_MAX ? static_cast<float>(number) : 0;
 }
 
-/// Up to a zero byte in the text.
-inline const char* Text(const Json::Value* value) {
-    return value != nullptr && value->isString() ? value->asCString() : "";
+/// Stores the text up to a zero byte in it, cut to `size - 1` characters, and returns its length.
+inline std::size_t StoreText(const Json::Value* value, char* buffer, std::size_t size) {
+    const char* begin = "";
+    const char* end = begin;
+    if (value != nullptr && value->isString())
+        value->getString(&begin, &end);
+    const std::size_t whole = static_cast<std::size_t>(end - begin);
+    const std::size_t length = strnlen(begin, std::min(whole, size - 1));
+    std::memcpy(buffer, begin, length);
+    buffer[length] = '\0';
+    return length;
 }
 
-/// Cut to the buffer.
 template <std::size_t size>
-void StoreMember(const Json::Value* object, std::string_view name, char (&buffer)[size]) {
-    StoreCut(Text(Member(object, name)), buffer, size);
+void StoreText(const Json::Value* value, char (&buffer)[size]) {
+    StoreText(value, buffer, size);
 }
 
 } // namespace vtr

@@ -116,7 +116,8 @@ public:
     virtual bool DoSearch(char* query, _sbos_type sort, _sbosdescasc_t order, int page,
                           int pageSize, _licType licence) = 0;
 
-    /// Reads the reply once it has come whole.
+    /// Reads the reply once it has come whole, which takes up to 700 KB of the thread's stack if
+    /// the reply is as deep as can be.
     _tFS_Q_State GetState() noexcept;
 
     /// Copies the record. False, with `out` unchanged, unless 0 <= index < `NumReturnedResults()`.

@@ -1,7 +1,8 @@
 #ifndef VTRUTILS_ONLINE_JSONMEMBERS_H
 #define VTRUTILS_ONLINE_JSONMEMBERS_H
 
-#include <algorithm>
+#include "utilities/base/ByteSearch.h"
+
 #include <cfloat>
 #include <climits>
 #include <cstring>
@@ -46,8 +47,10 @@ inline std::size_t StoreText(const Json::Value* value, char* buffer, std::size_t
     const char* end = begin;
     if (value != nullptr && value->isString())
         value->getString(&begin, &end);
-    const std::size_t whole = static_cast<std::size_t>(end - begin);
-    const std::size_t length = strnlen(begin, std::min(whole, size - 1));
+    if (static_cast<std::size_t>(end - begin) > size - 1)
+        end = begin + size - 1;
+    const char* const zero = FindByte(begin, end, '\0');
+    const std::size_t length = static_cast<std::size_t>((zero != nullptr ? zero : end) - begin);
     std::memcpy(buffer, begin, length);
     buffer[length] = '\0';
     return length;

@@ -14,9 +14,8 @@ CMyList& Internals::ListOf(CDLookup& lookup, _cdRequestType type) {
 }
 
 void Internals::Erase(CMyList& list) {
-    const int count = list.NumNodes();
-    for (int i = 0; i < count; ++i)
-        std::free(list.Index(i, /*sortValueOut=*/nullptr));
+    for (const _tNode_t* node = list.NodeByIndex(0); node != nullptr; node = node->next)
+        std::free(node->item);
     list.RemoveAll();
 }
 

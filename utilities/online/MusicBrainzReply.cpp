@@ -30,12 +30,18 @@ int Number(const char* text) {
     return text != nullptr ? static_cast<int>(std::strtol(text, nullptr, 10)) : 0;
 }
 
+/// Most texts have nothing to decode, which is seen while they are copied.
 template <std::size_t size>
 void StoreDecoded(const char* text, char (&field)[size]) {
     if (text == nullptr)
         return;
-    vtr::StoreCut(text, field, size);
-    DeHTMLifyString(field, size);
+    bool mayHaveReferences = false;
+    for (std::size_t i = 0; i < size - 1 && text[i] != '\0'; ++i) {
+        field[i] = text[i]; // the rest is zero
+        mayHaveReferences |= text[i] == '&' || text[i] == '%';
+    }
+    if (mayHaveReferences)
+        DeHTMLifyString(field, size);
 }
 
 /// The name gives way to what tells artists of that name apart.

@@ -21,6 +21,7 @@ wine_prefix bench
 wine_start
 wine_display
 wine_unmanaged
+services_start
 lines=build/bench/lines
 : >"$lines"
 load_before=$(cut -d' ' -f1 /proc/loadavg)

@@ -31,6 +31,7 @@ utilities/text/language   $ground utilities/containers utilities/text/tables
 utilities/xml             $ground utilities/text/html
 utilities/undo            $ground
 utilities/promo           $ground utilities/text/ini utilities/text/language
+utilities/online          $ground utilities/containers utilities/text/html utilities/xml
 utilities/ui              $ground utilities/system/info utilities/text/html utilities/text/language
 utilities                 $hosts utilities/base utilities/text/language
 gallery/text              $hosts

@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Reads the syntax tree of headers as clang dumps it in JSON, and prints the linker's name of every
-function that is marked as exported and of every public and protected member of a class so marked.
+function that is marked as exported and of every public and protected member of a class so marked, but
+for those that are left to derived classes.
 The dump is far larger than what is looked for: it is read declaration by declaration."""
 import json
 import sys
@@ -20,7 +21,8 @@ def names(node, in_exported_class=False):
     elif node['kind'] in ('NamespaceDecl', 'LinkageSpecDecl'):
         for part in parts:
             yield from names(part)
-    elif node['kind'] in FUNCTIONS and exported and not node.get('isImplicit') and not node.get('explicitlyDeleted'):
+    elif node['kind'] in FUNCTIONS and exported and not any(
+            node.get(kind) for kind in ('isImplicit', 'explicitlyDeleted', 'pure')):
         yield node['mangledName']
 
 

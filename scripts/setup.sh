@@ -6,14 +6,17 @@ set -euo pipefail
 packages=(
     # building
     cmake ninja-build g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 googletest
+    # fetching and unpacking Debian source packages that are built here
+    dpkg-dev xz-utils ca-certificates
     # running: Wine, an X server for machines without one, fonts for what is painted, Japanese included
     wine wine64 fonts-wine fonts-liberation fonts-vlgothic xvfb
-    # testing: English words that no list of offensive words may take offence at
-    wamerican
+    # testing: English words that no list of offensive words may take offence at; certificates for
+    # the recorded online services
+    wamerican openssl
     # checking
     clang clang-format clang-tidy python3
-    # measuring: a peer of the INI reader, and what unpacks Debian source packages
-    libsimpleini-dev dpkg-dev xz-utils ca-certificates
+    # measuring: a peer of the INI reader
+    libsimpleini-dev
 )
 
 missing=()

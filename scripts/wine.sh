@@ -88,6 +88,16 @@ wine_start() {
     "$wine_server" -p 7>&-
 }
 
+# services_start: starts the recorded online services, which end with this script, however it ends.
+# VTRUTILS_SERVICES tells programs where they listen.
+services_start() {
+    [ -z "${VTRUTILS_SERVICES:-}" ] || return 0
+    coproc services { exec "$project_root/scripts/recorded-services" --until-closed; }
+    read -r -t 60 VTRUTILS_SERVICES <&"${services[0]}" ||
+        { echo "wine: the recorded services did not start" >&2; return 1; }
+    export VTRUTILS_SERVICES
+}
+
 wine_stop() {
     local status=$?
     trap - EXIT

@@ -2,6 +2,7 @@
 
 #include "common/Handles.h"
 #include "common/WidePath.h"
+#include "vtrfutls/CriticalLock.h"
 #include "vtrfutls/FileNames.h"
 
 #include <atomic>
@@ -12,30 +13,15 @@
 
 namespace {
 
-/// A lock that its holder may take again: a sink may call back into the log.
-class LogLock {
-public:
-    LogLock() { InitializeCriticalSection(&section); }
-    ~LogLock() { DeleteCriticalSection(&section); }
-    LogLock(const LogLock&) = delete;
-    LogLock& operator=(const LogLock&) = delete;
-    void Enter() { EnterCriticalSection(&section); }
-    void Leave() { LeaveCriticalSection(&section); }
-
-private:
-    CRITICAL_SECTION section;
-};
-
 class LogState {
 public:
     std::atomic<bool> on{false};
 
     void SetSink(LogSink newSink, void* newContext) {
-        lock.Enter();
+        const vtr::CriticalLock::Holder held(lock);
         sink = newSink;
         context = newContext;
         Refresh();
-        lock.Leave();
     }
 
     bool SetFile(const char* path) {
@@ -49,10 +35,9 @@ public:
                                      FILE_ATTRIBUTE_NORMAL, /*hTemplateFile=*/nullptr));
         }
         const bool good = static_cast<bool>(opened) == wanted;
-        lock.Enter();
+        const vtr::CriticalLock::Holder held(lock);
         file = std::move(opened);
         Refresh();
-        lock.Leave();
         return good;
     }
 
@@ -62,17 +47,17 @@ public:
             if (line[i] == '\r' || line[i] == '\n')
                 line[i] = ' ';
         }
-        lock.Enter();
-        if (!writing) {
-            writing = true;
-            if (file)
-                WriteToFile(line, length);
-            line[length] = '\0';
-            if (sink != nullptr)
-                sink(line, context);
-            writing = false;
-        }
-        lock.Leave();
+        // A sink may call back into the log.
+        const vtr::CriticalLock::Holder held(lock);
+        if (writing)
+            return;
+        writing = true;
+        if (file)
+            WriteToFile(line, length);
+        line[length] = '\0';
+        if (sink != nullptr)
+            sink(line, context);
+        writing = false;
     }
 
 private:
@@ -98,7 +83,7 @@ private:
         std::free(whole);
     }
 
-    LogLock lock;
+    vtr::CriticalLock lock;
     LogSink sink = nullptr;
     void* context = nullptr;
     vtr::FileHandle file;

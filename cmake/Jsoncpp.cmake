@@ -1,0 +1,13 @@
+# jsoncpp, whose interface vtrutils.dll exports unchanged beside its own. Its code is compiled as it
+# came, without our warnings.
+vtr_debian_source(libjsoncpp JSONCPP_SOURCE LICENCE LICENSE)
+
+add_library(vtrutils_jsoncpp OBJECT
+    ${JSONCPP_SOURCE}/src/lib_json/json_reader.cpp
+    ${JSONCPP_SOURCE}/src/lib_json/json_value.cpp
+    ${JSONCPP_SOURCE}/src/lib_json/json_writer.cpp)
+target_compile_definitions(vtrutils_jsoncpp PRIVATE JSON_DLL_BUILD)
+target_include_directories(vtrutils_jsoncpp SYSTEM PUBLIC ${JSONCPP_SOURCE}/include)
+
+install(DIRECTORY ${JSONCPP_SOURCE}/include/json DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+    FILES_MATCHING PATTERN *.h)

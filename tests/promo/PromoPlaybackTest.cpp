@@ -206,6 +206,9 @@ TEST(PromoPlayback, WhatCannotPlayIsToldAndLeavesNoTimer) {
     const std::string good = "[a.1]\ntext.1=X\n[c.1]\ngoto.script=a\n";
     Stage none(0, 0);
     EXPECT_EQ(none.script->StaticWndFunc(none.area, WM_GETTEXTLENGTH, 0, 0), 0) << "before Go";
+    const vtr::WindowDc dc(GetDC(none.window));
+    none.script->OnPaint(dc.Get(), none.area, {0, 0, 9, 9});
+    EXPECT_EQ(GetPixel(dc.Get(), 1, 1), GetSysColor(COLOR_BTNFACE)) << "before Go";
     EXPECT_FALSE(none.Play(good));
     Stage stage;
     EXPECT_TRUE(stage.Play(good));

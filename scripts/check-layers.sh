@@ -40,10 +40,10 @@ gallery/app               $hosts gallery/text gallery/widgets
 gallery/pages/*           $hosts gallery/text gallery/widgets gallery/app
 gallery/pages             gallery/app gallery/pages/*
 gallery                   $hosts gallery/text gallery/widgets gallery/app gallery/pages
+tests/support             $hosts
 bench/support             $hosts
 bench/peers               $hosts bench/support
-bench                     $hosts bench/support bench/peers utilities/promo
-tests/support             $hosts
+bench                     $hosts bench/support bench/peers utilities/promo tests/support
 tests/*                   ANY
 "
 

@@ -1,21 +1,16 @@
 #include "tests/promo/Split.h"
-#include "tests/support/GuardedBuffer.h"
 #include "tests/support/Rounds.h"
-#include "utilities/promo/PromoDocument.h"
 #include "utilities/promo/PromoSequencer.h"
 #include "utilities/promo/PromoStyle.h"
 
 #include <algorithm>
-#include <climits>
 #include <cstring>
-#include <functional>
 #include <map>
 #include <string>
 #include <vector>
 
 namespace {
 
-using Found = vtr::PromoSequencer::Found;
 using Section = std::map<std::string, std::string>;
 using Document = std::map<std::string, Section>;
 
@@ -24,7 +19,7 @@ void LoadInto(CIniFileReader& reader, const Document& document) {
     for (const auto& [name, section] : document) {
         text += "[" + name + "]\r\n";
         for (const auto& [key, value] : section)
-            text += key + "=" + value + "\r\n";
+            text += static_cast<char>(std::toupper(key[0])) + key.substr(1) + "=" + value + "\r\n";
     }
     ASSERT_TRUE(reader.InitFromBuffer(reinterpret_cast<const unsigned char*>(text.data()),
                                       static_cast<unsigned>(text.size()), false));
@@ -36,45 +31,34 @@ std::string Get(const Document& document, const std::string& section, const std:
     return found != document.end() && value != found->second.end() ? value->second : "";
 }
 
-template <class Values>
-auto Any(Dice& dice, const Values& values) {
-    return values[static_cast<std::size_t>(dice.Below(static_cast<int>(values.size())))];
-}
-
 std::string Dot(const std::string& name, int number) {
     return name + "." + std::to_string(number);
 }
 
 /// Where a script goes on, from the rules of the language.
 struct SequencerModel {
-    /// What the sub-step may show; empty: there is no such text.
-    std::vector<std::string> Texts(int inStep, int inSubStep) const {
+    /// Empty: there is no such text.
+    std::string Text(int inStep, int inSubStep) const {
         const std::string section = Dot(script, inStep);
-        std::vector<std::string> texts;
-        const std::string plain = Get(document, section, Dot("text", inSubStep));
-        if (!plain.empty())
-            texts.push_back(plain);
-        for (int m = 1; plain.empty(); ++m) {
-            const std::string one = Get(document, section, Dot(Dot("random", inSubStep), m));
+        std::string text = Get(document, section, Dot("text", inSubStep));
+        std::vector<std::string> others;
+        for (std::string one; text.empty(); others.push_back(one)) {
+            const int number = static_cast<int>(others.size()) + 1;
+            one = Get(document, section, Dot(Dot("random", inSubStep), number));
             if (one.empty())
                 break;
-            texts.push_back(one);
         }
+        if (!others.empty())
+            text = others[static_cast<std::size_t>(std::rand()) % others.size()];
         const std::string event = Get(document, section, Dot("special event", inSubStep));
-        if (event == "veto")
-            texts.clear();
-        if (!event.empty()) {
-            for (std::string& text : texts)
-                text += event;
-        }
-        return texts;
+        return text.empty() || event == "veto" ? "" : text + event;
     }
 
-    std::vector<std::string> Next() {
+    std::string Next() {
         for (int round = 0; round < 64; ++round) {
             ++subStep;
-            if (const auto texts = Texts(step, subStep); !texts.empty())
-                return texts;
+            if (const auto text = Text(step, subStep); !text.empty())
+                return text;
             ++step;
             subStep = 1;
             const std::string section = Dot(script, step);
@@ -85,8 +69,8 @@ struct SequencerModel {
                 script = target;
                 step = 1;
                 subStep = 0;
-            } else if (const auto texts = Texts(step, 1); !texts.empty()) {
-                return texts;
+            } else if (const auto text = Text(step, 1); !text.empty()) {
+                return text;
             } else if (!returnScript.empty() || returnStep > 0) {
                 script = returnScript.empty() ? script : returnScript;
                 step = std::max(returnStep, 1);
@@ -95,11 +79,11 @@ struct SequencerModel {
                 returnStep = -1;
             } else {
                 step = 1;
-                if (const auto first = Texts(1, 1); !first.empty())
+                if (const auto first = Text(1, 1); !first.empty())
                     return first;
             }
         }
-        return {};
+        return "";
     }
 
     const Document& document;
@@ -134,45 +118,17 @@ Document RandomScripts(Dice& dice) {
     return document;
 }
 
-/// What a style sets, with the values of a new object.
+/// What a style sets.
 struct StyleFields {
-    StyleFields() { Style().Reset(); }
-    vtr::PromoStyle Style() {
-        return {font,     background, text, horizontal, vertical, format, pixels,
-                percents, hostDrawn,  name, refresh,    time,     effect, transition};
-    }
-    std::vector<long long> Values() const {
-        return {font.lfWeight,
-                font.lfItalic,
-                font.lfUnderline,
-                font.lfHeight,
-                font.lfFaceName[0],
-                horizontal,
-                vertical,
-                text,
-                background,
-                transition,
-                hostDrawn,
-                name[0],
-                refresh,
-                time,
-                effect};
-    }
-
     LOGFONTA font{};
-    COLORREF background = 0;
-    COLORREF text = 0;
-    int horizontal = 0;
-    int vertical = 0;
-    UINT format = 0;
-    int pixels[4]{};
-    int percents[4]{};
-    bool hostDrawn = false;
-    char name[260]{};
-    int refresh = 0;
-    int time = 0;
-    int effect = 0;
-    COLORREF transition = 0;
+    COLORREF background, text, transition;
+    int horizontal, vertical, refresh, time, effect, pixels[4], percents[4];
+    UINT format;
+    bool hostDrawn;
+    char name[260];
+    const vtr::PromoStyle style{font,    background, text,     horizontal, vertical,
+                                format,  pixels,     percents, hostDrawn,  name,
+                                refresh, time,       effect,   transition};
 };
 
 /// The sources of a sub-step's properties, the first one first, as (section, suffix of keys).
@@ -205,43 +161,18 @@ TEST(PromoModel, TextsFollowAsTheRulesSay) {
         SequencerModel model{document};
         for (int move = 0; move < 40; ++move) {
             char text[64];
-            const Found found = sequencer.Next({script, step, subStep, returnScript, returnStep},
-                                               text, sizeof text);
-            const auto expected = model.Next();
-            ASSERT_EQ(found == Found::text, !expected.empty()) << "move " << move;
+            std::srand(static_cast<unsigned>(move));
+            sequencer.Next({script, step, subStep, returnScript, returnStep}, text, sizeof text);
+            std::srand(static_cast<unsigned>(move));
+            const std::string expected = model.Next();
+            ASSERT_EQ(text, expected) << "move " << move;
             ASSERT_EQ(Dot(Dot(script, step), subStep),
                       Dot(Dot(model.script, model.step), model.subStep))
                 << "move " << move;
-            ASSERT_TRUE(std::count(expected.begin(), expected.end(), text) > 0 || expected.empty())
-                << text;
             shown += expected.empty() ? 0 : 1;
         }
     });
     EXPECT_GT(shown, 20000);
-}
-
-TEST(PromoModel, AlternativesAreAllShownAndLateOnesNever) {
-    CIniFileReader reader;
-    LoadInto(reader, {{"e.1", {{"text.1", "x"}, {"special event.1", "x"}}},
-                      {"a.1", {{"random.1.1", "1"}, {"RANDOM.1.2", "2"}, {"random.1.4", "4"}}}});
-    bool* mark = nullptr;
-    const vtr::PromoSequencer sequencer(reader, {nullptr, nullptr, mark});
-    const vtr::PromoSequencer endless(reader, {[](auto, auto, char* out, int size, auto) {
-                                                   std::fill_n(out, size, 'M');
-                                                   return true;
-                                               },
-                                               nullptr, mark});
-    GuardedBytes whole(8);
-    EXPECT_EQ(endless.Text("e", 1, 1, whole.Data(), 8), Found::text);
-    EXPECT_EQ(std::string(whole.Data()), "MMMMMMM") << "what a handler leaves without an end";
-    int seen[5]{};
-    std::srand(1);
-    for (int i = 0; i < 100; ++i) {
-        char text[8];
-        ASSERT_EQ(sequencer.Text("a", 1, 1, text, sizeof text), Found::text);
-        ++seen[text[0] - '0'];
-    }
-    EXPECT_TRUE(seen[1] > 0 && seen[2] > 0 && seen[1] + seen[2] == 100);
 }
 
 TEST(PromoModel, ThePropertyOfTheLastSourceThatHasAValidOneCounts) {
@@ -251,7 +182,6 @@ TEST(PromoModel, ThePropertyOfTheLastSourceThatHasAValidOneCounts) {
         const char*
             values; ///< texts and what each sets; after the semicolon those that set nothing
     };
-    // In the order of StyleFields::Values.
     const Kind kinds[] = {
         {"bold", 400, "1=700|0=400;yes|01"},
         {"italic", 0, "1=1|0=0;true|-1"},
@@ -289,11 +219,11 @@ TEST(PromoModel, ThePropertyOfTheLastSourceThatHasAValidOneCounts) {
                 const auto invalid = Split(Split(kinds[i].values, ';')[1], '|');
                 const int choice = dice.Below(3);
                 if (choice == 0) {
-                    const auto value = Split(Any(dice, valid), '=');
+                    const auto value = Split(dice.Any(valid), '=');
                     keys[kinds[i].key + suffix] = value[0];
                     expected[i] = std::stoll(value[1]);
                 } else if (choice == 1) {
-                    keys[kinds[i].key + suffix] = Any(dice, invalid);
+                    keys[kinds[i].key + suffix] = dice.Any(invalid);
                 }
             }
             if (dice.Below(6) == 0) {
@@ -319,14 +249,30 @@ TEST(PromoModel, ThePropertyOfTheLastSourceThatHasAValidOneCounts) {
         CIniFileReader reader;
         LoadInto(reader, document);
         StyleFields fields;
-        fields.Style().Resolve(reader, "a", 1, 2);
-        const auto values = fields.Values();
+        const vtr::PromoStyle& s = fields.style;
+        s.Resolve(reader, "a", 1, 2);
+        const LONG values[] = {// in the order of the kinds
+                               s.font.lfWeight,
+                               s.font.lfItalic,
+                               s.font.lfUnderline,
+                               s.font.lfHeight,
+                               s.font.lfFaceName[0],
+                               s.horizontal,
+                               s.vertical,
+                               LONG(s.textColor),
+                               LONG(s.backgroundColor),
+                               LONG(s.transitionColor),
+                               s.hostBackground,
+                               s.hostBackgroundName[0],
+                               s.refreshPeriod,
+                               s.transitionTime,
+                               s.effect};
         for (std::size_t i = 0; i < std::size(kinds); ++i)
             EXPECT_EQ(values[i], expected[i]) << kinds[i].key;
         const UINT aligned[] = {0, DT_CENTER, DT_RIGHT};
-        EXPECT_EQ(fields.format, DT_WORDBREAK | DT_NOPREFIX | aligned[fields.horizontal]);
-        EXPECT_TRUE(std::equal(pixels, pixels + 4, fields.pixels));
-        EXPECT_TRUE(std::equal(percents, percents + 4, fields.percents));
+        EXPECT_EQ(s.textFormat, DT_WORDBREAK | DT_NOPREFIX | aligned[s.horizontal]);
+        EXPECT_TRUE(std::equal(pixels, pixels + 4, s.marginPixels));
+        EXPECT_TRUE(std::equal(percents, percents + 4, s.marginPercents));
     });
 }
 

@@ -2,6 +2,7 @@
 #define VTRUTILS_PROMO_PROMOINTERNALS_H
 
 #include "common/Handles.h"
+#include "utilities/base/Layout.h"
 #include "utilities/promo/PromoEffects.h"
 #include "utilities/promo/PromoScript.h"
 #include "utilities/promo/PromoSequencer.h"
@@ -39,7 +40,6 @@ struct vtr::Internals<CPromoScript> {
     // PromoWindow.cpp: the window, and its frames as they are asked for.
     static bool TakeWindow(CPromoScript& script, HWND window);
     static void LeaveWindow(CPromoScript& script);
-    static void WindowDestroyed(CPromoScript& script);
     static void Invalidate(const CPromoScript& script);
     static void Resized(CPromoScript& script);
     static void PaintWindow(CPromoScript& script, HWND window);
@@ -49,7 +49,7 @@ struct vtr::Internals<CPromoScript> {
                                       LPARAM lParam) noexcept;
 
     // PromoPainter.cpp: one message, off-screen.
-    static bool MakeOffscreen(CPromoScript& script, HWND window);
+    static bool FitOffscreen(CPromoScript& script, HWND window);
     static void SetUpContext(CPromoScript& script, HDC dc);
     static void RevealCharacter(CPromoScript& script);
     static RECT TextPlace(const CPromoScript& script, HDC dc, const RECT& client);
@@ -63,6 +63,65 @@ struct vtr::Internals<CPromoScript> {
     static bool PrepareFrames(CPromoScript& script, HDC dc, SIZE size);
     static void ShowProgress(const CPromoScript& script, HDC dc, SIZE size, int progress);
     static void FreeFrames(CPromoScript& script);
+
+    VTR_FIELD_AT(CPromoScript, outputWindow, 0);
+    VTR_FIELD_AT(CPromoScript, document, 8);
+    VTR_FIELD_AT(CPromoScript, step, 40);
+    VTR_FIELD_AT(CPromoScript, subStep, 44);
+    VTR_FIELD_AT(CPromoScript, returnStep, 48);
+    VTR_FIELD_AT(CPromoScript, defaultWait, 52);
+    VTR_FIELD_AT(CPromoScript, stepWait, 56);
+    VTR_FIELD_AT(CPromoScript, clearPause, 60);
+    VTR_FIELD_AT(CPromoScript, activeClearPause, 64);
+    VTR_FIELD_AT(CPromoScript, mainTimer, 72);
+    VTR_FIELD_AT(CPromoScript, refreshTimer, 80);
+    VTR_FIELD_AT(CPromoScript, transitionTimer, 88);
+    VTR_FIELD_AT(CPromoScript, eventHandler, 96);
+    VTR_FIELD_AT(CPromoScript, eventContext, 104);
+    VTR_FIELD_AT(CPromoScript, backgroundHandler, 112);
+    VTR_FIELD_AT(CPromoScript, backgroundContext, 120);
+    VTR_FIELD_AT(CPromoScript, sourceFile, 128);
+    VTR_FIELD_AT(CPromoScript, startScript, 388);
+    VTR_FIELD_AT(CPromoScript, currentScript, 648);
+    VTR_FIELD_AT(CPromoScript, displayText, 908);
+    VTR_FIELD_AT(CPromoScript, pending, 2956);
+    VTR_FIELD_AT(CPromoScript, returnScript, 5004);
+    VTR_FIELD_AT(CPromoScript, sourceBuffer, 5264);
+    VTR_FIELD_AT(CPromoScript, sourceSize, 5272);
+    VTR_FIELD_AT(CPromoScript, offscreenBitmap, 5280);
+    VTR_FIELD_AT(CPromoScript, offscreen, 5288);
+    VTR_FIELD_AT(CPromoScript, previousProcedure, 5296);
+    VTR_FIELD_AT(CPromoScript, font, 5304);
+    VTR_FIELD_AT(CPromoScript, fontDescription, 5312);
+    VTR_FIELD_AT(CPromoScript, madeDescription, 5372);
+    VTR_FIELD_AT(CPromoScript, backgroundBrush, 5432);
+    VTR_FIELD_AT(CPromoScript, backgroundColor, 5440);
+    VTR_FIELD_AT(CPromoScript, brushColor, 5444);
+    VTR_FIELD_AT(CPromoScript, textColor, 5448);
+    VTR_FIELD_AT(CPromoScript, horizontal, 5452);
+    VTR_FIELD_AT(CPromoScript, vertical, 5456);
+    VTR_FIELD_AT(CPromoScript, textFormat, 5460);
+    VTR_FIELD_AT(CPromoScript, clearPausing, 5464);
+    VTR_FIELD_AT(CPromoScript, notify, 5465);
+    VTR_FIELD_AT(CPromoScript, lastCharacter, 5466);
+    VTR_FIELD_AT(CPromoScript, marginPixels, 5468);
+    VTR_FIELD_AT(CPromoScript, marginPercents, 5484);
+    VTR_FIELD_AT(CPromoScript, hostBackground, 5500);
+    VTR_FIELD_AT(CPromoScript, hostBackgroundName, 5501);
+    VTR_FIELD_AT(CPromoScript, refreshPeriod, 5764);
+    VTR_FIELD_AT(CPromoScript, hostBackgroundStart, 5768);
+    VTR_FIELD_AT(CPromoScript, refreshCount, 5772);
+    VTR_FIELD_AT(CPromoScript, solidSourceReady, 5776);
+    VTR_FIELD_AT(CPromoScript, newFrameCaptured, 5777);
+    VTR_FIELD_AT(CPromoScript, description, 5784);
+    VTR_FIELD_AT(CPromoScript, sourceFrame, 5792);
+    VTR_FIELD_AT(CPromoScript, newFrame, 5808);
+    VTR_FIELD_AT(CPromoScript, outputFrame, 5824);
+    VTR_FIELD_AT(CPromoScript, transitionStart, 5840);
+    VTR_FIELD_AT(CPromoScript, transitionTime, 5844);
+    VTR_FIELD_AT(CPromoScript, effect, 5848);
+    VTR_FIELD_AT(CPromoScript, transitionColor, 5852);
+    VTR_FIELD_AT(CPromoScript, transitionBrush, 5856);
 };
 
 namespace vtr {

@@ -32,11 +32,14 @@ LONG Near(int margin, LONG extent) {
 
 } // namespace
 
-bool Internals::MakeOffscreen(CPromoScript& script, HWND window) {
+/// Makes an off-screen bitmap of the window's size, unless it has one. False if it cannot be made.
+bool Internals::FitOffscreen(CPromoScript& script, HWND window) {
     RECT client{};
     if (IsWindow(window) == FALSE || GetClientRect(window, &client) == FALSE || client.right < 1 ||
         client.bottom < 1)
         return false;
+    if (script.offscreenSize.cx == client.right && script.offscreenSize.cy == client.bottom)
+        return true;
     const WindowDc windowDc(GetDC(window));
     MemoryDc dc(CreateCompatibleDC(windowDc.Get()));
     BitmapHandle bitmap(CreateCompatibleBitmap(windowDc.Get(), client.right, client.bottom));

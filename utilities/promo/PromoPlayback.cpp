@@ -59,7 +59,7 @@ bool CPromoScript::Go() noexcept {
     if (playing != nullptr && playing != this)
         playing->Stop();
     playing = this;
-    if (!Internals::MakeOffscreen(*this, outputWindow) ||
+    if (!Internals::FitOffscreen(*this, outputWindow) ||
         !Internals::TakeWindow(*this, outputWindow))
         return false;
     step = 1;

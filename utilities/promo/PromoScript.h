@@ -23,15 +23,15 @@ struct PromoFrame {
 /// document plays or ends without harm.
 ///
 /// The window is subclassed by `Go` and painted by this object until one of the two is destroyed;
-/// its user data is this object. Only the object that called `Go` last has timers; on the same
-/// window it takes the place of the one before. A window destroyed first ends the playback.
+/// `Go` sets its user data to this object. Only the object that called `Go` last has timers; on the
+/// same window it takes the place of the one before. A window destroyed first ends the playback.
 ///
 /// Handlers are called from within `Go`, `Resume`, `ScriptExists`, and the dispatch of timers and
 /// paint messages. A handler may call `Stop`, the setters and the queries, destroy the window, and
 /// destroy this object. In a handler `Go` and `Load` do nothing and return false, and `Resume` does
-/// nothing; `ScriptExists` does not ask the handler again. While a handler dispatches messages, the
-/// window keeps its last picture and timers change nothing. `Stop` in a handler lets the message
-/// that is being fetched or painted appear and starts no timer.
+/// nothing; `ScriptExists` does not ask the handler again. While a handler dispatches messages, no
+/// frame is painted and timers change nothing. `Stop` in a handler starts no timer any more; a
+/// message that is being fetched still appears, and a transition that is being painted stands.
 /// Thread-safety: one thread at a time: that of the window.
 class VTRUTILS_API CPromoScript {
 public:

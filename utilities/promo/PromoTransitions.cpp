@@ -80,9 +80,12 @@ void FadeToColor(const TransitionFrames& frames, const unsigned char* image, int
     const unsigned char color[bytesPerPixel] = {PercentOf(GetBValue(frames.color), percent),
                                                 PercentOf(GetGValue(frames.color), percent),
                                                 PercentOf(GetRValue(frames.color), percent)};
-    unsigned char colors[16 + bytesPerPixel]; // sixteen bytes from each of the three
-    for (std::size_t i = 0; i < sizeof colors; ++i)
+    constexpr std::size_t run = 16 * bytesPerPixel; // sixteen pixels begin with the same channel
+    unsigned char colors[run];
+    for (std::size_t i = 0; i < run; ++i)
         colors[i] = color[i % bytesPerPixel];
+    const __m128i sixteenPixels[] = {LoadSixteen(colors), LoadSixteen(colors + 16),
+                                     LoadSixteen(colors + 32)};
     const PercentOfSixteen ofImage(100 - percent);
     const std::size_t length = Bytes(frames.width);
     for (int row = 0; row < frames.height; ++row) {
@@ -90,9 +93,12 @@ void FadeToColor(const TransitionFrames& frames, const unsigned char* image, int
         const unsigned char* from = image + place;
         unsigned char* output = frames.output + place;
         std::size_t i = 0;
-        for (; i + 16 <= length; i += 16)
-            StoreSixteen(output + i, _mm_add_epi8(ofImage(LoadSixteen(from + i)),
-                                                  LoadSixteen(colors + i % bytesPerPixel)));
+        for (; i + run <= length; i += run) {
+            for (std::size_t part = 0; part < bytesPerPixel; ++part)
+                StoreSixteen(
+                    output + i + part * 16,
+                    _mm_add_epi8(ofImage(LoadSixteen(from + i + part * 16)), sixteenPixels[part]));
+        }
         for (; i < length; ++i)
             output[i] = static_cast<unsigned char>(PercentOf(from[i], 100 - percent) +
                                                    color[i % bytesPerPixel]);

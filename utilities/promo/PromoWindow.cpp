@@ -5,52 +5,34 @@
 
 namespace {
 
-/// A property of windows that have our procedure, with an object or without: the procedure before
-/// it.
-constexpr wchar_t placeName[] = L"vtrutils.PromoScript";
-
 using Internals = vtr::Internals<CPromoScript>;
+
+constexpr vtr::SubclassKind kind{&Internals::Procedure, L"vtrutils.PromoScript",
+                                 L"vtrutils.PromoScript.previous"};
+
+CPromoScript* ScriptOf(HWND window) {
+    return static_cast<CPromoScript*>(ObjectInChain(kind, window));
+}
 
 } // namespace
 
 bool Internals::TakeWindow(CPromoScript& script, HWND window) {
-    if (script.subclassed == window) {
-        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&script));
-        return true;
-    }
-    LeaveWindow(script);
-    auto previous = reinterpret_cast<WNDPROC>(GetPropW(window, placeName));
-    if (previous != nullptr) {
-        auto* before = ObjectOf<CPromoScript>(window);
+    CPromoScript* const before = ScriptOf(window);
+    if (before != &script) {
+        LeaveWindow(script);
         if (before != nullptr)
-            before->subclassed = nullptr;
-        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&script));
-    } else {
-        previous = PutProcedureBefore(window, &Procedure, &script);
-        if (previous == nullptr)
-            return false;
-        SetPropW(window, placeName, reinterpret_cast<HANDLE>(previous));
+            LeaveWindow(*before);
     }
+    const WNDPROC previous = PutProcedureBefore(kind, window, &script);
+    if (previous == nullptr)
+        return false;
     script.previousProcedure = previous;
     script.subclassed = window;
     return true;
 }
 
 void Internals::LeaveWindow(CPromoScript& script) {
-    const HWND window = script.subclassed;
-    script.subclassed = nullptr;
-    if (IsWindow(window) == FALSE)
-        return;
-    const bool isFirst = ProcedureOf(window) == &Procedure;
-    TakeProcedureBack(window, &Procedure, script.previousProcedure);
-    if (isFirst)
-        RemovePropW(window, placeName);
-}
-
-void Internals::WindowDestroyed(CPromoScript& script) {
-    script.Stop();
-    RemovePropW(script.subclassed, placeName);
-    SetWindowLongPtrW(script.subclassed, GWLP_USERDATA, 0);
+    TakeProcedureBack(kind, script.subclassed, &script);
     script.subclassed = nullptr;
 }
 
@@ -60,12 +42,10 @@ LRESULT CALLBACK Internals::Procedure(HWND window, UINT message, WPARAM wParam,
         SetWindowLongPtrW(window, GWLP_USERDATA, lParam);
         return 0;
     }
-    auto* script = ObjectOf<CPromoScript>(window);
+    CPromoScript* const script = ScriptOf(window);
     if (script != nullptr)
         return script->StaticWndFunc(window, message, wParam, lParam);
-    if (message == WM_NCDESTROY)
-        RemovePropW(window, placeName);
-    return PassOn(window, message, wParam, lParam);
+    return PassOn(kind, window, message, wParam, lParam);
 }
 
 LRESULT CPromoScript::StaticWndFunc(HWND window, UINT message, WPARAM wParam,
@@ -81,8 +61,10 @@ LRESULT CPromoScript::StaticWndFunc(HWND window, UINT message, WPARAM wParam,
     case WM_NOTIFYFORMAT:
         return 1;
     case WM_NCDESTROY:
-        if (window == subclassed)
-            Internals::WindowDestroyed(*this);
+        if (window == subclassed) {
+            Stop();
+            Internals::LeaveWindow(*this);
+        }
         break;
     default:
         break;
@@ -100,7 +82,7 @@ void Internals::Invalidate(const CPromoScript& script) {
 void Internals::Resized(CPromoScript& script) {
     Invalidate(script);
     if (script.handling == nullptr)
-        MakeOffscreen(script, script.subclassed);
+        FitOffscreen(script, script.subclassed);
 }
 
 void Internals::PaintWindow(CPromoScript& script, HWND window) {
@@ -109,12 +91,8 @@ void Internals::PaintWindow(CPromoScript& script, HWND window) {
     RECT client{};
     GetClientRect(window, &client);
     bool isThere = true;
-    if (script.handling == nullptr) {
-        const bool fits =
-            script.offscreenSize.cx == client.right && script.offscreenSize.cy == client.bottom;
-        if (fits || MakeOffscreen(script, window))
-            isThere = PaintFrame(script, script.offscreen, client);
-    }
+    if (script.handling == nullptr && FitOffscreen(script, window))
+        isThere = PaintFrame(script, script.offscreen, client);
     if (isThere && script.offscreen != nullptr)
         BitBlt(target, 0, 0, client.right, client.bottom, script.offscreen, 0, 0, SRCCOPY);
     EndPaint(window, &paint);

@@ -22,6 +22,8 @@ template <>
 struct vtr::Internals<CLinkControl> {
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam,
                                       LPARAM lParam) noexcept;
+    static constexpr SubclassKind kind{&Procedure, L"vtrutils.LinkControl",
+                                       L"vtrutils.LinkControl.previous"};
     static SIZE Measure(HDC dc, const WindowText<sizeof CLinkControl::text>& text);
     static SIZE FindHit(CLinkControl& link, HDC dc);
     static void Paint(CLinkControl& link);
@@ -35,9 +37,9 @@ struct vtr::Internals<CLinkControl> {
 
 LRESULT CALLBACK Internals::Procedure(HWND window, UINT message, WPARAM wParam,
                                       LPARAM lParam) noexcept {
-    auto* link = ObjectOf<CLinkControl>(window);
+    auto* link = static_cast<CLinkControl*>(ObjectInChain(kind, window));
     if (link == nullptr)
-        return PassOn(window, message, wParam, lParam);
+        return PassOn(kind, window, message, wParam, lParam);
     if (message == WM_PAINT) {
         Paint(*link);
         return 0;
@@ -114,16 +116,10 @@ BOOL CLinkControl::SubClass(HWND staticControl, char* newText, char* newLink,
     vtr::StoreCut(newLink != nullptr ? newLink : "", link, sizeof link);
     colour = newColour;
     control = staticControl;
-    if (vtr::ProcedureOf(control) == &Internals::Procedure) {
-        auto* earlier = vtr::ObjectOf<CLinkControl>(control);
-        if (earlier != nullptr)
-            earlier->Restore();
-    }
-    savedProcedure = vtr::PreviousWhereLeft(control);
-    if (savedProcedure != nullptr)
-        SetWindowLongPtrW(control, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-    else
-        savedProcedure = vtr::PutProcedureBefore(control, &Internals::Procedure, this);
+    auto* earlier = static_cast<CLinkControl*>(ObjectInChain(Internals::kind, control));
+    if (earlier != nullptr)
+        earlier->Restore();
+    savedProcedure = PutProcedureBefore(Internals::kind, control, this);
     if (savedProcedure == nullptr)
         return FALSE;
     const vtr::WindowDc dc(GetDC(control));
@@ -136,7 +132,7 @@ BOOL CLinkControl::SubClass(HWND staticControl, char* newText, char* newLink,
 void CLinkControl::Restore() noexcept {
     if (savedProcedure == nullptr)
         return;
-    vtr::TakeProcedureBack(control, &Internals::Procedure, savedProcedure);
+    TakeProcedureBack(Internals::kind, control, this);
     savedProcedure = nullptr;
     InvalidateRect(control, /*lpRect=*/nullptr, /*bErase=*/TRUE);
 }

@@ -1,65 +1,29 @@
+#include "tests/support/DocumentExamples.h"
 #include "tests/support/TestFolder.h"
 #include "utilities/text/ini/IniFileReader.h"
 #include "utilities/text/language/LanguageStrings.h"
 #include "utilities/text/tables/DelimitedTextFile.h"
 
 #include <gtest/gtest.h>
-#include <sstream>
-#include <vector>
-#include <windows.h>
 
 namespace {
 
-using Row = std::vector<std::string>;
+using Row = DocumentRow;
 
-/// One example of the document: a block with a name, and the table that shows what is read from it.
-struct Example {
-    std::string bytes;
-    std::vector<Row> rows;
-};
-
-/// The cells of a table's line, without the quotes around code.
-Row Cells(std::string line) {
-    Row cells;
-    line.erase(0, 2);
-    for (std::size_t bar; (bar = line.find(" |")) != line.npos; line.erase(0, bar + 3)) {
-        std::string cell = line.substr(0, bar);
-        if (cell.front() == '`')
-            cell = cell.substr(1, cell.size() - 2);
-        for (const auto& [sign, meant] : {std::pair("⏎", "\n"), {"⇥", "\t"}}) {
-            for (std::size_t at; (at = cell.find(sign)) != cell.npos;)
-                cell.replace(at, std::string(sign).size(), meant);
-        }
-        cells.push_back(cell);
+DocumentExample ReadExample(const std::string& name) {
+    for (const DocumentExample& example : ExamplesOf("file-formats.md")) {
+        if (example.name == name)
+            return example;
     }
-    return cells;
-}
-
-Example ReadExample(const std::string& name) {
-    char program[MAX_PATH];
-    GetModuleFileNameA(nullptr, program, sizeof program);
-    const std::string folder = std::string(program).substr(0, std::string(program).rfind('\\') + 1);
-    std::istringstream document(ReadBytes(folder + "file-formats.md"));
-    Example example;
-    std::string line;
-    while (std::getline(document, line) &&
-           (!line.starts_with("```") || !line.ends_with(" " + name)))
-        ;
-    while (std::getline(document, line) && line != "```")
-        example.bytes += line + "\r\n";
-    while (std::getline(document, line) && !line.starts_with("|---"))
-        ;
-    while (std::getline(document, line) && line.starts_with("|"))
-        example.rows.push_back(Cells(line));
-    EXPECT_GT(example.rows.size(), 3u) << name;
-    return example;
+    ADD_FAILURE() << name;
+    return {};
 }
 
 } // namespace
 
 TEST(FileFormats, ExamplesReadAsShown) {
     const TestFolder folder;
-    const Example ini = ReadExample("settings.ini");
+    const DocumentExample ini = ReadExample("settings.ini");
     CIniFileReader document;
     ASSERT_TRUE(document.Init(folder.Write("a.ini", ini.bytes).c_str(), false));
     for (const Row& row : ini.rows) {
@@ -71,7 +35,7 @@ TEST(FileFormats, ExamplesReadAsShown) {
         EXPECT_EQ(value, row[2]) << row[1];
     }
 
-    const Example strings = ReadExample("english.ini");
+    const DocumentExample strings = ReadExample("english.ini");
     SetStringFile(folder.Write("english.ini", strings.bytes).data());
     for (const Row& row : strings.rows) {
         char text[64];
@@ -79,7 +43,7 @@ TEST(FileFormats, ExamplesReadAsShown) {
         EXPECT_EQ(text, row[1]) << row[0];
     }
 
-    const Example languages = ReadExample("Languages.csv");
+    const DocumentExample languages = ReadExample("Languages.csv");
     folder.Write("Languages.csv", languages.bytes);
     SetMasterLanguageFileFolder(std::string(folder.Path()).data());
     SetLanguageFolderLocation(std::string(folder.Path()).data());
@@ -91,7 +55,7 @@ TEST(FileFormats, ExamplesReadAsShown) {
         EXPECT_EQ(std::to_string(GetCharsetFromLanguage(row[0].data())), row[3]);
     }
 
-    const Example tracks = ReadExample("tracks.csv");
+    const DocumentExample tracks = ReadExample("tracks.csv");
     CDelimitedTextFile table;
     ASSERT_TRUE(table.Open(folder.Write("a.csv", tracks.bytes).c_str(), ',', true, '"'));
     EXPECT_EQ(table.NumRecords(), 3u);

@@ -75,6 +75,8 @@ wine_start
 wine_display
 wine_unmanaged
 wine_fonts
+# The pages of the online services show what recorded replies say.
+services_start
 # A desktop of Wine's own gives the window a title bar where no window manager runs.
 explorer='HKCU\Software\Wine\Explorer'
 "$wine_loader" reg add "$explorer\\Desktops" /v Gallery /d 1280x800 /f >/dev/null

@@ -47,7 +47,8 @@ bool ChooseNamed(const std::wstring& name) {
 
 bool PrepareControls() {
     INITCOMMONCONTROLSEX classes{sizeof classes, ICC_STANDARD_CLASSES | ICC_LISTVIEW_CLASSES |
-                                                     ICC_TREEVIEW_CLASSES | ICC_BAR_CLASSES};
+                                                     ICC_TREEVIEW_CLASSES | ICC_BAR_CLASSES |
+                                                     ICC_PROGRESS_CLASS};
     return InitCommonControlsEx(&classes) != FALSE;
 }
 

@@ -6,6 +6,8 @@
 #include "gallery/pages/ini/IniDocumentPage.h"
 #include "gallery/pages/language/LanguagePage.h"
 #include "gallery/pages/observers/ObserversPage.h"
+#include "gallery/pages/online/MusicPage.h"
+#include "gallery/pages/online/SoundsPage.h"
 #include "gallery/pages/promo/PromoPage.h"
 #include "gallery/pages/recent/RecentFilesPage.h"
 #include "gallery/pages/regions/RegionsPage.h"
@@ -56,6 +58,15 @@ constexpr HeaderCalls dialogCalls[] = {
      L"CenterWindow, AdjustRectToFitOnScreen, IsRectOnTheScreen, SetWindowTransparency, "
      L"EnableFileDropping"},
     {L"utilities/ui/MyToolTip.h", L"CMyToolTip"}};
+constexpr HeaderCalls soundCalls[] = {
+    {L"utilities/online/FreeSoundOrg.h", L"CFreeSoundOrg"},
+    {L"utilities/online/OnlineSoundRepo.h", L"COnlineSoundRepo"},
+    {L"utilities/online/ServiceHosts.h", L"SetSoundRepoHost"},
+    {L"vtrfutls/InternetAccess.h", L"MyInternetAccess, IsInternetConnectionAvailable"}};
+constexpr HeaderCalls musicCalls[] = {
+    {L"utilities/online/MusicBrainzLookup.h", L"MusicBrainzLookup"},
+    {L"utilities/online/CDLookup.h", L"CDLookup"},
+    {L"utilities/online/ServiceHosts.h", L"SetMusicLookupHost"}};
 constexpr HeaderCalls promoCalls[] = {{L"utilities/promo/PromoScript.h", L"CPromoScript"}};
 constexpr HeaderCalls systemCalls[] = {
     {L"utilities/system/info/SystemInfo.h",
@@ -137,6 +148,19 @@ constexpr PageEntry pages[] = {
      .sentenceKey = "RegionsSentence",
      .helpKey = "RegionsPageHelp",
      .calls = regionCalls},
+    {.titleKey = "OnlineSounds",
+     .groupKey = "GroupOnline",
+     .pictureName = L"online-sounds",
+     .make = MakeSoundsPage,
+     .sentenceKey = "OnlineSoundsSentence",
+     .helpKey = "OnlineSoundsHelp",
+     .calls = soundCalls},
+    {.titleKey = "OnlineMusic",
+     .pictureName = L"online-music",
+     .make = MakeMusicPage,
+     .sentenceKey = "OnlineMusicSentence",
+     .helpKey = "OnlineMusicHelp",
+     .calls = musicCalls},
     {.titleKey = "Dialogs",
      .groupKey = "GroupSystem",
      .pictureName = L"dialogs",

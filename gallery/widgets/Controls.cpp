@@ -98,6 +98,10 @@ void SetText(HWND control, const std::wstring& text) {
         SetWindowTextW(control, text.c_str());
 }
 
+void SetHint(HWND edit, const std::wstring& hint) {
+    SendMessageW(edit, EM_SETCUEBANNER, /*wParam=*/FALSE, reinterpret_cast<LPARAM>(hint.c_str()));
+}
+
 void FocusAndSelect(HWND edit) {
     SetFocus(edit);
     SendMessageW(edit, EM_SETSEL, 0, -1);
@@ -113,6 +117,17 @@ bool IsCheckBox(HWND button) {
 
 bool IsChecked(HWND checkBox) {
     return SendMessageW(checkBox, BM_GETCHECK, 0, 0) == BST_CHECKED;
+}
+
+void EnableControls(HWND next, std::initializer_list<Enabling> changes) {
+    const HWND focus = GetFocus();
+    bool losesFocus = false;
+    for (const Enabling& change : changes) {
+        EnableWindow(change.control, change.enabled);
+        losesFocus = losesFocus || (!change.enabled && change.control == focus);
+    }
+    if (losesFocus)
+        SetFocus(next);
 }
 
 void SetChoices(HWND choice, const std::vector<std::wstring>& texts, int chosen) {

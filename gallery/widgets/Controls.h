@@ -1,6 +1,7 @@
 #ifndef VTRUTILS_GALLERY_WIDGETS_CONTROLS_H
 #define VTRUTILS_GALLERY_WIDGETS_CONTROLS_H
 
+#include <initializer_list>
 #include <string>
 #include <vector>
 #include <windows.h>
@@ -30,12 +31,22 @@ std::wstring TextOf(HWND control);
 /// Does nothing if the control shows that text already, so that nothing flickers.
 void SetText(HWND control, const std::wstring& text);
 
+/// What an empty edit field shows in grey.
+void SetHint(HWND edit, const std::wstring& hint);
+
 /// Gives the focus and selects all of an edit field's text.
 void FocusAndSelect(HWND edit);
 
 bool IsButton(HWND control);
 bool IsCheckBox(HWND button);
 bool IsChecked(HWND checkBox);
+
+struct Enabling {
+    HWND control;
+    bool enabled;
+};
+/// Enables and disables. When that takes the focus from a control, `next` gets it.
+void EnableControls(HWND next, std::initializer_list<Enabling> changes);
 
 /// The texts of a choice, the one with index `chosen` chosen without a notification.
 void SetChoices(HWND choice, const std::vector<std::wstring>& texts, int chosen);

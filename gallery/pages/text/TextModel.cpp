@@ -109,9 +109,4 @@ MadeTexts TextsMadeOf(const TypedTexts& typed) {
     return made;
 }
 
-bool OpenAddress(const std::wstring& address, HWND window) {
-    std::string narrow;
-    return Narrow(address, narrow) && LaunchBrowser(narrow.c_str(), window, SW_SHOWNORMAL);
-}
-
 } // namespace gallery

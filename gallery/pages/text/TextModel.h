@@ -3,7 +3,6 @@
 
 #include <string>
 #include <vector>
-#include <windows.h>
 
 namespace gallery {
 
@@ -33,9 +32,6 @@ struct MadeTexts {
 };
 
 MadeTexts TextsMadeOf(const TypedTexts& typed);
-
-/// False when nothing could be started.
-bool OpenAddress(const std::wstring& address, HWND window);
 
 } // namespace gallery
 

@@ -3,6 +3,7 @@
 #include "gallery/app/ControlIds.h"
 #include "gallery/pages/text/TextModel.h"
 #include "gallery/text/Language.h"
+#include "gallery/widgets/Browser.h"
 #include "gallery/widgets/Controls.h"
 #include "gallery/widgets/Rows.h"
 

@@ -51,7 +51,7 @@ std::wstring NameOfKey(WORD key) {
 /// Shows where the focus is what a field can do, without the page.
 bool FieldCan(int command) {
     const HWND focus = GetFocus();
-    const bool field = (SendMessageW(focus, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL) != 0;
+    const bool field = IsField(focus);
     const bool writable = field && (GetWindowLongPtrW(focus, GWL_STYLE) & ES_READONLY) == 0;
     switch (command) {
     case ID_UNDO:

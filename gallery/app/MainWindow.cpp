@@ -29,8 +29,7 @@ constexpr char languageSetting[] = "Language";
 /// True when the command is for a field that has the focus: of a field in which the user has typed,
 /// undoing takes that back, and there is nothing to redo.
 bool TakenByField(HWND focus, int id) {
-    const bool field = (SendMessageW(focus, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL) != 0;
-    if (!field)
+    if (!IsField(focus))
         return false;
     const bool typed = SendMessageW(focus, EM_CANUNDO, 0, 0) != 0;
     switch (id) {

@@ -107,6 +107,12 @@ void FocusAndSelect(HWND edit) {
     SendMessageW(edit, EM_SETSEL, 0, -1);
 }
 
+bool IsField(HWND control) {
+    wchar_t name[16] = L"";
+    GetClassNameW(control, name, 16);
+    return lstrcmpiW(name, WC_EDITW) == 0;
+}
+
 bool IsButton(HWND control) {
     return (SendMessageW(control, WM_GETDLGCODE, 0, 0) & DLGC_BUTTON) != 0;
 }

@@ -37,6 +37,8 @@ void SetHint(HWND edit, const std::wstring& hint);
 /// Gives the focus and selects all of an edit field's text.
 void FocusAndSelect(HWND edit);
 
+/// False for null, too.
+bool IsField(HWND control);
 bool IsButton(HWND control);
 bool IsCheckBox(HWND button);
 bool IsChecked(HWND checkBox);

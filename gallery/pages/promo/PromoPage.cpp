@@ -30,9 +30,7 @@ public:
     void Shown() override;
     void TakeFocus() override { SetFocus(play); }
     bool ShowExample() override;
-    bool Offers(int command) const override {
-        return command == ID_EDIT || Page::Offers(command);
-    }
+    bool Offers(int command) const override { return command == ID_EDIT || Page::Offers(command); }
 
 protected:
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;

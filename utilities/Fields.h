@@ -8,6 +8,16 @@
 
 namespace vtr {
 
+/// A size or place in a record: the first where pointers have 8 bytes, the second where they
+/// have 4.
+constexpr unsigned ByPointer(unsigned on64, unsigned on32) noexcept {
+    return sizeof(void*) == 8 ? on64 : on32;
+}
+/// The same everywhere.
+constexpr unsigned ByPointer(unsigned onBoth) noexcept {
+    return onBoth;
+}
+
 /// A growable array of pointers.
 template <class T>
 struct PointerFields {

@@ -21,8 +21,10 @@ struct TExplorerTreeNode {
     HTREEITEM item;
     int image; ///< an index into `TExplorerTreeProperties::icons`
 };
-static_assert(sizeof(TExplorerTreeNode) == 40 && offsetof(TExplorerTreeNode, path) == 8 &&
-              offsetof(TExplorerTreeNode, item) == 24 && offsetof(TExplorerTreeNode, image) == 32);
+static_assert(sizeof(TExplorerTreeNode) == vtr::ByPointer(40, 20) &&
+              offsetof(TExplorerTreeNode, path) == vtr::ByPointer(8, 4) &&
+              offsetof(TExplorerTreeNode, item) == vtr::ByPointer(24, 12) &&
+              offsetof(TExplorerTreeNode, image) == vtr::ByPointer(32, 16));
 
 /// The path is the tree's; it is "", and the node null, if what is selected is not a folder.
 using ExplorerTreeSelectionHandler = void (*)(const char* path, void* context,
@@ -64,12 +66,12 @@ struct TExplorerTreeProperties {
     ExplorerTreeKeyHandler keyHandler; ///< may be null
     void* keyContext;
 };
-static_assert(sizeof(TExplorerTreeProperties) == 1224 &&
-              offsetof(TExplorerTreeProperties, place) == 32 &&
-              offsetof(TExplorerTreeProperties, startPath) == 64 &&
-              offsetof(TExplorerTreeProperties, icons) == 324 &&
-              offsetof(TExplorerTreeProperties, myDocumentsLabel) == 424 &&
-              offsetof(TExplorerTreeProperties, keyHandler) == 1208);
+static_assert(sizeof(TExplorerTreeProperties) == vtr::ByPointer(1224, 1192) &&
+              offsetof(TExplorerTreeProperties, place) == vtr::ByPointer(32, 20) &&
+              offsetof(TExplorerTreeProperties, startPath) == vtr::ByPointer(64, 44) &&
+              offsetof(TExplorerTreeProperties, icons) == vtr::ByPointer(324, 304) &&
+              offsetof(TExplorerTreeProperties, myDocumentsLabel) == vtr::ByPointer(424, 404) &&
+              offsetof(TExplorerTreeProperties, keyHandler) == vtr::ByPointer(1208, 1184));
 
 /// A tree-view of folders. At its root are the Desktop, My Documents and My Pictures, if wanted,
 /// and the drives; a folder is read each time that it is expanded. Shortcuts to folders and drives

@@ -44,6 +44,7 @@ tests/support             $hosts
 bench/support             $hosts
 bench/peers               $hosts bench/support
 bench                     $hosts bench/support bench/peers utilities/promo tests/support
+docs/examples             PUBLIC vtrfutls tests/support
 tests/*                   ANY
 "
 

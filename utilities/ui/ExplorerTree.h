@@ -14,12 +14,12 @@
 /// A drive, a folder or a shortcut to one of them, as the tree shows it. The tree owns it until the
 /// folder above is read again; the placeholders that give a node its button have none.
 struct TExplorerTreeNode {
-    bool hasChildren;
-    bool atRoot;
+    bool hasChildren; ///< shown with a button
+    bool atRoot;      ///< of the tree
     const char* path; ///< where a shortcut leads
     const char* name; ///< as shown; null counts as ""
-    HTREEITEM item;
-    int image; ///< an index into `TExplorerTreeProperties::icons`
+    HTREEITEM item;   ///< of the tree-view
+    int image;        ///< an index into `TExplorerTreeProperties::icons`
 };
 static_assert(sizeof(TExplorerTreeNode) == vtr::ByPointer(40, 20) &&
               offsetof(TExplorerTreeNode, path) == vtr::ByPointer(8, 4) &&
@@ -36,6 +36,7 @@ using ExplorerTreeKeyHandler = void (*)(WORD key, void* context, WPARAM wParam, 
 /// What a host wants of a tree. Paths are as FileFunctions.h says; all texts are in the code page
 /// of the language.
 struct TExplorerTreeProperties {
+    /// What is shown: drives, the icon of an open folder, special folders at the root.
     enum Flag : DWORD {
         networkDrives = 1,
         removableDrives = 2,
@@ -46,25 +47,25 @@ struct TExplorerTreeProperties {
         desktopAtRoot = 128
     };
 
-    HWND parent;
-    DWORD controlId;    ///< of the holder in the parent, and of the tree-view in the holder
-    HINSTANCE instance; ///< has the window class and the icons
-    DWORD flags;
-    DWORD treeExtendedStyle;
-    RECT place; ///< in the parent; the right and bottom edges belong to it
+    HWND parent;             ///< of the holder
+    DWORD controlId;         ///< of the holder in the parent, and of the tree-view in the holder
+    HINSTANCE instance;      ///< has the window class and the icons
+    DWORD flags;             ///< of `Flag`, joined
+    DWORD treeExtendedStyle; ///< window style of the tree-view
+    RECT place;              ///< in the parent; the right and bottom edges belong to it
     ExplorerTreeSelectionHandler selectionHandler; ///< may be null
-    void* selectionContext;
-    char startPath[MAX_PATH]; ///< selected at first; "": nothing is
+    void* selectionContext;                        ///< handed to the handler
+    char startPath[MAX_PATH];                      ///< selected at first; "": nothing is
     /// Resource ids. 0 fixed drive, 1 CD-ROM drive, 3 removable drive, 4 and 5 folder and open
     /// folder, 6 network drive, 7 My Documents, 8 My Pictures, 9 Desktop; 10 and 11 shortcut to a
     /// folder, 12, 13, 15, 16 to a fixed, CD-ROM, removable, network drive, 17 to My Documents, 18
     /// to My Pictures, 19 to the Desktop. The others are not shown. A missing one is left blank.
     int icons[25];
-    char myDocumentsLabel[MAX_PATH];
-    char myPicturesLabel[MAX_PATH];
-    char desktopLabel[MAX_PATH];
+    char myDocumentsLabel[MAX_PATH];   ///< as shown
+    char myPicturesLabel[MAX_PATH];    ///< as shown
+    char desktopLabel[MAX_PATH];       ///< as shown
     ExplorerTreeKeyHandler keyHandler; ///< may be null
-    void* keyContext;
+    void* keyContext;                  ///< handed to the handler
 };
 static_assert(sizeof(TExplorerTreeProperties) == vtr::ByPointer(1224, 1192) &&
               offsetof(TExplorerTreeProperties, place) == vtr::ByPointer(32, 20) &&
@@ -108,11 +109,13 @@ public:
     /// Of the selected node; "" before there is one. Never null.
     const char* CurrentSelection() noexcept;
 
+    /// True after `Load`, while there are windows.
     bool Loaded() const noexcept;
 
     /// The holder; null without windows.
     HWND hWnd() const noexcept;
 
+    /// The flags of the properties.
     bool ShowNetworkDrives() const noexcept;
     bool ShowRemovableDrives() const noexcept;
     bool ShowCDDrives() const noexcept;
@@ -121,6 +124,7 @@ public:
     bool ShowMyPicturesAtRoot() const noexcept;
     bool ShowDesktopAtRoot() const noexcept;
 
+    /// The tree itself takes this lock nowhere.
     void Lock() noexcept;
     void Unlock() noexcept;
 

@@ -11,3 +11,5 @@ target_include_directories(vtrutils_jsoncpp SYSTEM PUBLIC ${JSONCPP_SOURCE}/incl
 
 install(DIRECTORY ${JSONCPP_SOURCE}/include/json DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
     FILES_MATCHING PATTERN *.h)
+vtr_reproducible(vtrutils_jsoncpp)
+vtr_debug_information(vtrutils_jsoncpp)

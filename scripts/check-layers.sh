@@ -44,6 +44,8 @@ tests/support             $hosts
 bench/support             $hosts
 bench/peers               $hosts bench/support
 bench                     $hosts bench/support bench/peers utilities/promo tests/support
+docs/examples             PUBLIC vtrfutls tests/support
+host-template             PUBLIC vtrfutls
 tests/*                   ANY
 "
 

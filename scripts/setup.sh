@@ -6,6 +6,7 @@ set -euo pipefail
 packages=(
     # building
     cmake ninja-build g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 googletest
+    g++-mingw-w64-i686-posix
     # fetching and unpacking Debian source packages that are built here
     dpkg-dev xz-utils ca-certificates
     # running: Wine, an X server for machines without one, fonts for what is painted, Japanese included
@@ -15,6 +16,8 @@ packages=(
     wamerican openssl
     # checking
     clang clang-format clang-tidy python3
+    # the reference pages
+    doxygen
     # measuring: a peer of the INI reader
     libsimpleini-dev
 )

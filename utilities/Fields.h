@@ -8,6 +8,16 @@
 
 namespace vtr {
 
+/// A size or place in a record: the first where pointers have 8 bytes, the second where they
+/// have 4.
+constexpr unsigned ByPointer(unsigned on64, unsigned on32) noexcept {
+    return sizeof(void*) == 8 ? on64 : on32;
+}
+/// The same everywhere.
+constexpr unsigned ByPointer(unsigned onBoth) noexcept {
+    return onBoth;
+}
+
 /// A growable array of pointers.
 template <class T>
 struct PointerFields {
@@ -18,16 +28,17 @@ struct PointerFields {
     /// Null when out of range.
     T* At(unsigned index) const noexcept { return index < count ? slots[index] : nullptr; }
 
-    T** slots = nullptr;
-    unsigned count = 0;
-    unsigned capacity : 31;
-    unsigned borrowed : 1; ///< the slots are another's, who frees them
+    T** slots = nullptr;    ///< null while there are none
+    unsigned count = 0;     ///< slots in use
+    unsigned capacity : 31; ///< all slots
+    unsigned borrowed : 1;  ///< the slots are another's, who frees them
 };
 
+/// An element of an array list.
 template <class Value>
 struct Element {
-    void* item; ///< never dereferenced
-    Value sortValue;
+    void* item;      ///< never dereferenced
+    Value sortValue; ///< by which a sorted list is ordered
 };
 
 /// The elements of an array list, in one block.
@@ -49,9 +60,9 @@ struct ElementFields {
         return block[index].item;
     }
 
-    Element<Value>* block = nullptr;
-    int capacity = 0;
-    int count = 0;
+    Element<Value>* block = nullptr; ///< null while there are none
+    int capacity = 0;                ///< in elements
+    int count = 0;                   ///< elements in use
 };
 
 /// A chain of nodes, and the one that was reached last.
@@ -79,12 +90,12 @@ struct NodeFields {
         return cursor;
     }
 
-    Node* head = nullptr;
-    Node* tail = nullptr;
+    Node* head = nullptr;   ///< the first
+    Node* tail = nullptr;   ///< the last
     Node* cursor = nullptr; ///< null only while the list is empty
-    int count = 0;
-    int cursorIndex = 0;
-    bool sorted = true;
+    int count = 0;          ///< nodes
+    int cursorIndex = 0;    ///< of the cursor
+    bool sorted = true;     ///< whether they count as sorted
 };
 
 } // namespace vtr

@@ -12,7 +12,7 @@ namespace {
 struct Integers : CMyList {
     using Node = _tNode_t;
     using Value = long long;
-    static constexpr std::size_t offset = 48;
+    static constexpr std::size_t offset = vtr::ByPointer(48, 28);
     int PutAfter(void* item, Value, int index) { return InsertAfter(item, index); }
     static Value Kept(Value) { return 0; }
 };
@@ -20,7 +20,7 @@ struct Integers : CMyList {
 struct Doubles : CMegaList {
     using Node = _tMegaNode_t;
     using Value = double;
-    static constexpr std::size_t offset = 8;
+    static constexpr std::size_t offset = vtr::ByPointer(8, 4);
     int PutAfter(void* item, Value value, int index) { return InsertAfter(item, value, index); }
     static Value Kept(Value value) { return value; }
 };

@@ -137,7 +137,8 @@ long SteppedThread::OnStep(EXCEPTION_POINTERS* exception) {
     if (exception->ExceptionRecord->ExceptionCode != static_cast<DWORD>(EXCEPTION_SINGLE_STEP))
         return EXCEPTION_CONTINUE_SEARCH;
     SteppedThread* self = Current();
-    if (self != nullptr && self->IsAtItsStop(exception->ContextRecord->Rip))
+    const auto at = reinterpret_cast<std::uintptr_t>(exception->ExceptionRecord->ExceptionAddress);
+    if (self != nullptr && self->IsAtItsStop(at))
         Pause();
     else if (self != nullptr)
         exception->ContextRecord->EFlags |= trap;

@@ -63,20 +63,24 @@ LRESULT CALLBACK TestWindow::Procedure(HWND window, UINT message, WPARAM wParam,
     return DefWindowProcW(window, message, wParam, lParam);
 }
 
+namespace {
+
+using Search = std::pair<const wchar_t*, HWND>;
+
+BOOL CALLBACK LookAt(HWND window, LPARAM search) {
+    auto& [wanted, found] = *reinterpret_cast<Search*>(search);
+    wchar_t name[32] = L"";
+    GetClassNameW(window, name, static_cast<int>(std::size(name)));
+    if (std::wstring_view(name) == wanted && IsWindowVisible(window) && IsWindowEnabled(window))
+        found = window;
+    return found == nullptr;
+}
+
+} // namespace
+
 HWND OpenWindow(const wchar_t* kind) {
-    std::pair<const wchar_t*, HWND> search(kind, nullptr);
-    EnumThreadWindows(
-        GetCurrentThreadId(),
-        [](HWND window, LPARAM out) -> BOOL {
-            auto& [wanted, found] = *reinterpret_cast<decltype(search)*>(out);
-            wchar_t name[32] = L"";
-            GetClassNameW(window, name, static_cast<int>(std::size(name)));
-            if (std::wstring_view(name) == wanted && IsWindowVisible(window) &&
-                IsWindowEnabled(window))
-                found = window;
-            return found == nullptr;
-        },
-        reinterpret_cast<LPARAM>(&search));
+    Search search(kind, nullptr);
+    EnumThreadWindows(GetCurrentThreadId(), LookAt, reinterpret_cast<LPARAM>(&search));
     return search.second;
 }
 

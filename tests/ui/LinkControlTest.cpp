@@ -38,6 +38,12 @@ int BluePoints(HWND control, int row) {
     return count;
 }
 
+/// A procedure of another one that subclasses the control as well, and what it was before.
+WNDPROC below = nullptr;
+LRESULT CALLBACK Later(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    return CallWindowProcW(below, window, message, wParam, lParam);
+}
+
 } // namespace
 
 TEST(LinkControl, FindsAndPaintsItsTextByTheStyle) {
@@ -106,15 +112,11 @@ TEST(LinkControl, LeavesTheControlAsItWas) {
     EXPECT_EQ(BluePoints(control, underline), 0);
 
     // Another one subclasses it later, and stays.
-    static WNDPROC below;
-    const WNDPROC later = [](HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-        return CallWindowProcW(below, window, message, wParam, lParam);
-    };
     SubClass(second, control, "a link");
     below = reinterpret_cast<WNDPROC>(
-        SetWindowLongPtrW(control, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(later)));
+        SetWindowLongPtrW(control, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Later)));
     second.Restore();
-    EXPECT_EQ(ProcedureOf(control), reinterpret_cast<LONG_PTR>(later));
+    EXPECT_EQ(ProcedureOf(control), reinterpret_cast<LONG_PTR>(&Later));
     EXPECT_EQ(BluePoints(control, underline), 0);
     // The procedure that had to stay serves the next object, and is not put in twice.
     CLinkControl third;

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cctype>
+#include <cstdint>
 #include <cstring>
 
 // Its one-letter macros break C++ headers that are included after it.
@@ -86,12 +87,12 @@ bool SameText(const char* left, const char* right) {
 }
 
 std::size_t HashText(const char* text) {
-    std::size_t hash = 14695981039346656037u;
+    std::uint64_t hash = 14695981039346656037u;
     const bool multibyte = IsMultibyteCodePage();
     for (FoldedCharacter c = FoldCharacter(text, multibyte); c.code != 0;
          c = FoldCharacter(c.next, multibyte))
         hash = (hash ^ c.code) * 1099511628211u;
-    return hash;
+    return static_cast<std::size_t>(hash);
 }
 
 } // namespace vtr

@@ -3,18 +3,29 @@
 #pragma GCC diagnostic ignored "-Warray-bounds" // false alarm on NtCurrentTeb
 
 #include <atomic>
+#include <cstdint>
 #include <iterator>
 #include <windows.h>
 
 #include <winternl.h>
-
-static_assert(sizeof(void*) >= sizeof(vtr::ThreadMark), "a slot holds a mark");
 
 namespace {
 
 // Not `thread_local`: the compiler's ends the process when it has no memory for a thread's.
 std::atomic<DWORD> slot{TLS_OUT_OF_INDEXES};
 std::atomic<unsigned> given{0};
+
+/// A slot keeps the whole mark or, where pointers are too small for that, its upper half.
+constexpr bool keepsWholeMark = sizeof(void*) >= sizeof(vtr::ThreadMark);
+
+void* ToSlot(vtr::ThreadMark mark) {
+    return reinterpret_cast<void*>(static_cast<std::uintptr_t>(keepsWholeMark ? mark : mark >> 32));
+}
+
+vtr::ThreadMark FromSlot(void* kept) {
+    const vtr::ThreadMark bits = reinterpret_cast<std::uintptr_t>(kept);
+    return keepsWholeMark ? bits : bits << 32 | GetCurrentThreadId();
+}
 
 bool HasSlot() {
     if (slot != TLS_OUT_OF_INDEXES)
@@ -32,11 +43,10 @@ vtr::ThreadMark FindOrMakeMark() {
     if (HasSlot()) {
         void* kept = TlsGetValue(slot);
         if (kept == nullptr) {
-            // NOLINTNEXTLINE(performance-no-int-to-ptr): the slot keeps a number
-            kept = reinterpret_cast<void*>(mark | static_cast<vtr::ThreadMark>(++given) << 32);
+            kept = ToSlot(mark | static_cast<vtr::ThreadMark>(++given) << 32);
             kept = TlsSetValue(slot, kept) ? kept : nullptr;
         }
-        mark = kept != nullptr ? reinterpret_cast<vtr::ThreadMark>(kept) : mark;
+        mark = kept != nullptr ? FromSlot(kept) : mark;
     }
     SetLastError(error);
     return mark;
@@ -50,7 +60,7 @@ vtr::ThreadMark vtr::OwnThreadMark() noexcept {
     const TEB& thread = *NtCurrentTeb();
     const DWORD index = slot.load(std::memory_order_acquire);
     if (index < std::size(thread.TlsSlots) && thread.TlsSlots[index] != nullptr)
-        return reinterpret_cast<ThreadMark>(thread.TlsSlots[index]);
+        return FromSlot(thread.TlsSlots[index]);
     return FindOrMakeMark();
 }
 

@@ -71,19 +71,19 @@ struct CByteQueue::Block {
 template <>
 struct vtr::Internals<CByteQueue> {
     using Block = CByteQueue::Block;
-    static_assert(sizeof(Block) == 32);
-    VTR_FIELD_AT(Block, readPtr, 8);
-    VTR_FIELD_AT(Block, unread, 16);
-    VTR_FIELD_AT(Block, size, 20);
-    VTR_FIELD_AT(Block, free, 24);
+    static_assert(sizeof(Block) == vtr::ByPointer(32, 20));
+    VTR_FIELD_AT(Block, readPtr, 8, 4);
+    VTR_FIELD_AT(Block, unread, 16, 8);
+    VTR_FIELD_AT(Block, size, 20, 12);
+    VTR_FIELD_AT(Block, free, 24, 16);
 
-    static_assert(sizeof(CRITICAL_SECTION) == 40);
-    static_assert(sizeof(CByteQueue) == 88);
+    static_assert(sizeof(CRITICAL_SECTION) == vtr::ByPointer(40, 24));
+    static_assert(sizeof(CByteQueue) == vtr::ByPointer(88, 64));
     VTR_FIELD_AT(CByteQueue, blocks, 0);
-    VTR_FIELD_AT(CByteQueue, section, 16);
-    VTR_FIELD_AT(CByteQueue, recycle, 56);
-    VTR_FIELD_AT(CByteQueue, minRecycledSize, 60);
-    VTR_FIELD_AT(CByteQueue, maxRecycledSize, 64);
+    VTR_FIELD_AT(CByteQueue, section, 16, 12);
+    VTR_FIELD_AT(CByteQueue, recycle, 56, 36);
+    VTR_FIELD_AT(CByteQueue, minRecycledSize, 60, 40);
+    VTR_FIELD_AT(CByteQueue, maxRecycledSize, 64, 44);
 
     static void TakeFromFront(CByteQueue& queue, unsigned number);
     static void CopyBlocks(CByteQueue& queue, const CByteQueue& other);

@@ -37,8 +37,10 @@ public:
     void SetRecycleBuffers(bool on) noexcept;
     bool RecycleBuffers() const noexcept;
 
+    /// In bytes: smaller blocks are not kept.
     unsigned long MinRecycleBufferSize() const noexcept;
 
+    /// Keeps other threads out of the queue until `Unlock`; a thread may lock again.
     void Lock() noexcept;
     /// Requires: the calling thread holds the lock.
     void Unlock() noexcept;

@@ -11,9 +11,9 @@
 
 template <>
 struct vtr::Internals<CHashTable> {
-    static_assert(sizeof(CHashTable) == 24);
-    VTR_FIELD_AT(CHashTable, bucketCount, 8);
-    VTR_FIELD_AT(CHashTable, buckets, 16);
+    static_assert(sizeof(CHashTable) == vtr::ByPointer(24, 12));
+    VTR_FIELD_AT(CHashTable, bucketCount, 8, 4);
+    VTR_FIELD_AT(CHashTable, buckets, 16, 8);
 
     static void MakeBuckets(CHashTable& table, int number);
     static void FreeBuckets(CHashTable& table);

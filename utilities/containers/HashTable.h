@@ -33,6 +33,7 @@ public:
     /// range. The table keeps the list.
     CMyArrayList* GetTable(unsigned int bucket) noexcept;
 
+    /// Keys and values stay the host's.
     void RemoveAll() noexcept;
 
 private:

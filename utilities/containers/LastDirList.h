@@ -7,8 +7,9 @@
 
 #include <cstddef>
 
+/// An entry of a `CLastDirList`.
 struct _lastDirList {
-    char path[264];
+    char path[264]; ///< terminated
     long long time; ///< seconds since 1970
     int value;      ///< the host's own
 };

@@ -17,14 +17,14 @@
 
 template <>
 struct vtr::Internals<CMRUList> {
-    static_assert(sizeof(CMRUList) == 424);
+    static_assert(sizeof(CMRUList) == vtr::ByPointer(424, 408));
     VTR_FIELD_AT(CMRUList, entries, 0);
-    VTR_FIELD_AT(CMRUList, root, 16);
-    VTR_FIELD_AT(CMRUList, subKey, 24);
-    VTR_FIELD_AT(CMRUList, pathFormat, 32);
-    VTR_FIELD_AT(CMRUList, lengthFormat, 160);
-    VTR_FIELD_AT(CMRUList, timeFormat, 288);
-    VTR_FIELD_AT(CMRUList, initialized, 416);
+    VTR_FIELD_AT(CMRUList, root, 16, 12);
+    VTR_FIELD_AT(CMRUList, subKey, 24, 16);
+    VTR_FIELD_AT(CMRUList, pathFormat, 32, 20);
+    VTR_FIELD_AT(CMRUList, lengthFormat, 160, 148);
+    VTR_FIELD_AT(CMRUList, timeFormat, 288, 276);
+    VTR_FIELD_AT(CMRUList, initialized, 416, 404);
 
     static void Load(CMRUList& list, HKEY pathRoot, const char* pathSubkey);
     static void Save(const CMRUList& list);

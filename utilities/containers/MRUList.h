@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <windows.h>
 
+/// An entry of a `CMRUList`.
 struct _MRUData {
     char path[MAX_PATH];         ///< terminated
     unsigned long long lastTime; ///< a FILETIME: 100 ns steps since 1601, UTC
@@ -60,6 +61,7 @@ public:
     void RemoveFile(unsigned int index, bool save) noexcept;
     void ClearMRUList(bool save) noexcept;
 
+    /// As `IndexOf` compares.
     bool Contains(const char* path) noexcept;
 
     /// -1 when it is not in the list.

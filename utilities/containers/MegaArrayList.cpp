@@ -8,9 +8,9 @@
 
 template <>
 struct vtr::Internals<CMegaArrayList> {
-    static_assert(sizeof(CMegaArrayList) == 32);
-    VTR_FIELD_AT(CMegaArrayList, elements, 8);
-    VTR_FIELD_AT(CMegaArrayList, sorted, 24);
+    static_assert(sizeof(CMegaArrayList) == vtr::ByPointer(32, 20));
+    VTR_FIELD_AT(CMegaArrayList, elements, 8, 4);
+    VTR_FIELD_AT(CMegaArrayList, sorted, 24, 16);
 };
 
 namespace {

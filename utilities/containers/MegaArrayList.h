@@ -50,6 +50,7 @@ public:
     /// Null when out of range, with a log line when there is no block.
     void* Index(int index, double* sortValueOut) noexcept;
 
+    /// How many elements there are.
     VTRUTILS_INLINE int NumNodes() const noexcept { return elements.count; }
 
     /// An element with exactly this value.
@@ -94,6 +95,7 @@ public:
     /// False when out of range.
     bool SetSortValueByIndex(int index, double value) noexcept;
 
+    /// Adds to, or multiplies, every value; nothing is moved.
     void AdjustAllSortValues(double delta) noexcept;
     void ScaleAllSortValues(double factor) noexcept;
 

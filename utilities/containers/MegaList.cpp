@@ -5,8 +5,8 @@
 
 template <>
 struct vtr::Internals<CMegaList> {
-    static_assert(sizeof(CMegaList) == 48);
-    VTR_FIELD_AT(CMegaList, nodes, 8);
+    static_assert(sizeof(CMegaList) == vtr::ByPointer(48, 28));
+    VTR_FIELD_AT(CMegaList, nodes, 8, 4);
 };
 
 using Chain = vtr::NodeChain<_tMegaNode_t>;

@@ -6,9 +6,10 @@
 
 #include <cstddef>
 
+/// A node of a `CMegaList`.
 struct _tMegaNode_t {
-    void* item; ///< never dereferenced
-    double sortValue;
+    void* item;         ///< never dereferenced
+    double sortValue;   ///< the list's order
     _tMegaNode_t* next; ///< null at the tail
 };
 static_assert(sizeof(_tMegaNode_t) == 24 && offsetof(_tMegaNode_t, sortValue) == 8 &&

@@ -59,6 +59,7 @@ public:
     /// Requires: 0 <= index < NumNodes().
     VTRUTILS_INLINE void* FastIndex(int index) noexcept { return elements[index].item; }
 
+    /// How many elements there are, and whether they count as sorted.
     VTRUTILS_INLINE int NumNodes() const noexcept { return elements.count; }
     VTRUTILS_INLINE bool IsSorted() const noexcept { return sorted; }
 

@@ -9,10 +9,10 @@
 /// One thread at a time.
 template <>
 struct vtr::Internals<CMyArrayList> {
-    static_assert(sizeof(CMyArrayList) == 32);
-    VTR_FIELD_AT(CMyArrayList, elements, 8);
-    VTR_FIELD_AT(CMyArrayList, growStep, 24);
-    VTR_FIELD_AT(CMyArrayList, sorted, 28);
+    static_assert(sizeof(CMyArrayList) == vtr::ByPointer(32, 24));
+    VTR_FIELD_AT(CMyArrayList, elements, 8, 4);
+    VTR_FIELD_AT(CMyArrayList, growStep, 24, 16);
+    VTR_FIELD_AT(CMyArrayList, sorted, 28, 20);
 
     /// Puts null in the place of the item, wherever it is: neither moves elements nor allocates.
     static void Blank(CMyArrayList& list, const void* item) {

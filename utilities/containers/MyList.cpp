@@ -6,9 +6,9 @@
 
 template <>
 struct vtr::Internals<CMyList> {
-    static_assert(sizeof(CMyList) == 88);
-    VTR_FIELD_AT(CMyList, lock, 8);
-    VTR_FIELD_AT(CMyList, nodes, 48);
+    static_assert(sizeof(CMyList) == vtr::ByPointer(88, 52));
+    VTR_FIELD_AT(CMyList, lock, 8, 4);
+    VTR_FIELD_AT(CMyList, nodes, 48, 28);
 };
 
 using Chain = vtr::NodeChain<_tNode_t>;

@@ -7,10 +7,11 @@
 
 #include <cstddef>
 
+/// A node of a `CMyList`.
 struct _tNode_t {
-    void* item; ///< never dereferenced
-    long long sortValue;
-    _tNode_t* next; ///< null at the tail
+    void* item;          ///< never dereferenced
+    long long sortValue; ///< the list's order
+    _tNode_t* next;      ///< null at the tail
 };
 static_assert(sizeof(_tNode_t) == 24 && offsetof(_tNode_t, sortValue) == 8 &&
               offsetof(_tNode_t, next) == 16);

@@ -169,12 +169,13 @@ bool Rectangles::AppendUncovered(const RECT& added, int count) const {
 
 template <>
 struct vtr::Internals<RectangleList> {
-    static_assert(sizeof(CMyArrayList) == 32 && sizeof(RectangleList) == 56);
-    VTR_FIELD_AT(RectangleList, consolidateOnAdd, 32);
-    VTR_FIELD_AT(RectangleList, consolidationThreshold, 36);
-    VTR_FIELD_AT(RectangleList, addCounter, 40);
-    VTR_FIELD_AT(RectangleList, nextConsolidationAt, 44);
-    VTR_FIELD_AT(RectangleList, consolidationInterval, 48);
+    static_assert(sizeof(CMyArrayList) == vtr::ByPointer(32, 24) &&
+                  sizeof(RectangleList) == vtr::ByPointer(56, 44));
+    VTR_FIELD_AT(RectangleList, consolidateOnAdd, 32, 24);
+    VTR_FIELD_AT(RectangleList, consolidationThreshold, 36, 28);
+    VTR_FIELD_AT(RectangleList, addCounter, 40, 32);
+    VTR_FIELD_AT(RectangleList, nextConsolidationAt, 44, 36);
+    VTR_FIELD_AT(RectangleList, consolidationInterval, 48, 40);
 
     static void ConsolidateWhenDue(RectangleList& list);
 };

@@ -37,6 +37,7 @@ public:
     /// overlaps.
     void addWithoutMerging(RECT& rectangle) noexcept;
 
+    /// Cuts the rectangle out of all. Does nothing for null.
     void subtract(RECT* rectangle) noexcept;
     /// True when something is left.
     bool subtract(RectangleList& other) noexcept;
@@ -56,7 +57,9 @@ public:
     /// put together. The list covers at least what it covered before.
     void consolidate() noexcept;
 
+    /// Left and top edges belong to a rectangle, right and bottom ones do not.
     bool containsPoint(int x, int y) noexcept;
+    /// True if any two rectangles have more than an edge in common. False for null.
     bool intersectsRectangle(RECT* rectangle) noexcept;
     bool intersects(RectangleList& other) noexcept;
 

@@ -13,12 +13,12 @@ struct CStack::Node {
 
 template <>
 struct vtr::Internals<CStack> {
-    static_assert(sizeof(CStack::Node) == 16);
-    VTR_FIELD_AT(CStack::Node, next, 8);
-    static_assert(sizeof(CStack) == 72);
-    VTR_FIELD_AT(CStack, lock, 8);
-    VTR_FIELD_AT(CStack, head, 48);
-    VTR_FIELD_AT(CStack, count, 56);
+    static_assert(sizeof(CStack::Node) == vtr::ByPointer(16, 8));
+    VTR_FIELD_AT(CStack::Node, next, 8, 4);
+    static_assert(sizeof(CStack) == vtr::ByPointer(72, 40));
+    VTR_FIELD_AT(CStack, lock, 8, 4);
+    VTR_FIELD_AT(CStack, head, 48, 28);
+    VTR_FIELD_AT(CStack, count, 56, 32);
 };
 
 using Locked = vtr::ScopedLock<CLock>;

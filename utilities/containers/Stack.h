@@ -25,6 +25,7 @@ public:
     /// early: what was pushed after that item stays, and is not counted.
     virtual void ClearStack();
 
+    /// How many items there are.
     virtual int NumNodes();
 
 private:

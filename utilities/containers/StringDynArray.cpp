@@ -171,12 +171,12 @@ int FirstWith(const vtr::PointerFields<Char>& entries, const Char* text) {
 
 template <>
 struct vtr::Internals<CStringDynArray> {
-    static_assert(sizeof(CStringDynArray) == 48);
+    static_assert(sizeof(CStringDynArray) == vtr::ByPointer(48, 32));
     VTR_FIELD_AT(CStringDynArray, wide, 0);
-    VTR_FIELD_AT(CStringDynArray, wideTexts, 8);
-    VTR_FIELD_AT(CStringDynArray, narrowTexts, 24);
-    VTR_FIELD_AT(CStringDynArray, sorted, 40);
-    VTR_FIELD_AT(CStringDynArray, maintainSorted, 41);
+    VTR_FIELD_AT(CStringDynArray, wideTexts, 8, 4);
+    VTR_FIELD_AT(CStringDynArray, narrowTexts, 24, 16);
+    VTR_FIELD_AT(CStringDynArray, sorted, 40, 28);
+    VTR_FIELD_AT(CStringDynArray, maintainSorted, 41, 29);
 
     template <class Char>
     static bool Add(CStringDynArray& array, PointerFields<Char>& entries, OwnedChars<Char> text) {

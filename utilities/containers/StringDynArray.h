@@ -12,6 +12,7 @@
 class VTRUTILS_API CStringDynArray {
 public:
     CStringDynArray() noexcept;
+    /// Keeps UTF-16 if `keepWide`; else, and by default, single bytes.
     explicit CStringDynArray(bool keepWide) noexcept;
     /// Has copies of the texts and the settings; without texts when memory runs out.
     CStringDynArray(const CStringDynArray& other) noexcept;
@@ -37,6 +38,7 @@ public:
     const char* GetChString(unsigned int index) const noexcept;
     const char* GetString(unsigned int index) const noexcept;
 
+    /// Null entries count.
     unsigned int NumStrings() const noexcept;
 
     /// False when out of range. Those after it move up.

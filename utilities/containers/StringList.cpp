@@ -117,8 +117,8 @@ template <>
 struct vtr::Internals<CStringList> {
     using List = CStringList::List;
     static_assert(sizeof(CStringList) == sizeof(void*));
-    static_assert(sizeof(Links) == 16);
-    VTR_FIELD_AT(List, count, 16);
+    static_assert(sizeof(Links) == vtr::ByPointer(16, 8));
+    VTR_FIELD_AT(List, count, 16, 8);
 
     static List* CopyOf(const List* source);
     static void InsertBefore(CStringList& strings, Links* place, long index, const char* text);

@@ -50,6 +50,7 @@ public:
     /// memory runs out.
     int CopyFrom(CStringList& other) noexcept;
 
+    /// How many texts there are.
     long Count() noexcept;
 
 private:

@@ -10,29 +10,32 @@
 /// "&amp;" decoded as `DeHTMLifyString` does, but in identifiers. They are terminated, and cut to
 /// their field's size - 1 bytes, even within a character. What the service did not send is "" or 0.
 struct _cdArtistItem {
-    char identifier[128];
+    char identifier[128];  ///< for `GetAlbums`
     char displayName[256]; ///< the name and, if the service tells artists apart, " (UK band)"
 };
 static_assert(sizeof(_cdArtistItem) == 384 && offsetof(_cdArtistItem, displayName) == 128);
 
+/// An album, with texts as above.
 struct _cdAlbumItem {
-    char identifier[128];
-    char title[256];
-    char artistName[256];
-    char date[64];
-    char type[64]; ///< such as "Album Official"
-    int numTracks; ///< as sent, even if negative
+    char identifier[128]; ///< for `GetSongs`
+    char title[256];      ///< of the album
+    char artistName[256]; ///< of its artists
+    char date[64];        ///< of release, as sent
+    char type[64];        ///< such as "Album Official"
+    int numTracks;        ///< as sent, even if negative
 };
 static_assert(sizeof(_cdAlbumItem) == 772 && offsetof(_cdAlbumItem, title) == 128 &&
               offsetof(_cdAlbumItem, artistName) == 384 && offsetof(_cdAlbumItem, date) == 640 &&
               offsetof(_cdAlbumItem, type) == 704 && offsetof(_cdAlbumItem, numTracks) == 768);
 
+/// A song, with texts as above.
 struct _cdSongItem {
-    char title[256];
-    int duration; ///< in milliseconds, as sent
+    char title[256]; ///< of the song
+    int duration;    ///< in milliseconds, as sent
 };
 static_assert(sizeof(_cdSongItem) == 260 && offsetof(_cdSongItem, duration) == 256);
 
+/// What a search looks for.
 enum _cdRequestType : int {
     cdArtistSearch = 0,
     cdAlbumSearch = 1,
@@ -60,6 +63,7 @@ public:
     // once. The texts are put into the request as they are, so the host encodes what has a meaning
     // in a URL, such as "&". False if no search was begun.
 
+    /// By name; by artist and title.
     virtual bool SearchArtists(char* name, int offset) = 0;
     virtual bool SearchAlbums(char* artist, char* title, int offset) = 0;
     /// Takes the identifier of an artist.
@@ -80,6 +84,7 @@ public:
     /// empties the list; both searches for albums fill one list.
     virtual void GetSearchResults(bool& error, int& count, CMyList*& list) = 0;
 
+    /// Ends the search that is under way, if any.
     virtual void CancelCurrentSearch() = 0;
 
 protected:
@@ -92,14 +97,14 @@ protected:
     /// thread wrote before.
     void SetSearchComplete(bool complete) noexcept;
 
-    CMyList artists;
-    CMyList albums;
-    CMyList songs;
-    _cdRequestType requestType;
-    bool error;
-    bool searchComplete;
-    CMyList* results; ///< one of the lists; null without results
-    int resultCount;
+    CMyList artists;            ///< `_cdArtistItem` records
+    CMyList albums;             ///< `_cdAlbumItem` records
+    CMyList songs;              ///< `_cdSongItem` records
+    _cdRequestType requestType; ///< of the last search
+    bool error;                 ///< of the last search
+    bool searchComplete;        ///< as `IsSearchComplete` says
+    CMyList* results;           ///< one of the lists; null without results
+    int resultCount;            ///< the service's total
 
 private:
     friend struct vtr::Internals<CDLookup>;

@@ -9,15 +9,15 @@ namespace vtr {
 /// Private to the library. One thread at a time.
 template <>
 struct Internals<CDLookup> {
-    static_assert(sizeof(CDLookup) == 296);
-    VTR_FIELD_AT(CDLookup, artists, 8);
-    VTR_FIELD_AT(CDLookup, albums, 96);
-    VTR_FIELD_AT(CDLookup, songs, 184);
-    VTR_FIELD_AT(CDLookup, requestType, 272);
-    VTR_FIELD_AT(CDLookup, error, 276);
-    VTR_FIELD_AT(CDLookup, searchComplete, 277);
-    VTR_FIELD_AT(CDLookup, results, 280);
-    VTR_FIELD_AT(CDLookup, resultCount, 288);
+    static_assert(sizeof(CDLookup) == vtr::ByPointer(296, 176));
+    VTR_FIELD_AT(CDLookup, artists, 8, 4);
+    VTR_FIELD_AT(CDLookup, albums, 96, 56);
+    VTR_FIELD_AT(CDLookup, songs, 184, 108);
+    VTR_FIELD_AT(CDLookup, requestType, 272, 160);
+    VTR_FIELD_AT(CDLookup, error, 276, 164);
+    VTR_FIELD_AT(CDLookup, searchComplete, 277, 165);
+    VTR_FIELD_AT(CDLookup, results, 280, 168);
+    VTR_FIELD_AT(CDLookup, resultCount, 288, 172);
 
     /// The one that a search of this type fills.
     static CMyList& ListOf(CDLookup& lookup, _cdRequestType type);

@@ -45,15 +45,15 @@ class ReplyFile;
 /// Private to the library.
 template <>
 struct Internals<MusicBrainzLookup> {
-    static_assert(sizeof(MusicBrainzLookup) == 640);
-    VTR_FIELD_AT(MusicBrainzLookup, lock, 296);
-    VTR_FIELD_AT(MusicBrainzLookup, access, 336);
-    VTR_FIELD_AT(MusicBrainzLookup, tempFolder, 344);
-    VTR_FIELD_AT(MusicBrainzLookup, worker, 608);
-    VTR_FIELD_AT(MusicBrainzLookup, workerId, 616);
-    VTR_FIELD_AT(MusicBrainzLookup, quit, 620);
-    VTR_FIELD_AT(MusicBrainzLookup, pending, 624);
-    VTR_FIELD_AT(MusicBrainzLookup, link, 632);
+    static_assert(sizeof(MusicBrainzLookup) == vtr::ByPointer(640, 488));
+    VTR_FIELD_AT(MusicBrainzLookup, lock, 296, 176);
+    VTR_FIELD_AT(MusicBrainzLookup, access, 336, 200);
+    VTR_FIELD_AT(MusicBrainzLookup, tempFolder, 344, 204);
+    VTR_FIELD_AT(MusicBrainzLookup, worker, 608, 468);
+    VTR_FIELD_AT(MusicBrainzLookup, workerId, 616, 472);
+    VTR_FIELD_AT(MusicBrainzLookup, quit, 620, 476);
+    VTR_FIELD_AT(MusicBrainzLookup, pending, 624, 480);
+    VTR_FIELD_AT(MusicBrainzLookup, link, 632, 484);
 
     using Request = MusicBrainzLookup::Request;
     using Link = MusicBrainzLookup::Link;

@@ -50,6 +50,7 @@ public:
     // without a session, for a null text, if the URL would have more than 2,047 characters or the
     // file's path more than 259, and if there is no memory or no thread can be made.
 
+    /// Posts the search.
     bool SearchArtists(char* name, int offset) noexcept override;
     /// Official releases only.
     bool SearchAlbums(char* artist, char* title, int offset) noexcept override;

@@ -109,18 +109,21 @@ bool HasFewComments(std::string_view text) {
 
 template <>
 struct vtr::Internals<COnlineSoundRepo> {
-    VTR_FIELD_AT(COnlineSoundRepo, state, 8);
-    VTR_FIELD_AT(COnlineSoundRepo, filterBadWords, 12);
-    VTR_FIELD_AT(COnlineSoundRepo, replyProcessed, 13);
-    VTR_FIELD_AT(COnlineSoundRepo, access, 16);
-    VTR_FIELD_AT(COnlineSoundRepo, file, 24);
-    VTR_FIELD_AT(COnlineSoundRepo, reader, 32);
-    VTR_FIELD_AT(COnlineSoundRepo, lastPageSize, 32 + sizeof(Json::Reader));
-    VTR_FIELD_AT(COnlineSoundRepo, apiKey, 36 + sizeof(Json::Reader));
-    VTR_FIELD_AT(COnlineSoundRepo, totalResults, 296 + sizeof(Json::Reader));
-    VTR_FIELD_AT(COnlineSoundRepo, numReturned, 300 + sizeof(Json::Reader));
-    VTR_FIELD_AT(COnlineSoundRepo, records, 304 + sizeof(Json::Reader));
-    VTR_FIELD_AT(COnlineSoundRepo, root, 312 + sizeof(Json::Reader));
+    VTR_FIELD_AT(COnlineSoundRepo, state, 8, 4);
+    VTR_FIELD_AT(COnlineSoundRepo, filterBadWords, 12, 8);
+    VTR_FIELD_AT(COnlineSoundRepo, replyProcessed, 13, 9);
+    VTR_FIELD_AT(COnlineSoundRepo, access, 16, 12);
+    VTR_FIELD_AT(COnlineSoundRepo, file, 24, 16);
+    VTR_FIELD_AT(COnlineSoundRepo, reader, 32, 20);
+    VTR_FIELD_AT(COnlineSoundRepo, lastPageSize, 32 + sizeof(Json::Reader),
+                 20 + sizeof(Json::Reader));
+    VTR_FIELD_AT(COnlineSoundRepo, apiKey, 36 + sizeof(Json::Reader), 24 + sizeof(Json::Reader));
+    VTR_FIELD_AT(COnlineSoundRepo, totalResults, 296 + sizeof(Json::Reader),
+                 284 + sizeof(Json::Reader));
+    VTR_FIELD_AT(COnlineSoundRepo, numReturned, 300 + sizeof(Json::Reader),
+                 288 + sizeof(Json::Reader));
+    VTR_FIELD_AT(COnlineSoundRepo, records, 304 + sizeof(Json::Reader), 292 + sizeof(Json::Reader));
+    VTR_FIELD_AT(COnlineSoundRepo, root, 312 + sizeof(Json::Reader), 300 + sizeof(Json::Reader));
 
     static void FreeReply(COnlineSoundRepo& repo) {
         std::free(repo.records);

@@ -33,6 +33,7 @@ enum _licType : int {
     licNotRecognized = 6, ///< of sounds; a search with it is not restricted
 };
 
+/// The state of a search.
 enum _tFS_Q_State : int {
     fsIdle = 0,
     fsUnderWay = 1,
@@ -43,27 +44,27 @@ enum _tFS_Q_State : int {
 /// One sound. Texts are terminated; they are UTF-8 as the service sent them, cut to their field
 /// without regard to where characters begin. What the reply does not have is 0 or "".
 struct _osrSndItem {
-    unsigned int soundID;
-    char url[2084]; ///< of the sound's page
-    char userName[256];
-    char name[256];
-    char description[2048];
-    char created[128];
-    char tags[256];        ///< separated by ","
-    char previewURL[2084]; ///< an Ogg file
-    _licType licenseType;
-    char licenseURL[2084]; ///< cut to 511 characters
-    int channels;
-    int bitDepth;
-    int sampleRate;  ///< of the member "sampleRate", which the service does not send: 0
-    float duration;  ///< seconds
-    float bpm;       ///< beats per minute
-    char key[128];   ///< "C", "F#"
-    char scale[128]; ///< "major", "minor"
-    int numDownloads;
-    int numRatings;
-    float avgRating;
-    char reserved[8]; ///< zeros
+    unsigned int soundID;   ///< the service's number
+    char url[2084];         ///< of the sound's page
+    char userName[256];     ///< who made it
+    char name[256];         ///< of the sound
+    char description[2048]; ///< as its maker wrote it
+    char created[128];      ///< date and time, as sent
+    char tags[256];         ///< separated by ","
+    char previewURL[2084];  ///< an Ogg file
+    _licType licenseType;   ///< told by the licence's address
+    char licenseURL[2084];  ///< cut to 511 characters
+    int channels;           ///< 1: mono, 2: stereo
+    int bitDepth;           ///< bits a sample
+    int sampleRate;         ///< of the member "sampleRate", which the service does not send: 0
+    float duration;         ///< seconds
+    float bpm;              ///< beats per minute
+    char key[128];          ///< "C", "F#"
+    char scale[128];        ///< "major", "minor"
+    int numDownloads;       ///< so far
+    int numRatings;         ///< so far
+    float avgRating;        ///< as sent
+    char reserved[8];       ///< zeros
 };
 
 /// A library of sounds that is searched over the internet, one page of results at a time. A search
@@ -135,6 +136,7 @@ public:
     /// As the last search had it; 0 before the first one.
     int LastPageSize() const noexcept;
 
+    /// As the constructor was told.
     bool FilterBadWords() const noexcept;
 
     /// The key by which the service knows the program, in a buffer of 260 characters that the
@@ -155,19 +157,19 @@ protected:
     /// Gives the search up: `fsIdle`, no records, no file left.
     void ClearLastDownload() noexcept;
 
-    _tFS_Q_State state;
-    bool filterBadWords;
-    bool replyProcessed;
-    bool readerMade;
+    _tFS_Q_State state;       ///< of the last search
+    bool filterBadWords;      ///< as `FilterBadWords` says
+    bool replyProcessed;      ///< `LoadDataFromJSONResult` was called for the reply
+    bool readerMade;          ///< `reader` exists
     MyInternetAccess* access; ///< not owned
     CFileObj* file;           ///< owned; null before the first request
     union {
         Json::Reader reader; ///< made with the first reply, because that takes memory
     };
-    int lastPageSize;
-    char apiKey[260];
-    int totalResults;
-    int numReturned;
+    int lastPageSize;     ///< of the last search
+    char apiKey[260];     ///< as `APIKey` says
+    int totalResults;     ///< of all pages
+    int numReturned;      ///< records of this page
     _osrSndItem* records; ///< owned; one block from `malloc`, or null
     Json::Value root;     ///< the last reply
 

@@ -9,8 +9,8 @@
 namespace vtr {
 /// A bitmap of 24 bits a pixel and where its pixels are.
 struct PromoFrame {
-    HBITMAP bitmap = nullptr;
-    unsigned char* pixels = nullptr;
+    HBITMAP bitmap = nullptr;        ///< null: none
+    unsigned char* pixels = nullptr; ///< of the bitmap, which frees them
 };
 } // namespace vtr
 

@@ -14,15 +14,17 @@
 /// A drive, a folder or a shortcut to one of them, as the tree shows it. The tree owns it until the
 /// folder above is read again; the placeholders that give a node its button have none.
 struct TExplorerTreeNode {
-    bool hasChildren;
-    bool atRoot;
+    bool hasChildren; ///< shown with a button
+    bool atRoot;      ///< of the tree
     const char* path; ///< where a shortcut leads
     const char* name; ///< as shown; null counts as ""
-    HTREEITEM item;
-    int image; ///< an index into `TExplorerTreeProperties::icons`
+    HTREEITEM item;   ///< of the tree-view
+    int image;        ///< an index into `TExplorerTreeProperties::icons`
 };
-static_assert(sizeof(TExplorerTreeNode) == 40 && offsetof(TExplorerTreeNode, path) == 8 &&
-              offsetof(TExplorerTreeNode, item) == 24 && offsetof(TExplorerTreeNode, image) == 32);
+static_assert(sizeof(TExplorerTreeNode) == vtr::ByPointer(40, 20) &&
+              offsetof(TExplorerTreeNode, path) == vtr::ByPointer(8, 4) &&
+              offsetof(TExplorerTreeNode, item) == vtr::ByPointer(24, 12) &&
+              offsetof(TExplorerTreeNode, image) == vtr::ByPointer(32, 16));
 
 /// The path is the tree's; it is "", and the node null, if what is selected is not a folder.
 using ExplorerTreeSelectionHandler = void (*)(const char* path, void* context,
@@ -34,6 +36,7 @@ using ExplorerTreeKeyHandler = void (*)(WORD key, void* context, WPARAM wParam, 
 /// What a host wants of a tree. Paths are as FileFunctions.h says; all texts are in the code page
 /// of the language.
 struct TExplorerTreeProperties {
+    /// What is shown: drives, the icon of an open folder, special folders at the root.
     enum Flag : DWORD {
         networkDrives = 1,
         removableDrives = 2,
@@ -44,32 +47,32 @@ struct TExplorerTreeProperties {
         desktopAtRoot = 128
     };
 
-    HWND parent;
-    DWORD controlId;    ///< of the holder in the parent, and of the tree-view in the holder
-    HINSTANCE instance; ///< has the window class and the icons
-    DWORD flags;
-    DWORD treeExtendedStyle;
-    RECT place; ///< in the parent; the right and bottom edges belong to it
+    HWND parent;             ///< of the holder
+    DWORD controlId;         ///< of the holder in the parent, and of the tree-view in the holder
+    HINSTANCE instance;      ///< has the window class and the icons
+    DWORD flags;             ///< of `Flag`, joined
+    DWORD treeExtendedStyle; ///< window style of the tree-view
+    RECT place;              ///< in the parent; the right and bottom edges belong to it
     ExplorerTreeSelectionHandler selectionHandler; ///< may be null
-    void* selectionContext;
-    char startPath[MAX_PATH]; ///< selected at first; "": nothing is
+    void* selectionContext;                        ///< handed to the handler
+    char startPath[MAX_PATH];                      ///< selected at first; "": nothing is
     /// Resource ids. 0 fixed drive, 1 CD-ROM drive, 3 removable drive, 4 and 5 folder and open
     /// folder, 6 network drive, 7 My Documents, 8 My Pictures, 9 Desktop; 10 and 11 shortcut to a
     /// folder, 12, 13, 15, 16 to a fixed, CD-ROM, removable, network drive, 17 to My Documents, 18
     /// to My Pictures, 19 to the Desktop. The others are not shown. A missing one is left blank.
     int icons[25];
-    char myDocumentsLabel[MAX_PATH];
-    char myPicturesLabel[MAX_PATH];
-    char desktopLabel[MAX_PATH];
+    char myDocumentsLabel[MAX_PATH];   ///< as shown
+    char myPicturesLabel[MAX_PATH];    ///< as shown
+    char desktopLabel[MAX_PATH];       ///< as shown
     ExplorerTreeKeyHandler keyHandler; ///< may be null
-    void* keyContext;
+    void* keyContext;                  ///< handed to the handler
 };
-static_assert(sizeof(TExplorerTreeProperties) == 1224 &&
-              offsetof(TExplorerTreeProperties, place) == 32 &&
-              offsetof(TExplorerTreeProperties, startPath) == 64 &&
-              offsetof(TExplorerTreeProperties, icons) == 324 &&
-              offsetof(TExplorerTreeProperties, myDocumentsLabel) == 424 &&
-              offsetof(TExplorerTreeProperties, keyHandler) == 1208);
+static_assert(sizeof(TExplorerTreeProperties) == vtr::ByPointer(1224, 1192) &&
+              offsetof(TExplorerTreeProperties, place) == vtr::ByPointer(32, 20) &&
+              offsetof(TExplorerTreeProperties, startPath) == vtr::ByPointer(64, 44) &&
+              offsetof(TExplorerTreeProperties, icons) == vtr::ByPointer(324, 304) &&
+              offsetof(TExplorerTreeProperties, myDocumentsLabel) == vtr::ByPointer(424, 404) &&
+              offsetof(TExplorerTreeProperties, keyHandler) == vtr::ByPointer(1208, 1184));
 
 /// A tree-view of folders. At its root are the Desktop, My Documents and My Pictures, if wanted,
 /// and the drives; a folder is read each time that it is expanded. Shortcuts to folders and drives
@@ -106,11 +109,13 @@ public:
     /// Of the selected node; "" before there is one. Never null.
     const char* CurrentSelection() noexcept;
 
+    /// True after `Load`, while there are windows.
     bool Loaded() const noexcept;
 
     /// The holder; null without windows.
     HWND hWnd() const noexcept;
 
+    /// The flags of the properties.
     bool ShowNetworkDrives() const noexcept;
     bool ShowRemovableDrives() const noexcept;
     bool ShowCDDrives() const noexcept;
@@ -119,6 +124,7 @@ public:
     bool ShowMyPicturesAtRoot() const noexcept;
     bool ShowDesktopAtRoot() const noexcept;
 
+    /// The tree itself takes this lock nowhere.
     void Lock() noexcept;
     void Unlock() noexcept;
 

@@ -107,15 +107,15 @@ struct Internals<CExplorerTree> {
     static void AddSpecialFolders(CExplorerTree& tree, Start& start);
     static void ExpandToStartPosition(CExplorerTree& tree, const Start& start, const Watch& watch);
 
-    VTR_FIELD_AT(CExplorerTree, tree, 8);
-    VTR_FIELD_AT(CExplorerTree, holder, 16);
-    VTR_FIELD_AT(CExplorerTree, properties, 24);
-    VTR_FIELD_AT(CExplorerTree, images, 1248);
-    VTR_FIELD_AT(CExplorerTree, nodes, 1256);
-    VTR_FIELD_AT(CExplorerTree, selection, 1272);
-    VTR_FIELD_AT(CExplorerTree, loaded, 1532);
-    VTR_FIELD_AT(CExplorerTree, lock, 1536);
-    VTR_FIELD_AT(CExplorerTree, shortcuts, 1576);
+    VTR_FIELD_AT(CExplorerTree, tree, 8, 4);
+    VTR_FIELD_AT(CExplorerTree, holder, 16, 8);
+    VTR_FIELD_AT(CExplorerTree, properties, 24, 12);
+    VTR_FIELD_AT(CExplorerTree, images, 1248, 1204);
+    VTR_FIELD_AT(CExplorerTree, nodes, 1256, 1208);
+    VTR_FIELD_AT(CExplorerTree, selection, 1272, 1220);
+    VTR_FIELD_AT(CExplorerTree, loaded, 1532, 1480);
+    VTR_FIELD_AT(CExplorerTree, lock, 1536, 1484);
+    VTR_FIELD_AT(CExplorerTree, shortcuts, 1576, 1508);
 };
 
 } // namespace vtr

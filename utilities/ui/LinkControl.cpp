@@ -30,9 +30,9 @@ struct vtr::Internals<CLinkControl> {
 
     VTR_FIELD_AT(CLinkControl, link, 512);
     VTR_FIELD_AT(CLinkControl, savedProcedure, 2560);
-    VTR_FIELD_AT(CLinkControl, control, 2568);
-    VTR_FIELD_AT(CLinkControl, hit, 2576);
-    VTR_FIELD_AT(CLinkControl, colour, 2592);
+    VTR_FIELD_AT(CLinkControl, control, 2568, 2564);
+    VTR_FIELD_AT(CLinkControl, hit, 2576, 2568);
+    VTR_FIELD_AT(CLinkControl, colour, 2592, 2584);
 };
 
 LRESULT CALLBACK Internals::Procedure(HWND window, UINT message, WPARAM wParam,

@@ -49,15 +49,15 @@ struct vtr::Internals<CLongOperationDlg> {
     static void Update(CLongOperationDlg& operation);
     static void Display(CLongOperationDlg& operation, HWND window);
 
-    static_assert(sizeof(CLongOperationDlg) == 1056);
-    VTR_FIELD_AT(CLongOperationDlg, cancelPressed, 8);
-    VTR_FIELD_AT(CLongOperationDlg, maximum, 12);
-    VTR_FIELD_AT(CLongOperationDlg, progress, 16);
-    VTR_FIELD_AT(CLongOperationDlg, title, 20);
-    VTR_FIELD_AT(CLongOperationDlg, progressText, 532);
-    VTR_FIELD_AT(CLongOperationDlg, dirty, 1044);
-    VTR_FIELD_AT(CLongOperationDlg, useTimer, 1045);
-    VTR_FIELD_AT(CLongOperationDlg, dialog, 1048);
+    static_assert(sizeof(CLongOperationDlg) == vtr::ByPointer(1056, 1048));
+    VTR_FIELD_AT(CLongOperationDlg, cancelPressed, 8, 4);
+    VTR_FIELD_AT(CLongOperationDlg, maximum, 12, 8);
+    VTR_FIELD_AT(CLongOperationDlg, progress, 16, 12);
+    VTR_FIELD_AT(CLongOperationDlg, title, 20, 16);
+    VTR_FIELD_AT(CLongOperationDlg, progressText, 532, 528);
+    VTR_FIELD_AT(CLongOperationDlg, dirty, 1044, 1040);
+    VTR_FIELD_AT(CLongOperationDlg, useTimer, 1045, 1041);
+    VTR_FIELD_AT(CLongOperationDlg, dialog, 1048, 1044);
 };
 
 INT_PTR CALLBACK Internals::Procedure(HWND window, UINT message, WPARAM wParam,

@@ -25,6 +25,7 @@ public:
     /// the library. False when it cannot be made.
     bool Go(HINSTANCE instance, HWND parent) noexcept;
 
+    /// Kept also while there is no window.
     void SetTitle(char* newTitle) noexcept;
     void SetProgressText(char* text) noexcept;
 
@@ -34,6 +35,7 @@ public:
     /// Stores at most the maximum, so that is set first.
     void SetProgress(int newProgress) noexcept;
 
+    /// Off at the start.
     void UseTimerToUpdate(bool use) noexcept;
 
     bool Showing() const noexcept; ///< the window exists

@@ -47,19 +47,19 @@ struct vtr::Internals<CMyToolTip> {
     static void Paint(const CMyToolTip& tip, HDC dc);
 
     VTR_FIELD_AT(CMyToolTip, tip, 2048);
-    VTR_FIELD_AT(CMyToolTip, getText, 2056);
-    VTR_FIELD_AT(CMyToolTip, context, 2064);
-    VTR_FIELD_AT(CMyToolTip, lastX, 2072);
-    VTR_FIELD_AT(CMyToolTip, lastY, 2076);
-    VTR_FIELD_AT(CMyToolTip, showTimer, 2080);
-    VTR_FIELD_AT(CMyToolTip, delay, 2088);
-    VTR_FIELD_AT(CMyToolTip, hideTimer, 2096);
-    VTR_FIELD_AT(CMyToolTip, displayTime, 2104);
-    VTR_FIELD_AT(CMyToolTip, savedProcedure, 2112);
-    VTR_FIELD_AT(CMyToolTip, font, 2120);
-    VTR_FIELD_AT(CMyToolTip, background, 2128);
-    VTR_FIELD_AT(CMyToolTip, watched, 2136);
-    VTR_FIELD_AT(CMyToolTip, watchAll, 2144);
+    VTR_FIELD_AT(CMyToolTip, getText, 2056, 2052);
+    VTR_FIELD_AT(CMyToolTip, context, 2064, 2056);
+    VTR_FIELD_AT(CMyToolTip, lastX, 2072, 2060);
+    VTR_FIELD_AT(CMyToolTip, lastY, 2076, 2064);
+    VTR_FIELD_AT(CMyToolTip, showTimer, 2080, 2068);
+    VTR_FIELD_AT(CMyToolTip, delay, 2088, 2072);
+    VTR_FIELD_AT(CMyToolTip, hideTimer, 2096, 2076);
+    VTR_FIELD_AT(CMyToolTip, displayTime, 2104, 2080);
+    VTR_FIELD_AT(CMyToolTip, savedProcedure, 2112, 2084);
+    VTR_FIELD_AT(CMyToolTip, font, 2120, 2088);
+    VTR_FIELD_AT(CMyToolTip, background, 2128, 2092);
+    VTR_FIELD_AT(CMyToolTip, watched, 2136, 2096);
+    VTR_FIELD_AT(CMyToolTip, watchAll, 2144, 2100);
 };
 
 LRESULT CALLBACK Internals::ClassProcedure(HWND window, UINT message, WPARAM wParam,

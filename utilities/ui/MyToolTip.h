@@ -40,6 +40,7 @@ public:
     /// foreground window is neither the watched one nor one of its parents.
     void SetWatchAllMouseMovementsMode(bool on) noexcept;
 
+    /// How long the mouse rests before the tip is shown, from the next rest on.
     void UpdateTipDelayTime(DWORD delayMs) noexcept;
 
 private:

@@ -16,9 +16,9 @@ struct vtr::Internals<CProgressMeter> {
     static INT_PTR CALLBACK Procedure(HWND dialog, UINT message, WPARAM wParam,
                                       LPARAM lParam) noexcept;
 
-    static_assert(sizeof(CProgressMeter) == 16);
+    static_assert(sizeof(CProgressMeter) == vtr::ByPointer(16, 8));
     VTR_FIELD_AT(CProgressMeter, dialog, 0);
-    VTR_FIELD_AT(CProgressMeter, parent, 8);
+    VTR_FIELD_AT(CProgressMeter, parent, 8, 4);
 };
 
 namespace {

@@ -9,15 +9,15 @@
 /// What a reader and its thread tell each other. The texts are the caller's, and null once it waits
 /// no longer. Thread-safety: one thread at a time: the one that holds its lock.
 struct TShortcutThreadProps {
-    const char* shortcut = nullptr;
-    char* target = nullptr;
-    int targetSize = 0;
-    HANDLE done = nullptr;    ///< a manual-reset event
-    HANDLE request = nullptr; ///< a manual-reset event
-    DWORD timeout = 50;       ///< in milliseconds
-    bool abort = false;
-    bool busy = false; ///< from a request until the thread is back from the shell
-    CLock lock;
+    const char* shortcut = nullptr; ///< what is asked
+    char* target = nullptr;         ///< where the answer belongs
+    int targetSize = 0;             ///< in bytes
+    HANDLE done = nullptr;          ///< a manual-reset event
+    HANDLE request = nullptr;       ///< a manual-reset event
+    DWORD timeout = 50;             ///< in milliseconds
+    bool abort = false;             ///< the thread is to end
+    bool busy = false;              ///< from a request until the thread is back from the shell
+    CLock lock;                     ///< held by whoever reads or writes these
 };
 
 /// Finds where shortcuts (".lnk" files) lead. A thread of its own asks the shell; it begins with

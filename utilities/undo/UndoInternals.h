@@ -18,24 +18,24 @@ struct vtr::Internals<CUndoMgr> {
     VTR_FIELD_AT(CUndoAtom, undoSetID, 8);
     VTR_FIELD_AT(CUndoAtom, nodeID, 16);
 
-    static_assert(sizeof(CUndoMgr) == 128);
+    static_assert(sizeof(CUndoMgr) == vtr::ByPointer(128, 104));
     VTR_FIELD_AT(CUndoMgr, currentSet, 8);
     VTR_FIELD_AT(CUndoMgr, nextNodeID, 16);
     VTR_FIELD_AT(CUndoMgr, atoms, 24);
-    VTR_FIELD_AT(CUndoMgr, currentIndex, 40);
-    VTR_FIELD_AT(CUndoMgr, one, 44);
-    VTR_FIELD_AT(CUndoMgr, maxUndos, 48);
-    VTR_FIELD_AT(CUndoMgr, dirty, 52);
-    VTR_FIELD_AT(CUndoMgr, dirtyStatusCallback, 56);
-    VTR_FIELD_AT(CUndoMgr, dirtyStatusUserData, 64);
-    VTR_FIELD_AT(CUndoMgr, setDirtyCallback, 72);
-    VTR_FIELD_AT(CUndoMgr, savedIndex, 80);
-    VTR_FIELD_AT(CUndoMgr, disableCount, 84);
-    VTR_FIELD_AT(CUndoMgr, currentSetHasAtoms, 88);
-    VTR_FIELD_AT(CUndoMgr, freezeCount, 92);
-    VTR_FIELD_AT(CUndoMgr, setNames, 96);
-    VTR_FIELD_AT(CUndoMgr, undoInProgress, 112);
-    VTR_FIELD_AT(CUndoMgr, redoInProgress, 113);
+    VTR_FIELD_AT(CUndoMgr, currentIndex, 40, 36);
+    VTR_FIELD_AT(CUndoMgr, one, 44, 40);
+    VTR_FIELD_AT(CUndoMgr, maxUndos, 48, 44);
+    VTR_FIELD_AT(CUndoMgr, dirty, 52, 48);
+    VTR_FIELD_AT(CUndoMgr, dirtyStatusCallback, 56, 52);
+    VTR_FIELD_AT(CUndoMgr, dirtyStatusUserData, 64, 56);
+    VTR_FIELD_AT(CUndoMgr, setDirtyCallback, 72, 60);
+    VTR_FIELD_AT(CUndoMgr, savedIndex, 80, 64);
+    VTR_FIELD_AT(CUndoMgr, disableCount, 84, 68);
+    VTR_FIELD_AT(CUndoMgr, currentSetHasAtoms, 88, 72);
+    VTR_FIELD_AT(CUndoMgr, freezeCount, 92, 76);
+    VTR_FIELD_AT(CUndoMgr, setNames, 96, 80);
+    VTR_FIELD_AT(CUndoMgr, undoInProgress, 112, 92);
+    VTR_FIELD_AT(CUndoMgr, redoInProgress, 113, 93);
 
     using SetName = CUndoMgr::SetName;
 

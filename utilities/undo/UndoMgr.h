@@ -130,8 +130,10 @@ public:
     int CanAddUndoNodes() const noexcept;
     int GetDisableUndoCount() const noexcept;
 
+    /// True while `Undo` or `Redo` runs.
     bool IsUndoInProgress() const noexcept;
     bool IsRedoInProgress() const noexcept;
+    /// Not 0 if the document differs from what was saved.
     int Dirty() const noexcept;
 
     /// The first calls the status callback when the value differs, the second always.
@@ -171,6 +173,7 @@ public:
     /// current set has atoms, and if it is the first.
     bool DeleteCurrentUndoSetIfEmpty() noexcept;
 
+    /// True for an atom of the history, in effect or not.
     bool AtomInList(CUndoAtom* atom) noexcept;
 
     /// The last atom of the history, in effect or not. Null, or an ID of 0, if there is none.
@@ -182,6 +185,7 @@ public:
     CUndoAtom* GetUndoNodeByID(long long nodeID) noexcept;
 
 protected:
+    /// Forgets the names of all sets, or of one, if it has a name.
     void ClearUndoSetNames() noexcept;
     void DeleteUndoSetNameInfo(long long set) noexcept;
 

@@ -141,9 +141,9 @@ int CUndoMgr::GetUndoSetFreezeCount() const noexcept {
 
 template <>
 struct vtr::Internals<CUndoSetFreezer> {
-    static_assert(sizeof(CUndoSetFreezer) == 16);
+    static_assert(sizeof(CUndoSetFreezer) == vtr::ByPointer(16, 8));
     VTR_FIELD_AT(CUndoSetFreezer, manager, 0);
-    VTR_FIELD_AT(CUndoSetFreezer, advanced, 8);
+    VTR_FIELD_AT(CUndoSetFreezer, advanced, 8, 4);
 };
 
 CUndoSetFreezer::CUndoSetFreezer(CUndoMgr* guarded, const char* name) noexcept

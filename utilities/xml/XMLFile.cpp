@@ -13,11 +13,11 @@
 
 template <>
 struct vtr::Internals<CXMLFile> {
-    static_assert(sizeof(CXMLFile) == 128);
-    VTR_FIELD_AT(CXMLFile, loadCallback, 104);
-    VTR_FIELD_AT(CXMLFile, loadUser, 112);
-    VTR_FIELD_AT(CXMLFile, bufferLength, 120);
-    VTR_FIELD_AT(CXMLFile, shouldDeHTMLifyLoads, 124);
+    static_assert(sizeof(CXMLFile) == vtr::ByPointer(128, 88));
+    VTR_FIELD_AT(CXMLFile, loadCallback, 104, 72);
+    VTR_FIELD_AT(CXMLFile, loadUser, 112, 76);
+    VTR_FIELD_AT(CXMLFile, bufferLength, 120, 80);
+    VTR_FIELD_AT(CXMLFile, shouldDeHTMLifyLoads, 124, 84);
 };
 
 namespace {

@@ -51,6 +51,7 @@ public:
     VTRUTILS_INLINE void SetShouldDeHTMLify(bool should) noexcept { shouldDeHTMLifyLoads = should; }
     VTRUTILS_INLINE bool ShouldDeHTMLify() const noexcept { return shouldDeHTMLifyLoads; }
 
+    /// Decodes the whole document.
     VTRUTILS_INLINE void DeHTMLAll() noexcept { DeHTMLify(/*recursive=*/true); }
 
     /// Text number `index` of the root; null when out of range.
@@ -61,6 +62,7 @@ public:
         return GetValue(wanted, recurse, /*contentIndex=*/0);
     }
 
+    /// The attributes of the root.
     VTRUTILS_INLINE unsigned int NumRootHeaderProperties() const noexcept {
         return NumHeaderProperties();
     }

@@ -13,10 +13,10 @@
 
 template <>
 struct vtr::Internals<CXMLValue> {
-    static_assert(sizeof(CXMLValue) == 24);
+    static_assert(sizeof(CXMLValue) == vtr::ByPointer(24, 16));
     VTR_FIELD_AT(CXMLValue, fieldName, 0);
-    VTR_FIELD_AT(CXMLValue, value, 8);
-    VTR_FIELD_AT(CXMLValue, sequenceNumber, 16);
+    VTR_FIELD_AT(CXMLValue, value, 8, 4);
+    VTR_FIELD_AT(CXMLValue, sequenceNumber, 16, 8);
 
     /// Takes texts that are part of the value's own block; null for none. Requires: a value that
     /// has just been made.
@@ -30,17 +30,17 @@ struct vtr::Internals<CXMLValue> {
 
 template <>
 struct vtr::Internals<CXMLNode> {
-    static_assert(sizeof(CXMLNode) == 104);
+    static_assert(sizeof(CXMLNode) == vtr::ByPointer(104, 72));
     VTR_FIELD_AT(CXMLNode, children, 0);
-    VTR_FIELD_AT(CXMLNode, headerProperties, 16);
-    VTR_FIELD_AT(CXMLNode, contentStrings, 32);
-    VTR_FIELD_AT(CXMLNode, name, 48);
-    VTR_FIELD_AT(CXMLNode, sequenceNumber, 56);
-    VTR_FIELD_AT(CXMLNode, progressCallback, 64);
-    VTR_FIELD_AT(CXMLNode, progressUser, 72);
-    VTR_FIELD_AT(CXMLNode, fileSize, 80);
-    VTR_FIELD_AT(CXMLNode, nodeLength, 84);
-    VTR_FIELD_AT(CXMLNode, shouldDeHTMLify, 88);
+    VTR_FIELD_AT(CXMLNode, headerProperties, 16, 12);
+    VTR_FIELD_AT(CXMLNode, contentStrings, 32, 24);
+    VTR_FIELD_AT(CXMLNode, name, 48, 36);
+    VTR_FIELD_AT(CXMLNode, sequenceNumber, 56, 40);
+    VTR_FIELD_AT(CXMLNode, progressCallback, 64, 44);
+    VTR_FIELD_AT(CXMLNode, progressUser, 72, 48);
+    VTR_FIELD_AT(CXMLNode, fileSize, 80, 52);
+    VTR_FIELD_AT(CXMLNode, nodeLength, 84, 56);
+    VTR_FIELD_AT(CXMLNode, shouldDeHTMLify, 88, 60);
 
     using Node = CXMLNode;
 

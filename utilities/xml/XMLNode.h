@@ -28,6 +28,7 @@ public:
     CXMLNode& operator=(const CXMLNode& other) noexcept;
     ~CXMLNode();
 
+    /// Null when there is none. Valid while the element is not changed.
     VTRUTILS_INLINE const char* Name() const noexcept { return name; }
 
     /// 0: loading does not set it.
@@ -40,17 +41,20 @@ public:
     /// The length of the text, as the progress callback is told.
     VTRUTILS_INLINE void SetFileSize(unsigned int size) noexcept { fileSize = size; }
 
+    /// Whether loading decodes this element; new ones have it from their parent.
     VTRUTILS_INLINE bool ShouldDeHTMLify() const noexcept { return shouldDeHTMLify; }
     VTRUTILS_INLINE void SetShouldDeHTMLify(bool should) noexcept { shouldDeHTMLify = should; }
 
-    // By position: null when out of range.
+    // By position.
 
+    /// Direct children; null when out of range. They stay the element's.
     VTRUTILS_INLINE unsigned int NumChildren() const noexcept { return children.count; }
     VTRUTILS_INLINE CXMLNode* GetChild(unsigned int index) noexcept { return children.At(index); }
     VTRUTILS_INLINE const CXMLNode* GetChild(unsigned int index) const noexcept {
         return children.At(index);
     }
 
+    /// Attributes; null when out of range. They stay the element's.
     VTRUTILS_INLINE unsigned int NumHeaderProperties() const noexcept {
         return headerProperties.count;
     }
@@ -58,6 +62,7 @@ public:
         return headerProperties.At(index);
     }
 
+    /// Texts between the children; null when out of range. They stay the element's.
     VTRUTILS_INLINE unsigned int NumContentStrings() const noexcept { return contentStrings.count; }
     VTRUTILS_INLINE CXMLValue* GetContent(unsigned int index) const noexcept {
         return contentStrings.At(index);
@@ -87,8 +92,9 @@ public:
     /// each child in turn the same question, until an answer is not null.
     const char* GetValue(const char* wanted, bool recurse, int contentIndex) const noexcept;
 
-    // By sequence number: null when there is none.
+    // By sequence number.
 
+    /// The child or text with that number; null when there is none.
     CXMLNode* GetChildBySequenceNumber(int number) noexcept;
     const CXMLNode* GetChildBySequenceNumber(int number) const noexcept;
     const char* GetValueBySequenceNumber(int number) const noexcept;

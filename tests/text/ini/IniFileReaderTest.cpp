@@ -137,7 +137,7 @@ void ChangeSection(std::mt19937& random, CIniFileReader& document, Model& model,
     } else if (!leavesNone && !section.KeepSorted()) {
         section.RemoveKey(index);
         if (index < pairs.size())
-            pairs.erase(pairs.begin() + index);
+            pairs.erase(std::next(pairs.begin(), static_cast<int>(index)));
     } else if (!namesDiffer) {
         CIniValue own(pair.name.c_str(), pair.value.c_str());
         ASSERT_TRUE(index % 2 == 0 ? section.AddValue(own)

@@ -167,7 +167,7 @@ public:
         case 5:
             EXPECT_EQ(table.DeleteRow(row), row < model.rows.size());
             if (row < model.rows.size())
-                model.rows.erase(model.rows.begin() + row);
+                model.rows.erase(std::next(model.rows.begin(), static_cast<int>(row)));
             break;
         case 6:
         case 7:

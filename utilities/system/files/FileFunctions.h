@@ -118,9 +118,9 @@ VTRUTILS_API bool GetFileLastModificationDateA(const char* file, FILETIME* lastW
 VTRUTILS_API bool GetFileLastModificationDateW(const wchar_t* file, FILETIME* lastWrite);
 VTRUTILS_API bool GetFileLastModificationTime(const char* file, FILETIME* lastWrite);
 
-// Files that were copied to the clipboard. There are none while another program has the clipboard
-// open.
+// Files that were copied to the clipboard.
 
+/// 0 while another program has the clipboard open.
 VTRUTILS_API unsigned NumFileNamesOnClipboard();
 
 /// "" when there are no more than `index` files and when memory runs out. Does nothing for a null

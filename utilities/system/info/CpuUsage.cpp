@@ -99,10 +99,10 @@ int Percent(double value) {
 
 template <>
 struct vtr::Internals<CCpuUsage> {
-    static_assert(sizeof(CCpuUsage) == 32);
-    VTR_FIELD_AT(CCpuUsage, firstCall, 8);
-    VTR_FIELD_AT(CCpuUsage, previousCounter, 16);
-    VTR_FIELD_AT(CCpuUsage, previousTime, 24);
+    static_assert(sizeof(CCpuUsage) == vtr::ByPointer(32, 24));
+    VTR_FIELD_AT(CCpuUsage, firstCall, 8, 4);
+    VTR_FIELD_AT(CCpuUsage, previousCounter, 16, 8);
+    VTR_FIELD_AT(CCpuUsage, previousTime, 24, 16);
 
     /// The share of the time by which the counter has grown since the last sample; false if there
     /// is none. Remembers the sample.

@@ -17,6 +17,7 @@ class CMyArrayList;
 class VTRUTILS_API CCpuUsage {
 public:
     CCpuUsage() noexcept;
+    /// The copy goes on from the last query of the other.
     CCpuUsage(const CCpuUsage& other) noexcept;
     CCpuUsage& operator=(const CCpuUsage& other) noexcept;
     virtual ~CCpuUsage();

@@ -18,6 +18,7 @@ public:
     /// Requires: nobody holds the lock or waits for it.
     ~CLock();
 
+    /// Waits until no other thread holds the lock.
     VTRUTILS_INLINE void Lock() noexcept { EnterCriticalSection(&section); }
 
     /// Requires: the calling thread holds the lock. One unlock too many leaves the lock useless,
@@ -38,6 +39,7 @@ private:
 /// Thread-safety: one thread at a time.
 class VTRUTILS_API CSmartLock {
 public:
+    /// Requires: the section outlives this object.
     VTRUTILS_INLINE explicit CSmartLock(CRITICAL_SECTION* toEnter) noexcept : section(toEnter) {
         if (section != nullptr)
             EnterCriticalSection(section);

@@ -8,11 +8,11 @@
 
 template <>
 struct vtr::Internals<CReadWriteLock> {
-    static_assert(sizeof(CReadWriteLock) == 96);
+    static_assert(sizeof(CReadWriteLock) == vtr::ByPointer(96, 64));
     VTR_FIELD_AT(CReadWriteLock, readerGuard, 0);
-    VTR_FIELD_AT(CReadWriteLock, writerGate, 40);
-    VTR_FIELD_AT(CReadWriteLock, noReaders, 80);
-    VTR_FIELD_AT(CReadWriteLock, state, 88);
+    VTR_FIELD_AT(CReadWriteLock, writerGate, 40, 24);
+    VTR_FIELD_AT(CReadWriteLock, noReaders, 80, 48);
+    VTR_FIELD_AT(CReadWriteLock, state, 88, 56);
 
     static void WaitForReaders(CReadWriteLock& lock);
 };

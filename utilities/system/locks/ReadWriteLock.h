@@ -26,11 +26,13 @@ public:
     /// Requires: nobody holds the lock, waits for it or is about to return from one of its calls.
     ~CReadWriteLock();
 
+    /// Waits while another thread writes or waits to write.
     void ReadLock() noexcept;
     /// Requires: a `ReadLock` of this thread's that was not yet unlocked. One unlock too many
     /// leaves the lock useless; only a debug build of the library reports it.
     void ReadUnlock() noexcept;
 
+    /// Waits until no other thread reads or writes.
     void WriteLock() noexcept;
     /// Requires: a `WriteLock` of this thread's that was not yet unlocked; otherwise as above.
     void WriteUnlock() noexcept;

@@ -10,9 +10,9 @@
 template <>
 struct vtr::Internals<CSlipLock> {
     VTR_FIELD_AT(CSlipLock, lockEvent, 0);
-    VTR_FIELD_AT(CSlipLock, guardEvent, 8);
-    VTR_FIELD_AT(CSlipLock, owner, 16);
-    VTR_FIELD_AT(CSlipLock, recursion, 20);
+    VTR_FIELD_AT(CSlipLock, guardEvent, 8, 4);
+    VTR_FIELD_AT(CSlipLock, owner, 16, 8);
+    VTR_FIELD_AT(CSlipLock, recursion, 20, 12);
 
     static bool Wait(CSlipLock& lock, ThreadMark self, unsigned long milliseconds);
 };

@@ -20,6 +20,7 @@ public:
     /// Requires: nobody waits for the lock.
     ~CSlipLock();
 
+    /// Waits until no other thread holds the lock.
     void Lock() noexcept;
 
     /// Waits for at most this time. False, with the lock unchanged, if another thread still holds

@@ -10,12 +10,12 @@
 
 template <>
 struct vtr::Internals<Observable> {
-    static_assert(sizeof(Observable) == 192);
-    VTR_FIELD_AT(Observable, alive, 8);
-    VTR_FIELD_AT(Observable, codes, 16);
-    VTR_FIELD_AT(Observable, removedDuringDelivery, 48);
-    VTR_FIELD_AT(Observable, section, 136);
-    VTR_FIELD_AT(Observable, deliveryDepth, 176);
+    static_assert(sizeof(Observable) == vtr::ByPointer(192, 116));
+    VTR_FIELD_AT(Observable, alive, 8, 4);
+    VTR_FIELD_AT(Observable, codes, 16, 8);
+    VTR_FIELD_AT(Observable, removedDuringDelivery, 48, 32);
+    VTR_FIELD_AT(Observable, section, 136, 84);
+    VTR_FIELD_AT(Observable, deliveryDepth, 176, 108);
 
     static CMyArrayList* ListAt(Observable& subject, int index) {
         return static_cast<CMyArrayList*>(subject.codes.FastIndex(index));

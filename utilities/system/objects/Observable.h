@@ -13,6 +13,7 @@ class Observable;
 /// Thread-safety: one thread at a time; the subject's lock is held during each call.
 class Observer {
 public:
+    /// A subject notified with one of the codes that this observer is registered for.
     virtual void OnNotify(int code, void* data, Observable* source) = 0;
 
     /// Calls `RegisterObservations` of the subject with the codes that it wants.

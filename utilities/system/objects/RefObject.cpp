@@ -4,8 +4,8 @@
 
 template <>
 struct vtr::Internals<CRefObject> {
-    static_assert(sizeof(CRefObject) == 16);
-    VTR_FIELD_AT(CRefObject, references, 8);
+    static_assert(sizeof(CRefObject) == vtr::ByPointer(16, 8));
+    VTR_FIELD_AT(CRefObject, references, 8, 4);
 };
 
 CRefObject::CRefObject() noexcept : references(1) {}

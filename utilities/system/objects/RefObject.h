@@ -9,6 +9,7 @@
 class VTRUTILS_API CRefObject {
 public:
     CRefObject() noexcept;
+    /// Nothing of the other is copied.
     CRefObject(const CRefObject& other) noexcept;
     CRefObject& operator=(const CRefObject& other) noexcept;
     virtual ~CRefObject();

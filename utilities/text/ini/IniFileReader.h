@@ -43,6 +43,7 @@ public:
     /// Null or "" clears the name, with the result true. False, with no name, when memory runs out.
     bool SetFileName(const char* path) noexcept;
 
+    /// The unnamed section counts.
     VTRUTILS_INLINE unsigned int NumSections() const noexcept { return sections.count; }
 
     /// If true, sections are looked up by binary search. Set it only while names are in order.
@@ -59,6 +60,7 @@ public:
     /// False if the value is empty or "NOPE_NO_KEY".
     bool KeyExists(const char* section, const char* key) const noexcept;
 
+    /// As `GetSection` finds it.
     bool SectionExists(const char* name) const noexcept;
 
     /// The first section of that name; in a sorted document, any of them. Null if there is none,
@@ -123,11 +125,11 @@ protected:
     bool CheckForClosingQuote(const char* text, unsigned long position, unsigned long length,
                               int& innerQuotes) const noexcept;
 
-    char* fileName;
-    vtr::PointerFields<CIniSection> sections;
-    mutable int lastSectionIndex; ///< that the last `GetString` found; -1: none
-    bool keepSorted;
-    bool initialized;
+    char* fileName;                           ///< from `malloc`, or null
+    vtr::PointerFields<CIniSection> sections; ///< made with `new`
+    mutable int lastSectionIndex;             ///< that the last `GetString` found; -1: none
+    bool keepSorted;                          ///< as `KeepSorted` says
+    bool initialized;                         ///< as `Initialized` says
 
 private:
     friend struct vtr::Internals<CIniFileReader>;

@@ -10,9 +10,9 @@
 
 template <>
 struct vtr::Internals<CIniValue> {
-    static_assert(sizeof(CIniValue) == 24);
+    static_assert(sizeof(CIniValue) == vtr::ByPointer(24, 12));
     VTR_FIELD_AT(CIniValue, key, 0);
-    VTR_FIELD_AT(CIniValue, value, 8);
+    VTR_FIELD_AT(CIniValue, value, 8, 4);
 
     /// Makes a pair in one block with its texts; an empty value is null. Null when memory
     /// runs out.
@@ -24,11 +24,11 @@ struct vtr::Internals<CIniValue> {
 template <>
 struct vtr::Internals<CIniSection> {
     static constexpr unsigned nameSize = CIniSection::nameSize;
-    static_assert(sizeof(CIniSection) == 104 && nameSize == 64);
+    static_assert(sizeof(CIniSection) == vtr::ByPointer(104, 96) && nameSize == 64);
     VTR_FIELD_AT(CIniSection, name, 0);
     VTR_FIELD_AT(CIniSection, values, 64);
-    VTR_FIELD_AT(CIniSection, keepSorted, 80);
-    VTR_FIELD_AT(CIniSection, parents, 88);
+    VTR_FIELD_AT(CIniSection, keepSorted, 80, 76);
+    VTR_FIELD_AT(CIniSection, parents, 88, 84);
 
     static ConstPointers<CIniValue> Values(const CIniSection& section) {
         return ConstPointers(section.values);
@@ -41,12 +41,12 @@ struct vtr::Internals<CIniSection> {
 
 template <>
 struct vtr::Internals<CIniFileReader> {
-    static_assert(sizeof(CIniFileReader) == 32);
+    static_assert(sizeof(CIniFileReader) == vtr::ByPointer(32, 24));
     VTR_FIELD_AT(CIniFileReader, fileName, 0);
-    VTR_FIELD_AT(CIniFileReader, sections, 8);
-    VTR_FIELD_AT(CIniFileReader, lastSectionIndex, 24);
-    VTR_FIELD_AT(CIniFileReader, keepSorted, 28);
-    VTR_FIELD_AT(CIniFileReader, initialized, 29);
+    VTR_FIELD_AT(CIniFileReader, sections, 8, 4);
+    VTR_FIELD_AT(CIniFileReader, lastSectionIndex, 24, 16);
+    VTR_FIELD_AT(CIniFileReader, keepSorted, 28, 20);
+    VTR_FIELD_AT(CIniFileReader, initialized, 29, 21);
 
     static Pointers<CIniSection> Sections(CIniFileReader& document) {
         return Pointers(document.sections);

@@ -14,6 +14,7 @@
 class VTRUTILS_API CIniSection {
 public:
     CIniSection() noexcept;
+    /// As `SetName`.
     explicit CIniSection(const char* newName) noexcept;
     CIniSection(const CIniSection&) = delete;
     CIniSection& operator=(const CIniSection&) = delete;
@@ -28,6 +29,7 @@ public:
     /// Does nothing if the name has 63 bytes already.
     void AppendToName(char c) noexcept;
 
+    /// Inherited pairs count.
     VTRUTILS_INLINE unsigned int NumValues() const noexcept { return values.count; }
 
     /// Null when out of range. The pair stays the section's.

@@ -72,8 +72,9 @@ VTRUTILS_API int LoadLanguageStringFormatted(const char* key, char* buffer, unsi
 
 // Where texts come from. Texts that look-ups have kept stay as they are.
 
+/// The string file of the current language, "" at the start. The two are the same.
 VTRUTILS_API void SetStringFile(char* path);
-VTRUTILS_API void SetLanguageFile(const char* path); ///< the same
+VTRUTILS_API void SetLanguageFile(const char* path);
 /// Never null. The library keeps the text.
 VTRUTILS_API char* GetStringFile();
 /// "", as at the start: no backup file.

@@ -2,7 +2,7 @@
 
 #include "utilities/base/OwnedText.h"
 
-#include <bit>
+#include <cstdint>
 #include <cstring>
 
 namespace vtr {
@@ -17,7 +17,8 @@ StringCache::~StringCache() {
 
 const char* StringCache::Find(const char* key) {
     long long text = 0;
-    return table.Find(key, text) ? std::bit_cast<const char*>(text) : nullptr;
+    return table.Find(key, text) ? reinterpret_cast<const char*>(static_cast<std::uintptr_t>(text))
+                                 : nullptr;
 }
 
 void StringCache::Add(const char* key, const char* text) {

@@ -23,8 +23,8 @@
 
 template <>
 struct vtr::Internals<CCOMString> {
-    static_assert(sizeof(CCOMString) == 2 * sizeof(void*));
-    VTR_FIELD_AT(CCOMString, buffer, sizeof(void*));
+    static_assert(sizeof(CCOMString) == vtr::ByPointer(16, 8));
+    VTR_FIELD_AT(CCOMString, buffer, 8, 4);
 
     static bool Append(CCOMString& string, const char* text, std::size_t added);
 };

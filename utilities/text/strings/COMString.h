@@ -17,13 +17,15 @@
 class VTRUTILS_API CCOMString {
 public:
     CCOMString() noexcept;
+    /// A copy; of wide text, as said above.
     CCOMString(const CCOMString& other) noexcept;
     CCOMString(const char* text) noexcept;
+    CCOMString(const wchar_t* text) noexcept;
     /// For a count below 1, an empty string without a block of memory.
     CCOMString(char ch, int count) noexcept;
-    CCOMString(const wchar_t* text) noexcept;
     virtual ~CCOMString();
 
+    /// Replaces the text.
     CCOMString& operator=(const CCOMString& other) noexcept;
     CCOMString& operator=(const char* text) noexcept;
     CCOMString& operator=(const wchar_t* text) noexcept;
@@ -94,6 +96,7 @@ public:
     CCOMString SpanIncluding(const char* set) const noexcept;
     CCOMString SpanExcluding(const char* set) const noexcept;
 
+    /// Each character in upper or lower case; the characters from last to first.
     void MakeUpper() noexcept;
     void MakeLower() noexcept;
     void MakeReverse() noexcept;
@@ -144,7 +147,7 @@ private:
     char* buffer; ///< null after a failed allocation, or without characters at the start
 };
 
-// The same as the members. Without these, the addresses of the texts would be compared.
+/// The same as the members. Without these, the addresses of the texts would be compared.
 VTRUTILS_API bool operator==(const char* left, const CCOMString& right) noexcept;
 VTRUTILS_API bool operator!=(const char* left, const CCOMString& right) noexcept;
 VTRUTILS_API bool operator<(const char* left, const CCOMString& right) noexcept;

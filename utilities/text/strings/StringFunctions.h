@@ -12,9 +12,10 @@
 /// cut off. Null is allowed where a comment says what it gives.
 /// Thread-safety: immutable and safe.
 
-// Trimming, in place. A null or empty text stays as it is. Removes spaces and, with
-// `alsoLineBreaks`, CR and LF; never tabs.
+// Trimming.
 
+/// In place. A null or empty text stays as it is. Removes spaces and, with `alsoLineBreaks`, CR and
+/// LF; never tabs.
 VTRUTILS_API void RemoveLeadingSpacesA(char* text, bool alsoLineBreaks);
 VTRUTILS_API void RemoveLeadingSpacesW(wchar_t* text, bool alsoLineBreaks);
 VTRUTILS_API void RemoveTrailingSpacesA(char* text, bool alsoLineBreaks);
@@ -149,8 +150,9 @@ VTRUTILS_API bool CopyCharToTChar(const char* source, char* destination, unsigne
 VTRUTILS_API void CopyStringA(char** target, const char* source);
 VTRUTILS_API void CopyStringW(wchar_t** target, const wchar_t* source);
 
-// Case, byte by byte, with the C run-time's `tolower` and `toupper`. Null is ignored.
+// Case.
 
+/// Byte by byte, with the C run-time's `tolower` and `toupper`. Null is ignored.
 VTRUTILS_API void MakeLowerCase(char* text);
 VTRUTILS_API void MakeUpperCase(char* text);
 
@@ -165,13 +167,14 @@ VTRUTILS_API void GUIDToString(GUID guid, char* buffer, int size, bool braces);
 /// `result` unchanged, for null and for any other length.
 VTRUTILS_API bool GUIDStringToGUID(GUID& result, const char* text);
 
+/// True if all 128 bits are 0.
 VTRUTILS_API bool GUIDIsZero(GUID guid);
 
 // File names.
 
 /// Letters and digits of the system's ANSI code page and the 22 characters
-/// space $ % ' - _ @ ~ ` ! ( ) ^ # & + , ; = [ ] . are valid; with `allowPathCharacters` also
-/// "\" and ":".
+/// space $ % ' - _ @ ~ ! ( ) ^ # & + , ; = [ ] . and grave accent are valid; with
+/// `allowPathCharacters` also "\" and ":".
 VTRUTILS_API bool IsValidFileNameChar(char ch, bool allowPathCharacters);
 
 /// Replaces each of < > : " / \ | ? * by "_", in place. Does nothing for null.

@@ -100,6 +100,7 @@ public:
     /// Null when out of range or unnamed; valid until the column is removed.
     const char* FieldName(unsigned int column) const noexcept;
 
+    /// Columns and rows.
     VTRUTILS_INLINE unsigned int NumFields() const noexcept { return columns.count; }
     VTRUTILS_INLINE unsigned int NumRecords() const noexcept { return rows.count; }
 
@@ -107,6 +108,7 @@ public:
     /// successful `Save`, else "".
     VTRUTILS_INLINE const char* FilePath() const noexcept { return filePath; }
 
+    /// What `SetMaintainSorted` was told last; false at the start.
     VTRUTILS_INLINE bool KeepSorted() const noexcept { return maintainSorted; }
 
     /// The first row with this value, found by a scan. If the table is kept sorted on this column,

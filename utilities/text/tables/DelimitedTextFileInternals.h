@@ -13,13 +13,13 @@ struct vtr::Internals<CDelimitedTextFile> {
     using Column = Table::Column;
     using Reading = Table::Reading;
 
-    VTR_FIELD_AT(Table, filePath, 8);
-    VTR_FIELD_AT(Table, columns, 272);
-    VTR_FIELD_AT(Table, rows, 288);
-    VTR_FIELD_AT(Table, sortColumn, 304);
-    VTR_FIELD_AT(Table, maintainSorted, 308);
-    VTR_FIELD_AT(Table, sortBatchMode, 309);
-    VTR_FIELD_AT(Table, sortPending, 310);
+    VTR_FIELD_AT(Table, filePath, 8, 4);
+    VTR_FIELD_AT(Table, columns, 272, 264);
+    VTR_FIELD_AT(Table, rows, 288, 276);
+    VTR_FIELD_AT(Table, sortColumn, 304, 288);
+    VTR_FIELD_AT(Table, maintainSorted, 308, 292);
+    VTR_FIELD_AT(Table, sortBatchMode, 309, 293);
+    VTR_FIELD_AT(Table, sortPending, 310, 294);
 
     static constexpr std::size_t pathSize = Table::pathSize;
     static constexpr unsigned deepestHook = 250;

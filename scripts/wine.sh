@@ -57,12 +57,16 @@ wine_unmanaged() {
 }
 
 # wine_fonts: Wine draws the buttons of title bars with a font of its own, which Debian's build fails
-# to find. Its font for menus has no Japanese letters: those come from another one, as on Windows.
+# to find. Its font for menus is not there either, and what stands for it has no Japanese letters:
+# those come from another font, as on Windows.
 wine_fonts() {
     local links='HKLM\Software\Microsoft\Windows NT\CurrentVersion\FontLink\SystemLink'
+    local font
     ln -sf /usr/share/wine/fonts/marlett.ttf "$WINEPREFIX/drive_c/windows/Fonts/"
-    "$wine_loader" reg add "$links" /v Tahoma /t REG_MULTI_SZ /d 'VL-PGothic-Regular.ttf,VL PGothic' \
-        /f >/dev/null 2>&1
+    for font in 'Liberation Sans' 'DejaVu Sans'; do
+        "$wine_loader" reg add "$links" /v "$font" /t REG_MULTI_SZ \
+            /d 'VL-PGothic-Regular.ttf,VL PGothic' /f >/dev/null 2>&1
+    done
 }
 
 # wine_display: starts an X server of our own on a free number and sets DISPLAY.

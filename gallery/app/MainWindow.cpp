@@ -440,7 +440,7 @@ void MainWindow::Arrange() {
 /// Returns where the page begins.
 int MainWindow::ArrangeHeading(Placement& placement, int left, int width) const {
     const int gap = look.Pixels(margin);
-    const int headingHeight = look.Row() + look.Pixels(4);
+    const int headingHeight = look.Row() + look.Pixels(6);
     const std::wstring text = TextOf(sentence);
     const int sentenceHeight = text.empty() ? 0 : look.WrappedHeight(text, width - gap);
     placement.Put(heading, left, gap / 2, width, headingHeight);

@@ -69,8 +69,8 @@ void Look::Update(unsigned newDpi) {
     description.lfCharSet = charset;
     if (known) {
         font.Reset(CreateFontIndirectW(&description));
-        description.lfHeight = MulDiv(description.lfHeight, 5, 4);
-        description.lfWeight = FW_BOLD;
+        // Not bold: fonts of some languages are not.
+        description.lfHeight = MulDiv(description.lfHeight, 3, 2);
         headingFont.Reset(CreateFontIndirectW(&description));
     }
     TEXTMETRICW metrics{};

@@ -22,7 +22,7 @@ public:
     void SetCharset(unsigned char newCharset) { charset = newCharset; }
 
     HFONT Font() const { return font.Get(); }
-    /// Larger and bold.
+    /// Half as large again.
     HFONT HeadingFont() const { return headingFont.Get(); }
     int Pixels(int units) const { return MulDiv(units, static_cast<int>(dpi), 96); }
 

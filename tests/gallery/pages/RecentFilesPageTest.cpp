@@ -1,3 +1,4 @@
+#include "gallery/text/Text.h"
 #include "tests/gallery/GalleryProcess.h"
 #include "tests/support/TestFolder.h"
 #include "tests/support/TestKey.h"
@@ -40,20 +41,23 @@ TEST(RecentFilesPage, RemembersFilesAndOpensThemOnTheirPages) {
 }
 
 /// The library's list is that of a code page; English has none with these letters.
-TEST(RecentFilesPage, KeepsFilesWhenAnotherLanguageIsChosen) {
+TEST(RecentFilesPage, ShowsFilesOfOtherLanguages) {
     const TestFolder folder;
     const TestKey key;
     const std::string plain = folder.Write("plain.ini", "[One]\r\nkey = value\r\n");
-    const std::wstring path = std::wstring(plain.begin(), plain.end() - 9) + L"Дорога.ini";
-    ASSERT_TRUE(MoveFileW(std::wstring(plain.begin(), plain.end()).c_str(), path.c_str()));
-    const std::string folderPath(plain.begin(), plain.end() - 9);
-    GalleryProcess gallery("\"" + folderPath + "Дорога.ini\" --language Russian", key.SubKey());
-    gallery.WaitForDocument(L"Дорога.ini", L"Галерея vtrutils");
-    gallery.ChooseLanguage(1);
-    gallery.WaitForText(ID_DOCUMENT_SET, L"Se&t");
+    const std::wstring path = gallery::Widen((folder.Path()).c_str()) + L"Дорога.ini";
+    ASSERT_TRUE(CopyFileW(gallery::Widen(plain.c_str()).c_str(), path.c_str(), FALSE));
+    // As a run in Russian would have left it.
+    std::string narrow;
+    ASSERT_TRUE(gallery::Narrow(path, narrow, /*codePage=*/1251));
+    key.SetText("Recent-1251.1", narrow);
+    GalleryProcess gallery("\"" + plain + "\"", key.SubKey());
+    gallery.WaitForDocument(L"plain.ini");
     gallery.ShowPage(ID_RECENT_FILES);
-    gallery.WaitForText(ID_PAGE_STATE, L"Files: 1, folders: 1");
+    gallery.WaitForText(ID_PAGE_STATE, L"Files: 2, folders: 1");
+    EXPECT_EQ(narrow, key.Texts()["Recent-1251.1"]);
     gallery.PressForFocus(Alt('F'), ID_RECENT_FILES);
+    gallery.Press(VK_END, ID_PAGE_MESSAGE, path);
     gallery.Press(VK_DELETE, ID_PAGE_MESSAGE, L"Removed from the list: " + path);
     EXPECT_EQ("", key.Texts()["Recent-1251.1"]);
     DeleteFileW(path.c_str());

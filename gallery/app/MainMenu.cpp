@@ -2,6 +2,7 @@
 
 #include "gallery/app/ControlIds.h"
 #include "gallery/text/Language.h"
+#include "gallery/widgets/Controls.h"
 
 #include <algorithm>
 #include <iterator>

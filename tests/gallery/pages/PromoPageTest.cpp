@@ -36,7 +36,7 @@ TEST(PromoPage, PlaysWhatIsTypedAndTriesEffectsOnIt) {
     gallery.Press(VK_F6, ID_PAGE_MESSAGE, L"On stage: a, step 1, text 1");
 
     // Left while it plays, a text that waits is still there.
-    gallery.PressForFocus(Ctrl(VK_TAB), ID_SYSTEM_FACTS);
+    gallery.ShowPage(ID_DIALOGS_SHOW);
     gallery.ShowPage(ID_PROMO_SCRIPT);
     gallery.WaitForText(ID_PAGE_MESSAGE, L"On stage: a, step 1, text 1");
     gallery.Press(VK_F6, ID_PAGE_MESSAGE, L"On stage: a, step 2, text 1");

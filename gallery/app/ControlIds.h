@@ -21,6 +21,8 @@
 #define ID_PREVIOUS_PAGE 108
 #define ID_UNDO 109
 #define ID_REDO 110
+#define ID_EXAMPLE 131
+#define ID_RELOAD 132
 #define ID_EXIT 111
 #define ID_CUT 112
 #define ID_COPY 113
@@ -58,6 +60,10 @@
 #define ID_INI_SORT 300
 #define ID_INI_SECTIONS 301
 #define ID_INI_PAIRS 302
+#define ID_INI_ADD_SECTION 303
+#define ID_INI_ADD_KEY 304
+#define ID_INI_DELETE_SECTION 305
+#define ID_INI_DELETE_KEY 306
 
 /* Controls of the page "Observers"; a button that sends has the code added. */
 #define ID_OBSERVERS_LABEL 400
@@ -99,6 +105,9 @@
 #define ID_TABLE_BY_LABEL 708
 #define ID_TABLE_BY_TEXT 709
 #define ID_TABLE_REPLACE 710
+#define ID_TABLE_WHOLE 711
+#define ID_TABLE_DELIMITER_LABEL 712
+#define ID_TABLE_DELIMITER 713
 
 /* Controls of the page "Recent files". */
 #define ID_RECENT_FILES_LABEL 800

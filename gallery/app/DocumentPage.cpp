@@ -1,30 +1,23 @@
 #include "gallery/app/DocumentPage.h"
 
 #include "gallery/app/ControlIds.h"
-#include "gallery/app/RecentFiles.h"
 #include "gallery/text/Language.h"
 #include "gallery/text/Text.h"
+#include "utilities/text/language/LanguageStrings.h"
 
 namespace gallery {
 
 namespace {
 
-/// The key of the reason, which ends in the path.
-const char* WhyNotLoaded(const std::wstring& path, const char* noDocument) {
-    const DWORD attributes = GetFileAttributesW(path.c_str());
-    if (attributes == INVALID_FILE_ATTRIBUTES)
-        return "NotOpenedMissing";
-    if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0)
-        return "NotOpenedFolder";
-    return noDocument;
-}
+constexpr UINT_PTR watchTimer = 1;
+constexpr UINT watchInterval = 1000;
 
 } // namespace
 
 void DocumentPage::MakeFileRow() {
     fileLabel = MakeTextLine(Handle(), SS_PATHELLIPSIS, ID_DOCUMENT_FILE);
     open = AddButton("Open", ID_OPEN);
-    if (wording.replace == nullptr)
+    if (wording.set == nullptr)
         return;
     save = AddButton("Save", ID_SAVE);
     saveAs = AddButton("SaveAs", ID_SAVE_AS);
@@ -57,7 +50,16 @@ void DocumentPage::Command(int id, int notification) {
         Save();
         return;
     case ID_SAVE_AS:
-        return SaveAs();
+        SaveAs();
+        return;
+    case ID_EXAMPLE:
+        return OpenExample();
+    case ID_RELOAD:
+        return Reload();
+    case ID_UNDO:
+        return Step(/*redo=*/false);
+    case ID_REDO:
+        return Step(/*redo=*/true);
     case ID_FIND:
         return FocusAndSelect(findText);
     case ID_FIND_NEXT:
@@ -117,102 +119,103 @@ void DocumentPage::EditValue() {
         FocusAndSelect(valueText);
 }
 
-void DocumentPage::ShowState() {
-    for (const HWND control : {save, saveAs, find, valueText, set}) {
-        if (control != nullptr)
-            EnableWindow(control, document.Loaded());
+bool DocumentPage::Reject(const char* reason) {
+    problem = Text(reason);
+    Warn(problem);
+    return false;
+}
+
+void DocumentPage::Step(bool redo) {
+    if (!Commit())
+        return;
+    DocumentHistory& history = document.History();
+    if (!(redo ? history.CanRedo() : history.CanUndo()))
+        return Tell(Text(redo ? "NothingToRedo" : "NothingToUndo"));
+    const std::wstring name = Text(redo ? history.RedoName() : history.UndoName());
+    if (redo)
+        history.Redo();
+    else
+        history.Undo();
+    ShowChange();
+    Tell(Text(redo ? "RedoneChange" : "UndoneChange", {name}));
+}
+
+std::wstring DocumentPage::State() const {
+    const unsigned language = GetCurrentCodePage();
+    const std::wstring codePage = std::to_wstring(language != 0 ? language : GetACP());
+    const char* key = "EncodingCodePage";
+    switch (document.Facts().encoding) {
+    case Encoding::ascii:
+        key = "EncodingAscii";
+        break;
+    case Encoding::utf8:
+        key = "EncodingUtf8";
+        break;
+    case Encoding::utf16:
+        key = "EncodingUtf16";
+        break;
+    case Encoding::binary:
+        key = "EncodingBinary";
+        break;
+    case Encoding::codePage:
+        break;
     }
-    SetText(fileLabel, document.Path());
-    if (document.Loaded())
-        TellState(Counts());
+    return Counts() + Text("AndEncoding", {Text(key, {codePage})});
+}
+
+void DocumentPage::ShowState() {
+    const bool loaded = document.Loaded();
+    for (const HWND control : {saveAs, find, valueText, set}) {
+        if (control != nullptr)
+            EnableWindow(control, loaded);
+    }
+    if (save != nullptr) {
+        // The keyboard must not stay with a button that is disabled.
+        if (!document.Changed() && GetFocus() == save)
+            TakeFocus();
+        EnableWindow(save, loaded && document.Changed());
+    }
+    const std::wstring& path = document.Path();
+    SetText(fileLabel, document.IsCopy() ? Text("ExampleName", {NameOfFile(path)}) : path);
+    if (loaded)
+        TellState(State());
     Host().DocumentChanged();
     Rearrange();
 }
 
-void DocumentPage::Shown() {
-    if (!document.Loaded())
-        Load(Widen((ProgramFolder() + wording.shipped).c_str()));
-}
-
-std::wstring DocumentPage::DocumentName() const {
-    return NameOfFile(document.Path());
-}
-
-bool DocumentPage::Open(const std::wstring& path) {
-    if (!Load(path))
-        return false;
-    Host().Recent().Use(document.Path());
-    return true;
-}
-
-bool DocumentPage::Load(const std::wstring& path) {
-    if (!document.Load(path)) {
-        Warn(Text(WhyNotLoaded(path, wording.notOpened), {path}));
-        return false;
-    }
-    overwriteAgreed = false;
-    ShowDocument();
-    Tell(L"");
-    return true;
-}
-
-void DocumentPage::AskAndOpen() {
-    std::wstring path = document.Path();
-    if (!MayClose() || !AskForFile(Handle(), FileQuestion::open, wording.files, path))
-        return;
-    if (Open(path))
-        TakeFocus();
-}
-
-bool DocumentPage::Save() {
-    if (!CanSave() || !Commit())
-        return false;
-    if (!overwriteAgreed) {
-        const std::wstring question = Text(wording.replace, {document.Path()});
-        if (MessageBoxW(Handle(), question.c_str(), Text("Gallery").c_str(),
-                        MB_YESNO | MB_ICONQUESTION) != IDYES)
-            return false;
-        overwriteAgreed = true;
-    }
-    const bool saved = document.Save();
-    Refresh();
-    if (saved) {
-        Host().Recent().Use(document.Path());
-        Tell(Text("Saved"));
-    } else {
-        Warn(Text("NotSaved", {document.Path()}));
-    }
-    return saved;
-}
-
-void DocumentPage::SaveAs() {
-    std::wstring path = document.Path();
-    if (!CanSave() || !Commit() || !AskForFile(Handle(), FileQuestion::save, wording.files, path))
-        return;
-    if (!document.SaveAs(path))
-        return Warn(Text("NotSaved", {path}));
-    overwriteAgreed = true;
-    Host().Recent().Use(document.Path());
-    Refresh();
-    Tell(Text(wording.savedAs));
-}
-
 bool DocumentPage::Offers(int command) const {
-    if (command == ID_FIND)
+    switch (command) {
+    case ID_FIND:
+    case ID_RELOAD:
         return document.Loaded();
-    if (command == ID_EDIT)
+    case ID_EXAMPLE:
+        return true;
+    case ID_UNDO:
+        return document.History().CanUndo();
+    case ID_REDO:
+        return document.History().CanRedo();
+    case ID_EDIT:
         return Values() != nullptr && Values()->Selected() >= 0;
-    return Page::Offers(command);
+    default:
+        return Page::Offers(command);
+    }
 }
 
-bool DocumentPage::MayClose() {
-    Commit();
-    if (!document.Changed())
-        return true;
-    const std::wstring question = Text("SaveChanges", {DocumentName()});
-    const int answer = MessageBoxW(Handle(), question.c_str(), Text("Gallery").c_str(),
-                                   MB_YESNOCANCEL | MB_ICONQUESTION);
-    return answer == IDNO || (answer == IDYES && Save());
+LRESULT DocumentPage::OnMessage(UINT kind, WPARAM wParam, LPARAM lParam) {
+    switch (kind) {
+    case WM_SHOWWINDOW:
+        if (wParam != FALSE)
+            SetTimer(Handle(), watchTimer, watchInterval, /*lpTimerFunc=*/nullptr);
+        else
+            KillTimer(Handle(), watchTimer);
+        break;
+    case WM_TIMER:
+        WatchFile();
+        return 0;
+    default:
+        break;
+    }
+    return Page::OnMessage(kind, wParam, lParam);
 }
 
 } // namespace gallery

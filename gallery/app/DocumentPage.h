@@ -8,32 +8,32 @@
 
 namespace gallery {
 
-/// A page that shows a file: it opens and saves, asks before it drops changes or replaces what it
-/// has read, finds a text that is typed, and edits one value at a time. It has the controls for
-/// that; the page places them. One thread at a time.
+/// A page that shows a file: it opens and saves, asks before it drops changes or what the document
+/// cannot hold of its file, takes changes back, finds a text that is typed, and edits one value at
+/// a time. It has the controls for that; the page places them. One thread at a time.
 class DocumentPage : public Page {
 public:
     void Command(int id, int notification) override;
-    /// The document that comes with the program, until the user opens another.
+    /// A copy of the document that comes with the program, until the user opens another.
     void Shown() override;
     std::wstring DocumentName() const override;
     bool Unsaved() const override { return document.Changed(); }
     bool Offers(int command) const override;
     bool MayClose() override;
+    /// Asks first if the file does not look like a document of this page.
     bool Open(const std::wstring& path) override;
 
 protected:
     /// What the page says, as keys.
     struct Wording {
         FileKind files;
+        Contents contents;
         const char* shipped;   ///< the document that comes with the program
         const char* notOpened; ///< the file is there, but is not a document
         const char* findLabel;
         const char* find;     ///< the button
         const char* typeText; ///< asks for the text to find
         // Null for documents that are only read.
-        const char* replace = nullptr; ///< asks before a file that was read is replaced
-        const char* savedAs = nullptr; ///< tells that a new file was written
         const char* valueLabel = nullptr;
         const char* set = nullptr; ///< the button
     };
@@ -60,8 +60,11 @@ protected:
     /// Shows the selected value in its field.
     virtual void ShowValue() {}
     void EditValue();
-    /// Takes what was typed into the document. False when that cannot be; the page tells why.
+    /// Takes what was typed into the document. False when that cannot be; the page tells why by
+    /// `Reject`.
     virtual bool Commit() { return true; }
+    /// Tells the text of the key; false.
+    bool Reject(const char* reason);
 
     /// The key Enter, but in the fields for finding and for the value.
     virtual void Enter(HWND /*focus*/) {}
@@ -75,6 +78,12 @@ protected:
     virtual void ShowDocument() = 0;
     /// Shows the document again where it was, after it was saved.
     virtual void Refresh() {}
+    /// Shows the document again where a change was made again or taken back.
+    virtual void ShowChange() {}
+    /// What is to be told about a document that was opened; "" for nothing.
+    virtual std::wstring OpenedNote() const { return {}; }
+    /// `Counts`, and how the file's bytes were read.
+    std::wstring State() const;
 
     HWND fileLabel = nullptr;
     HWND open = nullptr;
@@ -87,19 +96,32 @@ protected:
     HWND valueText = nullptr;
     HWND set = nullptr;
 
+    LRESULT OnMessage(UINT kind, WPARAM wParam, LPARAM lParam) override;
+
 private:
+    void OpenElsewhere(const std::wstring& path);
     void AskAndOpen();
-    /// Loads the file and shows it, without remembering that it was opened.
-    bool Load(const std::wstring& path);
-    bool CanSave() const { return wording.replace != nullptr && document.Loaded(); }
+    bool LoadWatched(const std::wstring& path, bool asCopy);
+    void OpenExample();
+    void Reload();
+    bool LooksRight(const std::wstring& path) const;
+    std::wstring Example() const;
+    void TellOpened();
+    bool CanSave() const { return wording.set != nullptr && document.Loaded(); }
     bool Save();
-    void SaveAs();
+    bool SaveAs();
+    bool MayLose(const Losses& losses, bool& saveAsInstead) const;
+    static std::wstring ListOf(const Losses& losses);
+    void EndSaving(const std::wstring& text);
+    void WatchFile();
+    void Step(bool redo);
     void PressEnter();
     void Escape();
 
     Document& document;
     const Wording& wording;
-    bool overwriteAgreed = false;
+    std::wstring problem;      ///< why the typed value cannot be set
+    bool toldOutdated = false; ///< that the file has changed
 };
 
 } // namespace gallery

@@ -13,11 +13,10 @@ namespace {
 
 using Item = std::pair<int, const char*>; ///< id and key of the text; id 0 is a line
 
-constexpr Item fileItems[] = {{ID_OPEN, "Open"},
-                              {ID_SAVE, "Save"},
-                              {ID_SAVE_AS, "SaveAs"},
-                              {0, nullptr},
-                              {ID_EXIT, "MenuExit"}};
+constexpr Item fileItems[] = {
+    {ID_OPEN, "Open"}, {ID_SAVE, "Save"},         {ID_SAVE_AS, "SaveAs"},
+    {0, nullptr},      {ID_RELOAD, "MenuReload"}, {ID_EXAMPLE, "MenuExample"},
+    {0, nullptr},      {ID_EXIT, "MenuExit"}};
 constexpr Item editItems[] = {{ID_UNDO, "MenuUndo"},
                               {ID_REDO, "MenuRedo"},
                               {0, nullptr},

@@ -1,6 +1,7 @@
 #include "gallery/app/MainWindow.h"
 
 #include "gallery/app/ControlIds.h"
+#include "gallery/app/FileFacts.h"
 #include "gallery/app/Help.h"
 #include "gallery/text/Language.h"
 #include "gallery/widgets/Controls.h"
@@ -34,8 +35,11 @@ bool TakenByField(HWND focus, int id) {
     const bool typed = SendMessageW(focus, EM_CANUNDO, 0, 0) != 0;
     switch (id) {
     case ID_UNDO:
-        if (typed)
+        if (typed) {
             SendMessageW(focus, EM_UNDO, 0, 0);
+            // It would take back the taking back next: what was done before comes next instead.
+            SendMessageW(focus, EM_EMPTYUNDOBUFFER, 0, 0);
+        }
         return typed;
     case ID_REDO:
         return typed;
@@ -54,12 +58,6 @@ bool TakenByField(HWND focus, int id) {
     default:
         return false;
     }
-}
-
-/// Without the dot; "" for none.
-std::wstring ExtensionOf(const std::wstring& path) {
-    const wchar_t* extension = PathFindExtensionW(path.c_str());
-    return *extension == L'.' ? extension + 1 : L"";
 }
 
 } // namespace
@@ -146,11 +144,11 @@ bool MainWindow::ShowPage(int index) {
 }
 
 bool MainWindow::Open(const std::wstring& path) {
-    return OpenAs(path, ExtensionOf(path));
+    return OpenAs(path, ExtensionOf(ContentsOfFile(path)));
 }
 
 void MainWindow::OpenFile(const std::wstring& path) {
-    OpenFileAs(path, ExtensionOf(path));
+    OpenFileAs(path, ExtensionOf(ContentsOfFile(path)));
 }
 
 bool MainWindow::OpenAs(const std::wstring& path, const std::wstring& extension) {

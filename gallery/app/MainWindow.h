@@ -31,8 +31,8 @@ public:
     bool ShowRememberedPage();
     bool ShowPage(int index);
     std::span<const PageEntry> Pages() const { return pages; }
-    /// Shows the page for files with this extension, or else the first one, and opens the file
-    /// there, unless the user keeps what is on the page.
+    /// Shows the page for the file's contents, or else the first one, and opens the file there,
+    /// unless the user keeps what is on the page.
     bool Open(const std::wstring& path);
     Page& CurrentPage() const { return *made[static_cast<std::size_t>(current)]; }
 

@@ -107,17 +107,22 @@ const ListView* Page::FocusedList() const {
     return found != lists.end() ? *found : nullptr;
 }
 
+std::wstring Page::TextToCopy() const {
+    const ListView* list = FocusedList();
+    return list != nullptr && list->Selected() >= 0 ? list->SelectedText() : L"";
+}
+
 bool Page::Offers(int command) const {
     if (command == ID_COPY)
-        return FocusedList() != nullptr && FocusedList()->Selected() >= 0;
+        return !TextToCopy().empty();
     const HWND button = GetDlgItem(Handle(), command);
     return button != nullptr && IsWindowEnabled(button) != FALSE;
 }
 
 void Page::Give(int command) {
     if (command == ID_COPY) {
-        if (FocusedList() != nullptr)
-            CopyToClipboard(Handle(), FocusedList()->SelectedText());
+        if (const std::wstring text = TextToCopy(); !text.empty())
+            CopyToClipboard(Handle(), text);
         return;
     }
     const HWND button = GetDlgItem(Handle(), command);

@@ -86,8 +86,7 @@ public:
     /// Clears a message about something that the user did earlier.
     void ForgetMessage();
 
-    /// Gives a command as its button does: ID_COPY copies the selected row of the list with the
-    /// focus.
+    /// Gives a command as its button does: ID_COPY copies `TextToCopy`.
     void Give(int command);
 
     /// The user went to the page, without a file to open there.
@@ -144,6 +143,9 @@ protected:
     /// As `Link::Create`, for a link that lives as long as the page. A click on its text is the
     /// command with this id.
     bool AddLink(Link& link, int id, const char* tipKey);
+
+    /// The selected row of the list with the focus; "" for none.
+    virtual std::wstring TextToCopy() const;
 
     /// WM_NOTIFY of a control, but for the questions of lists.
     virtual void Noticed(const NMHDR&) {}

@@ -6,6 +6,7 @@
 #include <cstdarg>
 #include <cwchar>
 #include <iterator>
+#include <mbstring.h>
 #include <windows.h>
 
 namespace gallery {
@@ -71,6 +72,14 @@ std::string ProgramFolder() {
     GetModuleFileNameA(/*hModule=*/nullptr, program, sizeof program);
     ExtractDirectory(program, folder, sizeof folder);
     return folder;
+}
+
+int CompareNarrow(const std::string& left, const std::string& right) {
+    // With a second zero at the end: half of a character there makes the comparison read on.
+    const std::string a = left + '\0';
+    const std::string b = right + '\0';
+    return _mbsicmp(reinterpret_cast<const unsigned char*>(a.c_str()),
+                    reinterpret_cast<const unsigned char*>(b.c_str()));
 }
 
 std::wstring LowerCase(std::wstring text) {

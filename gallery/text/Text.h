@@ -28,6 +28,9 @@ std::wstring NameOfFile(const std::wstring& path);
 /// Where the program stands, with a trailing backslash.
 std::string ProgramFolder();
 
+/// Below 0, 0 or above 0: the order in which the library sorts and looks up texts.
+int CompareNarrow(const std::string& left, const std::string& right);
+
 /// With the case rule of the user's language.
 std::wstring LowerCase(std::wstring text);
 

@@ -11,6 +11,10 @@ COLORREF Mix(COLORREF first, COLORREF second, int part) {
                channel(GetBValue(first), GetBValue(second)));
 }
 
+COLORREF QuietSelection() {
+    return Mix(GetSysColor(COLOR_HIGHLIGHT), GetSysColor(COLOR_WINDOW), 4);
+}
+
 void Fill(HDC dc, const RECT& area, COLORREF colour) {
     SetDCBrushColor(dc, colour);
     FillRect(dc, &area, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));

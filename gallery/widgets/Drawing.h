@@ -12,6 +12,10 @@ namespace gallery {
 /// `part` of 16 parts of the first colour, the rest of the second.
 COLORREF Mix(COLORREF first, COLORREF second, int part);
 
+/// Of what is selected in a control without the focus: the system's own grey is hard to see beside
+/// white.
+COLORREF QuietSelection();
+
 void Fill(HDC dc, const RECT& area, COLORREF colour);
 
 /// Answers WM_DRAWITEM of a static control: the text in lines, centred in the height, on a ground

@@ -1,6 +1,7 @@
 #include "gallery/widgets/FileDialog.h"
 
 #include "gallery/text/Language.h"
+#include "gallery/widgets/Question.h"
 
 #include <commdlg.h>
 #include <iterator>
@@ -21,10 +22,11 @@ bool AskForFile(HWND owner, FileQuestion question, const FileKind& kind, std::ws
     wchar_t name[4096] = L"";
     if (path.size() < std::size(name))
         path.copy(name, path.size());
+    const KeptFocus kept(owner);
     const std::wstring filter = FilterOf(kind.nameKey, kind.extension) + FilterOf("AllFiles", L"*");
     OPENFILENAMEW dialog{};
     dialog.lStructSize = sizeof dialog;
-    dialog.hwndOwner = owner;
+    dialog.hwndOwner = kept.Owner();
     dialog.lpstrFilter = filter.c_str();
     dialog.lpstrFile = name;
     dialog.nMaxFile = static_cast<DWORD>(std::size(name));

@@ -13,13 +13,6 @@ namespace gallery {
 
 namespace {
 
-/// A quarter of the colour of selections: the system's own grey is hard to see beside white.
-COLORREF QuietSelection() {
-    const COLORREF strong = GetSysColor(COLOR_HIGHLIGHT);
-    const COLORREF paper = GetSysColor(COLOR_WINDOW);
-    return Mix(strong, paper, /*part=*/4);
-}
-
 COLORREF HeadingColour() {
     return Mix(GetSysColor(COLOR_WINDOWTEXT), GetSysColor(COLOR_HIGHLIGHT), /*part=*/6);
 }
@@ -35,7 +28,9 @@ bool ListView::Create(HWND parent, const char* nameKey, int id, Titles titles,
                       TextOfCell textOfCell) {
     name = nameKey;
     cell = std::move(textOfCell);
-    const DWORD titleStyle = titles == Titles::shown ? LVS_NOSORTHEADER : LVS_NOCOLUMNHEADER;
+    DWORD titleStyle = titles == Titles::hidden ? LVS_NOCOLUMNHEADER : 0;
+    if (titles == Titles::shown)
+        titleStyle = LVS_NOSORTHEADER;
     list = MakeControl(parent, WC_LISTVIEWW, Text(name).c_str(),
                        WS_TABSTOP | WS_BORDER | LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL |
                            LVS_SHOWSELALWAYS | LVS_SHAREIMAGELISTS | titleStyle,
@@ -59,6 +54,9 @@ void ListView::SetColumns(const std::vector<std::wstring>& titles) {
     }
     for (std::size_t i = 0; i < titles.size(); ++i)
         InsertColumn(static_cast<int>(i), titles[i], Align::left);
+    // The place of the titles of a list without columns stays black on some systems.
+    if (titles.empty())
+        InsertColumn(0, L"", Align::left);
 }
 
 void ListView::InsertColumn(int index, std::wstring title, Align align) {
@@ -231,6 +229,18 @@ bool ListView::SelectionMoved(const NMHDR& header) {
 
 bool ListView::DoubleClicked(const NMHDR& header) {
     return header.code == static_cast<UINT>(NM_DBLCLK);
+}
+
+int ListView::ColumnClicked(const NMHDR& header) {
+    if (header.code != static_cast<UINT>(NM_CLICK) && header.code != static_cast<UINT>(NM_DBLCLK))
+        return -1;
+    return reinterpret_cast<const NMITEMACTIVATE&>(header).iSubItem;
+}
+
+int ListView::TitleClicked(const NMHDR& header) {
+    return header.code == static_cast<UINT>(LVN_COLUMNCLICK)
+               ? reinterpret_cast<const NMLISTVIEW&>(header).iSubItem
+               : -1;
 }
 
 /// The selected row of a list without the focus stays visible.

@@ -16,7 +16,8 @@ class ListView {
 public:
     using TextOfCell = std::function<std::wstring(int row, int column)>;
 
-    enum class Titles { shown, hidden };
+    /// Titles that are buttons tell when they are clicked.
+    enum class Titles { shown, hidden, buttons };
     enum class Align { left, right };
 
     /// `nameKey` is the key of what screen readers say. False, with `GetLastError`, when it cannot
@@ -72,6 +73,10 @@ public:
     /// True when the notification says that another row is selected.
     static bool SelectionMoved(const NMHDR& header);
     static bool DoubleClicked(const NMHDR& header);
+    /// The column of the cell that was clicked, once or twice, or -1.
+    static int ColumnClicked(const NMHDR& header);
+    /// The column whose title was clicked, or -1.
+    static int TitleClicked(const NMHDR& header);
 
 private:
     void InsertColumn(int index, std::wstring title, Align align);

@@ -135,6 +135,23 @@ void GalleryProcess::WaitForFocus(int control) {
          [&] { return Control(control) != nullptr && FocusedControl() == Control(control); });
 }
 
+void GalleryProcess::WaitForColour(int control, COLORREF colour) {
+    Wait("the colour", [&] {
+        const HWND shown = Control(control);
+        RECT area{};
+        GetWindowRect(shown, &area);
+        // Another program's window has no pixels of its own: the screen has.
+        const HDC dc = GetDC(nullptr);
+        bool found = false;
+        for (int y = area.top; y < area.bottom && !found; y += 2) {
+            for (int x = area.left; x < (area.left + area.right) / 2 && !found; x += 16)
+                found = GetPixel(dc, x, y) == colour;
+        }
+        ReleaseDC(nullptr, dc);
+        return found;
+    });
+}
+
 std::wstring GalleryProcess::Answer(int button, int text) {
     HWND question = nullptr;
     Wait("a question", [&] {
@@ -145,6 +162,45 @@ std::wstring GalleryProcess::Answer(int button, int text) {
     PostMessageW(question, WM_COMMAND, static_cast<WPARAM>(button), 0);
     Wait("the end of a question", [&] { return !IsWindow(question); });
     return shown;
+}
+
+int GalleryProcess::Question(const std::wstring& part) {
+    HWND question = nullptr;
+    Wait(("the question \"" + std::string(part.begin(), part.end()) + "\"").c_str(), [&] {
+        question = FindWindowOfClass(questionClass);
+        return question != nullptr && IsWindowVisible(question) &&
+               TextOf(GetDlgItem(question, 1)).find(part) != std::wstring::npos;
+    });
+    return LOWORD(SendMessageW(question, DM_GETDEFID, 0, 0));
+}
+
+void GalleryProcess::AnswerText(const std::wstring& text) {
+    Question(L"");
+    SendMessageW(GetDlgItem(FindWindowOfClass(questionClass), 3), WM_SETTEXT, 0,
+                 reinterpret_cast<LPARAM>(text.c_str()));
+    Answer(IDOK);
+}
+
+void GalleryProcess::AnswerFile(const std::string& path, bool replaces) {
+    HWND question = nullptr;
+    HWND field = nullptr;
+    Wait("the question for a file", [&] {
+        question = FindWindowOfClass(questionClass);
+        field = FocusedControl();
+        wchar_t name[8] = L"";
+        GetClassNameW(field, name, static_cast<int>(std::size(name)));
+        return question != nullptr && IsChild(question, field) && lstrcmpiW(name, WC_EDITW) == 0;
+    });
+    SendMessageA(field, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(path.c_str()));
+    PostMessageW(question, WM_COMMAND, IDOK, 0);
+    if (replaces) {
+        Wait("the question whether to replace", [&] {
+            const HWND front = FindWindowOfClass(questionClass);
+            return front != nullptr && front != question && IsWindowVisible(front);
+        });
+        Answer(IDYES);
+    }
+    Wait("the end of the question for a file", [&] { return !IsWindow(question); });
 }
 
 void GalleryProcess::Close() {
@@ -205,6 +261,20 @@ void GalleryProcess::Drag(int control, POINT from, POINT to, bool left) {
     };
     sendAt(from, left ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_RIGHTDOWN);
     sendAt(to, left ? MOUSEEVENTF_LEFTUP : MOUSEEVENTF_RIGHTUP);
+}
+
+void GalleryProcess::Click(int control, int column, bool title) {
+    const HWND list = Control(control);
+    RECT titles{};
+    GetClientRect(FindWindowExW(list, nullptr, WC_HEADERW, nullptr), &titles);
+    const auto width = [list](int index) {
+        return static_cast<LONG>(
+            SendMessageW(list, LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(index), 0));
+    };
+    POINT place{width(column) / 2, title ? titles.bottom / 2 : titles.bottom + 8};
+    for (int i = 0; i < column; ++i)
+        place.x += width(i);
+    Drag(control, place, place, /*left=*/true);
 }
 
 void GalleryProcess::Wait(const char* what, const std::function<bool()>& condition) {

@@ -61,10 +61,19 @@ public:
     /// Waits for the text of the control with this id, on the page that is shown, to hold `part`.
     void WaitForText(int id, const std::wstring& part);
     void WaitForFocus(int id);
+    /// Waits until the control shows this colour in the middle of its left half, at any height.
+    void WaitForColour(int id, COLORREF colour);
 
     /// Waits for a question of the program's, presses the button with this id, and waits until the
     /// question is gone. Returns the text of its control with the id `text`, if that is not 0.
     std::wstring Answer(int button, int text = 0);
+
+    /// Waits for a question that holds `part`. Returns the id of the button that Enter presses.
+    int Question(const std::wstring& part);
+    /// Types a text into a question for one, in place of what is proposed.
+    void AnswerText(const std::wstring& text);
+    /// Gives a path to the question for a file, and IDYES to the one whether that may be replaced.
+    void AnswerFile(const std::string& path, bool replaces = false);
 
     /// What the close button of the title bar does.
     void Close();
@@ -85,6 +94,8 @@ public:
     /// Presses the left or right button at one place in the control with this id and lets it go at
     /// another.
     void Drag(int id, POINT from, POINT to, bool left);
+    /// Clicks the title of a column of the list with this id, or else the cell in the first row.
+    void Click(int id, int column, bool title);
 
 private:
     void GiveKeyboard();

@@ -6,6 +6,7 @@
 #include "gallery/text/Language.h"
 #include "gallery/text/Text.h"
 #include "gallery/widgets/Controls.h"
+#include "gallery/widgets/Question.h"
 #include "gallery/widgets/Rows.h"
 
 #include <algorithm>
@@ -29,6 +30,10 @@ private:
     void Noticed(const NMHDR& header) override;
 
     void Sort();
+    void AddSection();
+    void AddKey();
+    void DeleteSection();
+    void DeleteKey();
     void Find(const std::wstring& text) override;
     const ListView* Values() const override { return &pairs; }
     void ShowValue() override;
@@ -38,18 +43,18 @@ private:
     void GoTo(IniModel::Place place);
     void ShowDocument() override;
     void Refresh() override;
+    void ShowChange() override;
     void ShowPairs();
     std::wstring Counts() const override;
     void ShowState() override;
 
     static constexpr Wording wording = {.files = {.nameKey = "IniFiles", .extension = L"ini"},
+                                        .contents = Contents::ini,
                                         .shipped = "media-settings.ini",
                                         .notOpened = "NotOpenedIni",
-                                        .findLabel = "FindKey",
+                                        .findLabel = "FindKeyOrValue",
                                         .find = "FindNext",
                                         .typeText = "TypeKey",
-                                        .replace = "ReplaceIni",
-                                        .savedAs = "SavedAsIni",
                                         .valueLabel = "ValueLabel",
                                         .set = "Set"};
 
@@ -59,6 +64,10 @@ private:
     HWND sort = nullptr;
     ListView sections;
     ListView pairs;
+    HWND addSection = nullptr;
+    HWND deleteSection = nullptr;
+    HWND addKey = nullptr;
+    HWND deleteKey = nullptr;
 };
 
 bool IniDocumentPage::MakeControls() {
@@ -68,8 +77,12 @@ bool IniDocumentPage::MakeControls() {
     if (!MakeLists())
         return false;
     MakeValueRow();
+    addSection = AddButton("AddSection", ID_INI_ADD_SECTION);
+    deleteSection = AddButton("DeleteSection", ID_INI_DELETE_SECTION);
+    addKey = AddButton("AddKey", ID_INI_ADD_KEY);
+    deleteKey = AddButton("DeleteKey", ID_INI_DELETE_KEY);
     ShowState();
-    return set != nullptr;
+    return deleteKey != nullptr;
 }
 
 bool IniDocumentPage::MakeLists() {
@@ -81,21 +94,24 @@ bool IniDocumentPage::MakeLists() {
     };
     const auto pairCell = [this](int row, int column) {
         const IniModel::Place place{sections.Selected(), row};
+        if (column == 2)
+            return model.InheritedFrom(place);
         return column == 0 ? model.Key(place) : model.Value(place);
     };
-    if (!AddList(sections, "Sections", ID_INI_SECTIONS, ListView::Titles::shown, sectionCell) ||
-        !AddList(pairs, "Pairs", ID_INI_PAIRS, ListView::Titles::shown, pairCell))
+    if (!AddList(sections, "Sections", ID_INI_SECTIONS, ListView::Titles::buttons, sectionCell) ||
+        !AddList(pairs, "Pairs", ID_INI_PAIRS, ListView::Titles::buttons, pairCell))
         return false;
     sections.AddColumn("Section");
     sections.AddColumn("Pairs", ListView::Align::right);
     pairs.AddColumn("Key");
     pairs.AddColumn("Value");
+    pairs.AddColumn("InheritedFrom");
     return true;
 }
 
 void IniDocumentPage::Arrange(int width, int height) {
     using End = Rows::End;
-    Rows page(Sizes(), width, height, /*expected=*/15);
+    Rows page(Sizes(), width, height, /*expected=*/19);
     const int labels = std::max(Sizes().TextWidth(findLabel), Sizes().TextWidth(valueLabel));
     page.AlignButtons({sort, find, set});
     page.Put(End::top, {.field = fileLabel, .buttons = {open, save, saveAs, sort}});
@@ -103,6 +119,7 @@ void IniDocumentPage::Arrange(int width, int height) {
              {.label = findLabel, .field = findText, .buttons = {find}, .labelWidth = labels});
     page.Put(End::bottom,
              {.label = valueLabel, .field = valueText, .buttons = {set}, .labelWidth = labels});
+    page.Put(End::bottom, {.buttons = {addSection, deleteSection, addKey, deleteKey}});
     ArrangeLists(page.Places(), page.Top(), width, page.Room());
 }
 
@@ -116,9 +133,13 @@ void IniDocumentPage::ArrangeLists(Placement& placement, int y, int width, int h
                        Sizes().Pixels(20);
     sections.SetColumnWidth(0, ListView::RoomForColumns(left) - number);
     sections.SetColumnWidth(1, number);
-    const int key = ListView::RoomForColumns(right) * 2 / 5;
+    const int room = ListView::RoomForColumns(right);
+    const int source =
+        std::max(room / 5, Sizes().TextWidth(Text("InheritedFrom")) + Sizes().Pixels(20));
+    const int key = (room - source) * 2 / 5;
     pairs.SetColumnWidth(0, key);
-    pairs.SetColumnWidth(1, ListView::RoomForColumns(right) - key);
+    pairs.SetColumnWidth(1, room - source - key);
+    pairs.SetColumnWidth(2, source);
 }
 
 void IniDocumentPage::Noticed(const NMHDR& header) {
@@ -129,13 +150,29 @@ void IniDocumentPage::Noticed(const NMHDR& header) {
         ShowValue();
     else if (ListView::DoubleClicked(header) && !ofSections)
         EditValue();
+    else if (ListView::TitleClicked(header) >= 0)
+        Sort();
+    else if (ListView::KeyPressed(header) == VK_INSERT)
+        ofSections ? AddSection() : AddKey();
+    else if (ListView::KeyPressed(header) == VK_DELETE)
+        ofSections ? DeleteSection() : DeleteKey();
 }
 
 void IniDocumentPage::Command(int id, int notification) {
-    if (id == ID_INI_SORT)
-        Sort();
-    else
-        DocumentPage::Command(id, notification);
+    switch (id) {
+    case ID_INI_SORT:
+        return Sort();
+    case ID_INI_ADD_SECTION:
+        return AddSection();
+    case ID_INI_DELETE_SECTION:
+        return DeleteSection();
+    case ID_INI_ADD_KEY:
+        return AddKey();
+    case ID_INI_DELETE_KEY:
+        return DeleteKey();
+    default:
+        return DocumentPage::Command(id, notification);
+    }
 }
 
 void IniDocumentPage::Enter(HWND focus) {
@@ -146,16 +183,66 @@ void IniDocumentPage::Enter(HWND focus) {
 }
 
 void IniDocumentPage::Sort() {
-    if (!Commit())
+    if (!Commit() || !model.Loaded() || model.Sorted())
         return;
-    model.Sort();
+    if (const char* reason = model.Sort())
+        return Warn(Text(reason));
     TakeFocus();
     ShowDocument();
     Tell(Text("SortedIni"));
 }
 
+void IniDocumentPage::AddSection() {
+    std::wstring name;
+    if (!model.Loaded() || !Commit() || !AskForText(Handle(), Text("NewSection"), name))
+        return;
+    if (const char* reason = model.AddSection(name))
+        return Warn(Text(reason));
+    ShowChange();
+    Tell(Text("SectionAdded", {name}));
+}
+
+void IniDocumentPage::AddKey() {
+    const int section = sections.Selected();
+    std::wstring key;
+    if (!model.Loaded() || !Commit())
+        return;
+    if (model.IsLoose(section))
+        return Warn(Text("LoosePair"));
+    if (!AskForText(Handle(), Text("NewKey", {model.SectionName(section)}), key))
+        return;
+    if (const char* reason = model.AddPair(section, key))
+        return Warn(Text(reason));
+    ShowChange();
+    FocusAndSelect(valueText);
+    Tell(Text("KeyAdded", {key, model.SectionName(section)}));
+}
+
+void IniDocumentPage::DeleteSection() {
+    const int section = sections.Selected();
+    const std::wstring name = model.SectionName(section);
+    if (!Commit())
+        return;
+    if (const char* reason = model.DeleteSection(section))
+        return Warn(Text(reason));
+    ShowChange();
+    SetFocus(sections.Handle());
+    Tell(Text("SectionDeleted", {name.empty() ? Text("BeforeFirstSection") : name}));
+}
+
+void IniDocumentPage::DeleteKey() {
+    if (!Commit())
+        return;
+    const std::wstring key = model.Key(edited);
+    if (const char* reason = model.DeletePair(edited))
+        return Warn(Text(reason));
+    ShowChange();
+    SetFocus(pairs.Handle());
+    Tell(Text("KeyDeleted", {key}));
+}
+
 void IniDocumentPage::Find(const std::wstring& text) {
-    const IniModel::Match match = model.FindKey(text, {sections.Selected(), pairs.Selected()});
+    const IniModel::Match match = model.Find(text, {sections.Selected(), pairs.Selected()});
     if (match.count == 0)
         return Warn(Text("NoKey", {text}));
     GoTo(match.place);
@@ -167,11 +254,8 @@ bool IniDocumentPage::Commit() {
     const std::wstring value = TextOf(valueText);
     if (value == model.Value(edited))
         return true;
-    const char* reason = model.SetValue(edited, value);
-    if (reason != nullptr) {
-        Warn(Text(reason));
-        return false;
-    }
+    if (const char* reason = model.SetValue(edited, value))
+        return Reject(reason);
     pairs.RedrawRows();
     ShowState();
     Tell(Text("PairSet", {model.Key(edited), model.SectionName(edited.section)}));
@@ -192,7 +276,7 @@ bool IniDocumentPage::ShowExample() {
 
 void IniDocumentPage::GoTo(IniModel::Place place) {
     sections.Select(place.section);
-    pairs.Select(place.pair);
+    pairs.Select(std::min(place.pair, model.Pairs(sections.Selected()) - 1));
 }
 
 void IniDocumentPage::ShowDocument() {
@@ -201,11 +285,14 @@ void IniDocumentPage::ShowDocument() {
     ShowState();
 }
 
-/// After saving: a sorted document was sorted again, which swaps equal names.
 void IniDocumentPage::Refresh() {
-    const IniModel::Place place = edited;
+    pairs.RedrawRows();
+}
+
+void IniDocumentPage::ShowChange() {
+    const IniModel::Place place = model.Touched();
     ShowDocument();
-    GoTo(place);
+    GoTo({std::min(place.section, model.Sections() - 1), place.pair});
 }
 
 void IniDocumentPage::ShowPairs() {
@@ -216,6 +303,7 @@ void IniDocumentPage::ShowPairs() {
 void IniDocumentPage::ShowValue() {
     edited = {sections.Selected(), pairs.Selected()};
     SetText(valueText, model.Value(edited));
+    EnableWindow(deleteKey, edited.pair >= 0);
 }
 
 std::wstring IniDocumentPage::Counts() const {
@@ -226,6 +314,9 @@ std::wstring IniDocumentPage::Counts() const {
 
 void IniDocumentPage::ShowState() {
     EnableWindow(sort, model.Loaded() && !model.Sorted());
+    EnableWindow(addSection, model.Loaded());
+    for (const HWND control : {deleteSection, addKey})
+        EnableWindow(control, sections.Selected() >= 0);
     DocumentPage::ShowState();
 }
 

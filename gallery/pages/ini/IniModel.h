@@ -2,7 +2,8 @@
 #define VTRUTILS_GALLERY_PAGES_INI_INIMODEL_H
 
 #include "gallery/app/Document.h"
-#include "utilities/text/ini/IniFileReader.h"
+#include "gallery/pages/ini/IniChanges.h"
+#include "gallery/pages/ini/IniParents.h"
 
 #include <memory>
 #include <string>
@@ -13,19 +14,13 @@ namespace gallery {
 /// at a time.
 class IniModel final : public Document {
 public:
-    /// Indices of a section and of a pair in it.
-    struct Place {
-        int section = 0;
-        int pair = 0;
-    };
+    using Place = IniPlace;
 
     struct Match {
         Place place;
         int number = 0; ///< of `count`, in the order of the document, from 1
         int count = 0;  ///< 0: there is none
     };
-
-    void Sort();
 
     bool Sorted() const { return Loaded() && document->KeepSorted(); }
     double LoadMilliseconds() const { return milliseconds; }
@@ -37,21 +32,39 @@ public:
     std::wstring SectionName(int section) const;
     std::wstring Key(Place place) const;
     std::wstring Value(Place place) const;
+    /// The section that the pair comes from; "" for one of its own section.
+    std::wstring InheritedFrom(Place place) const;
+    /// Whether the pair stands before the first section: it is not saved, so it cannot be changed.
+    bool IsLoose(int section) const;
 
-    /// Null when the value was set, else why it was not, as the key of a sentence for
-    /// the user.
+    // Each is null when it was done, else the key of a sentence for the user that says why not.
     const char* SetValue(Place place, const std::wstring& value);
+    const char* AddSection(const std::wstring& name);
+    const char* AddPair(int section, const std::wstring& key);
+    const char* DeleteSection(int section);
+    const char* DeletePair(Place place);
+    const char* Sort();
 
-    /// The next key that holds the text, ignoring case, after `after` and then from the start.
-    Match FindKey(const std::wstring& text, Place after) const;
+    /// Where the last change was made or taken back.
+    Place Touched() const { return touched; }
+
+    /// The next pair whose key or value holds the text, ignoring case, after `after` and then from
+    /// the start.
+    Match Find(const std::wstring& text, Place after) const;
 
 private:
     bool Read(const std::string& path) override;
     bool Write(const std::string& path) override;
+    void AddLosses(const std::string& text, Losses& losses) const override;
 
     const CIniValue* Pair(Place place) const;
+    /// "NoMemory" when it cannot be done.
+    template <class Change, class... Values>
+    const char* Do(const char* name, Place place, Values&&... values);
 
-    std::unique_ptr<CIniFileReader> document;
+    std::unique_ptr<IniDocument> document;
+    IniParents parents;
+    Place touched;
     double milliseconds = 0;
 };
 

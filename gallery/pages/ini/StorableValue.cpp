@@ -1,5 +1,7 @@
 #include "gallery/pages/ini/StorableValue.h"
 
+#include <cstring>
+
 namespace gallery {
 
 namespace {
@@ -32,6 +34,25 @@ const char* WhyNotStorable(const std::string& value) {
     if (LooksQuoted(value))
         return "ValueInQuotes";
     return nullptr;
+}
+
+const char* WhyNotStorableKey(const std::string& key) {
+    constexpr char blanks[] = " \t";
+    if (key.empty() || key.size() > longestValue)
+        return "KeyEmptyOrLong";
+    const bool blankAtEnds =
+        std::strchr(blanks, key.front()) != nullptr || std::strchr(blanks, key.back()) != nullptr;
+    const bool other = key.front() == ';' || key.front() == '[';
+    return other || blankAtEnds || key.find_first_of("=\r\n\t") != std::string::npos
+               ? "KeyNotStorable"
+               : nullptr;
+}
+
+const char* WhyNotStorableName(const std::string& name) {
+    constexpr std::size_t longestName = 63;
+    if (name.empty() || name.size() > longestName)
+        return "NameEmptyOrLong";
+    return name.find_first_of("]\r\n") != std::string::npos ? "NameNotStorable" : nullptr;
 }
 
 } // namespace gallery

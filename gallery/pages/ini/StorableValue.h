@@ -9,6 +9,10 @@ namespace gallery {
 /// sentence for the user; null when it would not. Immutable and safe.
 const char* WhyNotStorable(const std::string& value);
 
+/// The same for the key of a pair, and for the name of a section.
+const char* WhyNotStorableKey(const std::string& key);
+const char* WhyNotStorableName(const std::string& name);
+
 } // namespace gallery
 
 #endif

@@ -2,60 +2,71 @@
 #define VTRUTILS_GALLERY_PAGES_TABLE_TABLEMODEL_H
 
 #include "gallery/app/Document.h"
-#include "utilities/text/tables/DelimitedTextFile.h"
+#include "gallery/pages/table/TableChanges.h"
 
 #include <memory>
 #include <string>
 
 namespace gallery {
 
-/// The table that the page "Table" shows, in the wide texts that windows want: a file with commas,
-/// double quotes and a line of titles. One thread at a time.
+/// The table that the page "Table" shows, in the wide texts that windows want: a file with double
+/// quotes, a line of titles and the delimiter that it seems to have. One thread at a time.
 class TableModel final : public Document {
 public:
-    struct Place {
-        int row = -1;
-        int column = 0;
-    };
+    using Place = TablePlace;
 
     struct Match {
-        int row = -1; ///< -1: there is none
+        Place place; ///< row -1: there is none
         bool bisected = false;
     };
 
     /// 0 and "" for what is not there.
-    int Rows() const { return static_cast<int>(table->NumRecords()); }
-    int Columns() const { return static_cast<int>(table->NumFields()); }
+    int Rows() const { return table->Rows(); }
+    int Columns() const { return table->Columns(); }
     std::wstring Title(int column) const;
     std::wstring Field(Place place) const;
 
-    /// The first row that has this value, ignoring case; bisection finds any that has it.
-    Match Find(int column, const std::wstring& value) const;
+    /// Reads the file again with this delimiter. As `Load`.
+    bool ReadAs(char newDelimiter);
+    char Delimiter() const { return delimiter; }
+    int LeftOut() const { return leftOut; } ///< lines of the file
 
-    /// Null when the field was set, else why it was not, as the key of a sentence for the user.
-    /// `place.row` goes where sorting takes the row.
-    const char* SetField(Place& place, const std::wstring& text);
+    /// The next row after this one that has this value in the column, ignoring case, and then the
+    /// first one. Bisection finds where those are that have it.
+    Match FindValue(int column, const std::wstring& value, int after) const;
+    /// The next field after this one that holds the text, ignoring case, and then the first one.
+    Match FindPart(const std::wstring& text, Place after) const;
 
-    /// Where the new row is; -1 when memory ran out.
-    int AddRow();
-    bool DeleteRow(int row);
+    // Each is null when it was done, else the key of a sentence for the user that says why not.
+    const char* SetField(Place place, const std::wstring& text);
+    const char* AddRow();
+    const char* DeleteRow(int row);
+    /// Has the library sort on the first column, the only one that it ever sorts, and keep it so.
+    const char* KeepSorted(bool on, Place selected);
+    /// Sorts the rows once: empty fields first, then numbers, then texts; equal ones stay in their
+    /// order. The table is not kept sorted any more.
+    const char* Sort(int column, bool descending, Place selected);
+    /// In every field, exact in case. `fields` is how many had the text.
+    const char* ReplaceAll(const std::wstring& text, const std::wstring& replacement, int& fields,
+                           Place selected);
 
-    /// On the first column, the only one that is ever sorted. Returns where the row is then.
-    int KeepSorted(bool on, int row);
     bool Sorted() const { return table->KeepSorted(); }
-
-    /// In every field, exact in case. `fields` is how many had the text. Otherwise as `SetField`.
-    const char* ReplaceAll(const std::wstring& text, const std::wstring& replacement, int& fields);
+    /// Where the last change was made or taken back.
+    Place Touched() const { return touched; }
 
 private:
     bool Read(const std::string& path) override;
     bool Write(const std::string& path) override;
+    void AddLosses(const std::string& text, Losses& losses) const override;
 
-    /// Where the row is after the change; another one with the same fields is as good.
-    template <typename Change>
-    int RowAfter(int row, Change change);
+    template <class Change, class... Values>
+    const char* Do(const char* name, Place place, Values&&... values);
 
-    std::unique_ptr<CDelimitedTextFile> table = std::make_unique<CDelimitedTextFile>();
+    std::unique_ptr<TableDocument> table = std::make_unique<TableDocument>();
+    Place touched;
+    char delimiter = ',';
+    char wanted = 0; ///< the delimiter that the user chose; 0: the file's own
+    int leftOut = 0;
 };
 
 } // namespace gallery

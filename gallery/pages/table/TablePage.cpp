@@ -38,6 +38,9 @@ private:
     void ShowValue() override;
     bool Commit() override;
     void KeepSorted();
+    void Sort(int byColumn);
+    void ChooseDelimiter();
+    void ChooseColumn(int chosen);
     void AddRow();
     void DeleteRow();
     void ReplaceAll();
@@ -46,30 +49,36 @@ private:
     int ShownColumns() const { return std::min(model.Columns(), mostColumns); }
     std::wstring Title(int index) const;
     void ShowDocument() override;
-    void Refresh() override { ShowRows(edited.row); }
+    void Refresh() override { rows.RedrawRows(); }
+    void ShowChange() override;
+    std::wstring OpenedNote() const override;
     void ShowTitles();
     void ShowRows(int selected);
     std::wstring Counts() const override;
     void ShowState() override;
 
     static constexpr Wording wording = {.files = {.nameKey = "TableFiles", .extension = L"csv"},
+                                        .contents = Contents::table,
                                         .shipped = "media-library.csv",
                                         .notOpened = "NotOpenedTable",
                                         .findLabel = "FindLabel",
                                         .find = "Find",
-                                        .typeText = "TypeValue",
-                                        .replace = "ReplaceTable",
-                                        .savedAs = "Saved",
+                                        .typeText = "TypeFieldText",
                                         .valueLabel = "FieldLabel",
                                         .set = "SetField"};
 
     TableModel model;
     TableModel::Place edited;       ///< the field that is in the edit field
     std::vector<int> naturalWidths; ///< of the columns; empty when they are to be measured
+    int sortedBy = -1;              ///< the column whose title was clicked last
+    bool descending = false;
 
     HWND columnLabel = nullptr;
     HWND column = nullptr;
     HWND keepSorted = nullptr;
+    HWND delimiterLabel = nullptr;
+    HWND delimiter = nullptr;
+    HWND whole = nullptr;
     ListView rows;
     HWND add = nullptr;
     HWND remove = nullptr;
@@ -86,9 +95,12 @@ bool TablePage::MakeControls() {
     columnLabel = AddLabel("ColumnLabel", ID_TABLE_COLUMN_LABEL);
     column = MakeChoice(page, ID_TABLE_COLUMN);
     keepSorted = AddCaption(MakeCheckBox(page, ID_TABLE_KEEP_SORTED), "KeepSorted");
+    delimiterLabel = AddLabel("DelimiterLabel", ID_TABLE_DELIMITER_LABEL);
+    delimiter = MakeChoice(page, ID_TABLE_DELIMITER);
     MakeFindRow();
+    whole = AddCaption(MakeCheckBox(page, ID_TABLE_WHOLE), "WholeValue");
     const auto cell = [this](int row, int index) { return model.Field({row, index}); };
-    if (!AddList(rows, "TableRows", ID_TABLE_LIST, ListView::Titles::shown, cell))
+    if (!AddList(rows, "TableRows", ID_TABLE_LIST, ListView::Titles::buttons, cell))
         return false;
     MakeValueRow();
     add = AddButton("AddRow", ID_TABLE_ADD);
@@ -98,6 +110,7 @@ bool TablePage::MakeControls() {
     byLabel = AddLabel("ByLabel", ID_TABLE_BY_LABEL);
     byText = MakeEdit(page, ID_TABLE_BY_TEXT);
     replace = AddButton("ReplaceAll", ID_TABLE_REPLACE);
+    ShowTitles();
     ShowState();
     return replace != nullptr;
 }
@@ -111,17 +124,17 @@ void TablePage::Retext() {
 
 void TablePage::Arrange(int width, int height) {
     using End = Rows::End;
-    Rows page(Sizes(), width, height, /*expected=*/22);
+    Rows page(Sizes(), width, height, /*expected=*/25);
     int labels = 0;
     for (const HWND label : {columnLabel, findLabel, valueLabel, replaceLabel})
         labels = std::max(labels, Sizes().TextWidth(label));
-    const int check = Sizes().TextWidth(keepSorted) + Sizes().Pixels(30);
     page.Put(End::top, {.field = fileLabel, .buttons = {open, save, saveAs}});
-    page.AlignButtons({find, remove, replace});
-    page.Put(End::top, {.label = columnLabel, .field = column, .labelWidth = labels},
-             100 - 100 * check / std::max(width, 1), {.field = keepSorted});
-    page.Put(End::top,
-             {.label = findLabel, .field = findText, .buttons = {find}, .labelWidth = labels});
+    page.Put(End::top, {.label = columnLabel, .field = column, .labelWidth = labels}, 38,
+             {.label = delimiterLabel, .field = delimiter, .buttons = {keepSorted}});
+    page.Put(
+        End::top,
+        {.label = findLabel, .field = findText, .buttons = {whole, find}, .labelWidth = labels});
+    page.AlignButtons({remove, replace});
     page.Put(End::bottom, {.label = replaceLabel, .field = replaceText, .labelWidth = labels}, 42,
              {.label = byLabel, .field = byText, .buttons = {replace}});
     page.Put(End::bottom, {.label = valueLabel,
@@ -154,10 +167,15 @@ void TablePage::ArrangeColumns(int width) {
 void TablePage::Noticed(const NMHDR& header) {
     if (header.hwndFrom != rows.Handle())
         return;
+    const int clicked = ListView::ColumnClicked(header);
+    if (clicked >= 0 && clicked < ShownColumns())
+        ChooseColumn(clicked);
     if (ListView::SelectionMoved(header))
         ShowValue();
     else if (ListView::DoubleClicked(header))
         EditValue();
+    else if (ListView::TitleClicked(header) >= 0)
+        Sort(ListView::TitleClicked(header));
     else if (ListView::KeyPressed(header) == VK_INSERT)
         AddRow();
     else if (ListView::KeyPressed(header) == VK_DELETE)
@@ -172,6 +190,10 @@ void TablePage::Command(int id, int notification) {
         return;
     case ID_TABLE_KEEP_SORTED:
         return KeepSorted();
+    case ID_TABLE_DELIMITER:
+        if (notification == CBN_SELCHANGE)
+            ChooseDelimiter();
+        return;
     case ID_TABLE_ADD:
         return AddRow();
     case ID_TABLE_DELETE:
@@ -192,61 +214,94 @@ void TablePage::Enter(HWND focus) {
         ReplaceAll();
 }
 
-void TablePage::Find(const std::wstring& value) {
-    const TableModel::Match match = model.Find(Column(), value);
-    if (match.row < 0)
-        return Warn(
-            Text(match.bisected ? "NoValueBisected" : "NoValueScanned", {value, Title(Column())}));
-    rows.Select(match.row);
-    Tell(Text(match.bisected ? "ValueBisected" : "ValueScanned",
-              {std::to_wstring(match.row + 1), Title(Column())}));
+void TablePage::Find(const std::wstring& text) {
+    const bool value = IsChecked(whole);
+    const TableModel::Match match =
+        value ? model.FindValue(Column(), text, rows.Selected()) : model.FindPart(text, edited);
+    const char* key = match.bisected ? "ValueBisected" : value ? "ValueScanned" : "PartFound";
+    if (match.place.row < 0) {
+        key = match.bisected ? "NoValueBisected" : value ? "NoValueScanned" : "NoPart";
+        return Warn(Text(key, {text, Title(Column())}));
+    }
+    rows.Select(match.place.row);
+    ChooseColumn(match.place.column);
+    Tell(Text(key, {std::to_wstring(match.place.row + 1), Title(match.place.column)}));
+}
+
+void TablePage::ChooseColumn(int chosen) {
+    SendMessageW(column, CB_SETCURSEL, static_cast<WPARAM>(chosen), 0);
+    ShowValue();
 }
 
 bool TablePage::Commit() {
     const std::wstring text = TextOf(valueText);
     if (text == model.Field(edited))
         return true;
-    const int before = edited.row;
-    const char* reason = model.SetField(edited, text);
-    if (reason != nullptr) {
-        Warn(Text(reason));
-        return false;
-    }
-    const TableModel::Place now = edited;
-    if (now.row != before)
-        ShowRows(now.row);
-    rows.RedrawRows();
-    ShowState();
-    Tell(Text("FieldSet", {Title(now.column), std::to_wstring(now.row + 1)}));
+    if (const char* reason = model.SetField(edited, text))
+        return Reject(reason);
+    ShowChange();
+    Tell(Text("FieldSet", {Title(edited.column), std::to_wstring(edited.row + 1)}));
     return true;
 }
 
+void TablePage::ShowChange() {
+    const TableModel::Place touched = model.Touched();
+    if (touched.column < ShownColumns())
+        SendMessageW(column, CB_SETCURSEL, static_cast<WPARAM>(touched.column), 0);
+    ShowRows(std::min(touched.row, model.Rows() - 1));
+}
+
 void TablePage::KeepSorted() {
-    if (!Commit()) {
-        SendMessageW(keepSorted, BM_SETCHECK, model.Sorted() ? BST_CHECKED : BST_UNCHECKED, 0);
-        return;
-    }
     const bool on = IsChecked(keepSorted);
-    ShowRows(model.KeepSorted(on, rows.Selected()));
+    const char* reason = nullptr;
+    if (!Commit() || (reason = model.KeepSorted(on, edited)) != nullptr) {
+        if (reason != nullptr)
+            Warn(Text(reason));
+        return ShowState();
+    }
+    ShowChange();
     Tell(Text(on ? "SortedTable" : "NotSortedTable"));
+}
+
+/// The same title again turns the order around.
+void TablePage::Sort(int byColumn) {
+    if (!model.Loaded() || !Commit())
+        return;
+    descending = byColumn == sortedBy && !descending;
+    sortedBy = byColumn;
+    if (const char* reason = model.Sort(byColumn, descending, {0, edited.column}))
+        return Warn(Text(reason));
+    ShowChange();
+    TakeFocus();
+    Tell(Text(descending ? "SortedDown" : "SortedUp", {Title(byColumn)}));
+}
+
+void TablePage::ChooseDelimiter() {
+    constexpr char delimiters[] = {',', ';', '\t'};
+    const char chosen = delimiters[Chosen(delimiter)];
+    if (!model.Loaded() || chosen == model.Delimiter() || !MayClose() || !model.ReadAs(chosen))
+        return ShowState();
+    ShowDocument();
+    Tell(OpenedNote());
 }
 
 void TablePage::AddRow() {
     if (!model.Loaded() || !Commit())
         return;
-    const int row = model.AddRow();
-    if (row < 0)
-        return Warn(Text("NoMemory"));
-    ShowRows(row);
+    if (const char* reason = model.AddRow())
+        return Warn(Text(reason));
+    ShowChange();
     FocusAndSelect(valueText);
-    Tell(Text("RowAdded", {std::to_wstring(row + 1)}));
+    Tell(Text("RowAdded", {std::to_wstring(edited.row + 1)}));
 }
 
 void TablePage::DeleteRow() {
+    if (!Commit())
+        return;
     const int row = rows.Selected();
-    if (!model.DeleteRow(row))
-        return Warn(Text("SelectRow"));
-    ShowRows(std::min(row, model.Rows() - 1));
+    if (const char* reason = model.DeleteRow(row))
+        return Warn(Text(reason));
+    ShowChange();
     TakeFocus();
     Tell(Text("RowDeleted", {std::to_wstring(row + 1)}));
 }
@@ -261,22 +316,25 @@ void TablePage::ReplaceAll() {
     }
     int fields = 0;
     const std::wstring with = TextOf(byText);
-    const char* reason = model.ReplaceAll(text, with, fields);
-    if (reason != nullptr)
+    if (const char* reason = model.ReplaceAll(text, with, fields, edited))
         return Warn(Text(reason));
     if (fields == 0)
         return Warn(Text("NothingReplaced", {text}));
-    ShowRows(rows.Selected());
+    ShowChange();
     Tell(Text("Replaced", {text, with, std::to_wstring(fields)}));
 }
 
 /// A value found by bisection.
 bool TablePage::ShowExample() {
+    if (!model.Loaded())
+        return false;
     SendMessageW(keepSorted, BM_CLICK, 0, 0);
+    SendMessageW(whole, BM_CLICK, 0, 0);
+    ChooseColumn(0);
     SetText(findText, model.Field({model.Rows() / 2, 0}));
     FindNext();
     TakeFocus();
-    return model.Loaded();
+    return true;
 }
 
 std::wstring TablePage::Title(int index) const {
@@ -286,6 +344,7 @@ std::wstring TablePage::Title(int index) const {
 
 void TablePage::ShowDocument() {
     ShowTitles();
+    sortedBy = -1;
     ShowRows(0);
 }
 
@@ -295,6 +354,7 @@ void TablePage::ShowTitles() {
         titles.push_back(Title(i));
     rows.SetColumns(titles);
     SetChoices(column, titles, /*chosen=*/0);
+    SetChoices(delimiter, {Text("Comma"), Text("Semicolon"), Text("Tab")}, /*chosen=*/0);
     naturalWidths.clear();
 }
 
@@ -308,6 +368,11 @@ void TablePage::ShowRows(int selected) {
 void TablePage::ShowValue() {
     edited = {rows.Selected(), Column()};
     SetText(valueText, model.Field(edited));
+    EnableWindow(remove, edited.row >= 0);
+}
+
+std::wstring TablePage::OpenedNote() const {
+    return model.LeftOut() > 0 ? Text("LinesLeftOut", {std::to_wstring(model.LeftOut())}) : L"";
 }
 
 std::wstring TablePage::Counts() const {
@@ -316,9 +381,11 @@ std::wstring TablePage::Counts() const {
 }
 
 void TablePage::ShowState() {
-    for (const HWND control : {column, keepSorted, add, replace})
+    for (const HWND control : {column, keepSorted, delimiter, whole, add, replace})
         EnableWindow(control, model.Loaded());
-    EnableWindow(remove, rows.Selected() >= 0);
+    SendMessageW(keepSorted, BM_SETCHECK, model.Sorted() ? BST_CHECKED : BST_UNCHECKED, 0);
+    const int chosen = model.Delimiter() == ',' ? 0 : model.Delimiter() == ';' ? 1 : 2;
+    SendMessageW(delimiter, CB_SETCURSEL, static_cast<WPARAM>(chosen), 0);
     DocumentPage::ShowState();
 }
 

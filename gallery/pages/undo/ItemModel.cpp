@@ -87,6 +87,18 @@ bool ItemModel::Remove(int place) {
     return Do(std::make_unique<Edit>(items, place, std::make_unique<std::wstring>(old), nullptr));
 }
 
+void ItemModel::Reset(const Items& newItems) {
+    group.reset();
+    history.ClearUndoHistory();
+    items = newItems;
+    MarkSaved();
+}
+
+void ItemModel::MarkSaved() {
+    saved = items;
+    history.OnSave();
+}
+
 void ItemModel::Group(bool on) {
     group.reset();
     if (on)

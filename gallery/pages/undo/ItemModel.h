@@ -29,6 +29,14 @@ public:
     bool Change(int place, const std::wstring& text);
     bool Remove(int place);
 
+    /// Other items, without a history; they count as saved.
+    void Reset(const Items& newItems);
+
+    // What the items were when `MarkSaved` was called last, whatever the history says: it compares
+    // places, which several states can share.
+    void MarkSaved();
+    bool DiffersFromSaved() const { return items != saved; }
+
     /// While on, all changes go into one set, which is dropped if there are none.
     void Group(bool on);
 
@@ -42,6 +50,7 @@ private:
 
     std::function<void()> dirtyChanged;
     Items items;
+    Items saved;
     CUndoMgr history;
     std::unique_ptr<CUndoSetFreezer> group;
 };

@@ -1,9 +1,13 @@
 #include "gallery/pages/undo/UndoPage.h"
 
 #include "gallery/app/ControlIds.h"
+#include "gallery/pages/undo/ItemFile.h"
 #include "gallery/pages/undo/ItemModel.h"
 #include "gallery/text/Language.h"
+#include "gallery/text/Text.h"
 #include "gallery/widgets/Controls.h"
+#include "gallery/widgets/FileDialog.h"
+#include "gallery/widgets/Question.h"
 #include "gallery/widgets/Rows.h"
 
 #include <algorithm>
@@ -14,15 +18,21 @@ namespace gallery {
 
 namespace {
 
+constexpr FileKind itemFiles = {.nameKey = "ItemFiles", .extension = L"txt"};
+
 class UndoPage final : public Page {
 public:
     UndoPage() : model([this] { Host().DocumentChanged(); }) {}
     void Command(int id, int notification) override;
     void TakeFocus() override { SetFocus(list.Handle()); }
     bool ShowExample() override;
+    std::wstring DocumentName() const override {
+        return file.empty() ? Text("ItemList") : NameOfFile(file);
+    }
     bool Offers(int command) const override { return command == ID_EDIT || Page::Offers(command); }
-    std::wstring DocumentName() const override { return Text("ItemList"); }
     bool Unsaved() const override { return model.History().Dirty() != 0; }
+    bool MayClose() override;
+    void Shown() override;
 
 private:
     bool MakeControls() override;
@@ -40,7 +50,9 @@ private:
     void Redo();
     void UndoAll();
     void RedoAll();
-    void Save();
+    void AskAndOpen();
+    bool Save();
+    bool SaveAs();
 
     /// Shows the state of list and history, and `text` as the message.
     void Show(int selected, const std::wstring& text);
@@ -48,8 +60,11 @@ private:
     void Enable(HWND button, bool possible) const;
 
     ItemModel model;
+    std::wstring file; ///< that the items were read from or saved to; "" for none
+    bool visited = false;
 
     HWND group = nullptr;
+    HWND open = nullptr;
     HWND save = nullptr;
     HWND listLabel = nullptr;
     ListView list;
@@ -67,6 +82,7 @@ private:
 bool UndoPage::MakeControls() {
     const HWND page = Handle();
     group = AddCaption(MakeCheckBox(page, ID_UNDO_GROUP), "GroupChanges");
+    open = AddButton("Open", ID_OPEN);
     save = AddButton("Save", ID_SAVE);
     listLabel = AddLabel("ItemsLabel", ID_UNDO_LIST_LABEL);
     const auto cell = [this](int row, int) { return model.All()[static_cast<std::size_t>(row)]; };
@@ -88,11 +104,12 @@ bool UndoPage::MakeControls() {
 
 void UndoPage::Arrange(int width, int height) {
     using End = Rows::End;
-    Rows page(Sizes(), width, height, /*expected=*/15);
-    const int right = Sizes().TextWidth(group) + Sizes().Pixels(30) + Sizes().ButtonWidth(save);
+    Rows page(Sizes(), width, height, /*expected=*/16);
+    const int right = Sizes().TextWidth(group) + Sizes().Pixels(30) + Sizes().ButtonWidth(open) +
+                      Sizes().ButtonWidth(save);
     page.Put(End::top, {.field = listLabel},
-             100 - 100 * (right + 2 * page.Gap()) / std::max(width, 1),
-             {.field = group, .buttons = {save}});
+             100 - 100 * (right + 3 * page.Gap()) / std::max(width, 1),
+             {.field = group, .buttons = {open, save}});
     page.Put(End::bottom, {.buttons = {undo, redo, undoAll, redoAll}});
     page.Put(End::bottom,
              {.label = itemLabel, .field = itemText, .buttons = {add, change, remove}});
@@ -129,8 +146,14 @@ void UndoPage::Command(int id, int) {
         return UndoAll();
     case ID_UNDO_REDO_ALL:
         return RedoAll();
+    case ID_OPEN:
+        return AskAndOpen();
     case ID_SAVE:
-        return Save();
+        Save();
+        return;
+    case ID_SAVE_AS:
+        SaveAs();
+        return;
     case ID_EDIT:
         return FocusAndSelect(itemText);
     case IDOK:
@@ -218,17 +241,64 @@ void UndoPage::RedoAll() {
     Show(list.Selected(), Text("AllRedone"));
 }
 
-void UndoPage::Save() {
-    model.History().OnSave();
-    Show(list.Selected(), Text("SavePoint"));
+void UndoPage::AskAndOpen() {
+    std::wstring path = file;
+    ItemModel::Items items;
+    if (!MayClose() || !AskForFile(Handle(), FileQuestion::open, itemFiles, path))
+        return;
+    if (!LoadItems(path, items))
+        return Show(list.Selected(), Text("NotOpenedItems", {path}));
+    file = path;
+    SendMessageW(group, BM_SETCHECK, BST_UNCHECKED, 0);
+    model.Reset(items);
+    Show(0, Text("ItemsOpened", {path}));
+    TakeFocus();
+}
+
+bool UndoPage::Save() {
+    if (file.empty())
+        return SaveAs();
+    const bool saved = SaveItems(file, model.All());
+    if (saved)
+        model.MarkSaved();
+    Show(list.Selected(), Text(saved ? "ItemsSaved" : "NotSaved", {file}));
+    return saved;
+}
+
+bool UndoPage::SaveAs() {
+    std::wstring path = file;
+    if (!AskForFile(Handle(), FileQuestion::save, itemFiles, path))
+        return false;
+    const std::wstring previous = std::exchange(file, path);
+    if (Save())
+        return true;
+    file = previous;
+    return false;
+}
+
+bool UndoPage::MayClose() {
+    if (!model.DiffersFromSaved())
+        return true;
+    const int answer =
+        Ask(Handle(), Text("SaveChanges", {DocumentName()}),
+            {{IDYES, "SaveIt"}, {IDNO, "DropChanges"}, {IDCANCEL, "AnswerCancel"}}, IDYES);
+    return answer == IDNO || (answer == IDYES && Save());
+}
+
+/// Some items to begin with, once.
+void UndoPage::Shown() {
+    if (std::exchange(visited, true) || !model.All().empty())
+        return;
+    model.Reset({Text("ExampleItem1"), Text("ExampleItem2")});
+    Show(0, Text("UndoBegin"));
 }
 
 /// A group in effect and a change undone, after the save point.
 bool UndoPage::ShowExample() {
-    UndoAll();
+    model.Reset({});
     for (const char* example : {"ExampleItem1", "ExampleItem2"})
         model.Add(static_cast<int>(model.All().size()), Text(example));
-    Save();
+    model.MarkSaved();
     model.Group(true);
     model.Add(2, Text("ExampleItem3"));
     model.Change(0, Text("ExampleItem4"));

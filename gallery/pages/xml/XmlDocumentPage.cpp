@@ -28,7 +28,11 @@ private:
     void Restyle() override { tree.SetLook(Sizes()); }
     void Arrange(int width, int height) override;
     void Noticed(const NMHDR& header) override;
+    LRESULT OnMessage(UINT kind, WPARAM wParam, LPARAM lParam) override;
 
+    std::wstring TextToCopy() const override {
+        return GetFocus() == tree.Handle() ? tree.SelectedLabel() : DocumentPage::TextToCopy();
+    }
     void Enter(HWND focus) override;
     void Find(const std::wstring& name) override;
     void Decode();
@@ -39,9 +43,10 @@ private:
     std::wstring Counts() const override;
 
     static constexpr Wording wording = {.files = {.nameKey = "XmlFiles", .extension = L"xml"},
+                                        .contents = Contents::xml,
                                         .shipped = "web-reply.xml",
                                         .notOpened = "NotOpenedXml",
-                                        .findLabel = "FindElement",
+                                        .findLabel = "FindNameOrText",
                                         .find = "FindNext",
                                         .typeText = "TypeElement"};
 
@@ -123,6 +128,15 @@ void XmlDocumentPage::Noticed(const NMHDR& header) {
         // In full, where the column is too narrow.
         Tell(model.DetailOf(selected, details.Selected()).value);
     }
+}
+
+LRESULT XmlDocumentPage::OnMessage(UINT kind, WPARAM wParam, LPARAM lParam) {
+    if (kind == WM_NOTIFY) {
+        NMHDR& header = *reinterpret_cast<NMHDR*>(lParam);
+        if (header.hwndFrom == tree.Handle() && header.code == static_cast<UINT>(NM_CUSTOMDRAW))
+            return tree.Draw(reinterpret_cast<NMTVCUSTOMDRAW&>(header));
+    }
+    return DocumentPage::OnMessage(kind, wParam, lParam);
 }
 
 void XmlDocumentPage::Command(int id, int notification) {

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <mbstring.h>
 #include <utility>
 
 namespace gallery {
@@ -29,7 +28,7 @@ constexpr std::size_t longestSummary = 80;
 
 bool XmlModel::DecodeReferences(bool on) {
     decodes = on;
-    if (!Loaded() || Load(Path()))
+    if (!Loaded() || Load(std::wstring(Path()), IsCopy()))
         return true;
     decodes = !on;
     return false;
@@ -38,10 +37,10 @@ bool XmlModel::DecodeReferences(bool on) {
 bool XmlModel::Read(const std::string& path) {
     auto fresh = std::make_unique<CXMLFile>();
     fresh->SetShouldDeHTMLify(decodes);
-    const Stopwatch watch;
+    const Stopwatch stopwatch;
     if (!fresh->Open(path.c_str()))
         return false;
-    milliseconds = watch.Milliseconds();
+    milliseconds = stopwatch.Milliseconds();
     document = std::move(fresh);
     ListElements();
     return true;
@@ -128,15 +127,30 @@ XmlModel::Detail XmlModel::DetailOf(int element, int index) const {
             OneLine(detail->Value(), longestValue)};
 }
 
-XmlModel::Match XmlModel::Find(const std::wstring& name, int after) const {
+bool XmlModel::Holds(int element, const std::wstring& lower) const {
+    const CXMLNode& node = *At(element).node;
+    const auto holds = [&](const char* text) {
+        return text != nullptr && LowerCase(Widen(text)).find(lower) != std::wstring::npos;
+    };
+    if (holds(node.Name()))
+        return true;
+    for (unsigned i = 0; i < node.NumHeaderProperties(); ++i) {
+        const CXMLValue& attribute = *node.GetHeaderProperty(i);
+        if (holds(attribute.FieldName()) || holds(attribute.Value()))
+            return true;
+    }
+    for (unsigned i = 0; i < node.NumContentStrings(); ++i) {
+        if (holds(node.GetContent(i)->Value()))
+            return true;
+    }
+    return false;
+}
+
+XmlModel::Match XmlModel::Find(const std::wstring& text, int after) const {
     Match match;
-    std::string narrow;
-    if (!Narrow(name, narrow))
-        return match;
-    const auto* wanted = reinterpret_cast<const unsigned char*>(narrow.c_str());
+    const std::wstring lower = LowerCase(text);
     for (int i = 0; i < Elements(); ++i) {
-        const auto* found = reinterpret_cast<const unsigned char*>(At(i).node->Name());
-        if (found == nullptr || _mbsicmp(found, wanted) != 0)
+        if (!Holds(i, lower))
             continue;
         ++match.count;
         const bool firstBehind = match.element <= after && i > after;

@@ -51,9 +51,9 @@ public:
     int Details(int element) const;
     Detail DetailOf(int element, int index) const;
 
-    /// The next element of that name, ignoring case as the library does, after `after` and then
-    /// from the start.
-    Match Find(const std::wstring& name, int after) const;
+    /// The next element that holds the text in its name, its attributes or its own texts, ignoring
+    /// case, after `after` and then from the start.
+    Match Find(const std::wstring& text, int after) const;
 
 private:
     struct Element {
@@ -64,6 +64,7 @@ private:
 
     bool Read(const std::string& path) override;
     void ListElements();
+    bool Holds(int element, const std::wstring& lower) const;
     const Element& At(int element) const { return elements[static_cast<std::size_t>(element)]; }
 
     std::unique_ptr<CXMLFile> document;

@@ -2,6 +2,7 @@
 
 #include "gallery/text/Language.h"
 #include "gallery/widgets/Controls.h"
+#include "gallery/widgets/Drawing.h"
 
 #include <algorithm>
 
@@ -172,6 +173,26 @@ bool XmlTree::UserSelected(const NMHDR& header, int& element) {
         return true;
     }
     return false;
+}
+
+LRESULT XmlTree::Draw(NMTVCUSTOMDRAW& draw) const {
+    if (draw.nmcd.dwDrawStage == CDDS_PREPAINT)
+        return CDRF_NOTIFYITEMDRAW;
+    const auto item = reinterpret_cast<HTREEITEM>(draw.nmcd.dwItemSpec);
+    if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT || GetFocus() == tree ||
+        item != TreeView_GetSelection(tree))
+        return CDRF_DODEFAULT;
+    draw.clrTextBk = QuietSelection();
+    draw.clrText = GetSysColor(COLOR_WINDOWTEXT);
+    return CDRF_NEWFONT;
+}
+
+std::wstring XmlTree::SelectedLabel() const {
+    const HTREEITEM item = TreeView_GetSelection(tree);
+    if (item == nullptr)
+        return {};
+    const LPARAM data = DataOf(tree, item);
+    return IsGroup(data) ? std::wstring() : model->Summary(ElementOf(data));
 }
 
 void XmlTree::Label(NMTVDISPINFOW& question) {

@@ -32,6 +32,12 @@ public:
     /// the user selected another item.
     bool UserSelected(const NMHDR& header, int& element);
 
+    /// "" for a group and for none.
+    std::wstring SelectedLabel() const;
+
+    /// The answer to NM_CUSTOMDRAW: the selected element is seen while the focus is elsewhere.
+    LRESULT Draw(NMTVCUSTOMDRAW& draw) const;
+
 private:
     /// A group stands for `groupSize` children from one on.
     static constexpr int groupSize = 1000;

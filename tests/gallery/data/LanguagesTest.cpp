@@ -58,7 +58,10 @@ std::vector<std::string> Shown(const StringFile& file, const std::string& sectio
     if (section == "; The page \"XML document\"")
         keys.insert(keys.end(), {"Open", "FindNext"});
     if (section == "; The page \"Online music\"")
-        keys.insert(keys.end(), {"OnlineHostLabel", "OnlineCancel", "OnlinePrevious", "OnlineNext"});
+        keys.insert(keys.end(),
+                    {"OnlineHostLabel", "OnlineCancel", "OnlinePrevious", "OnlineNext"});
+    if (section == "; The page \"Undo\"")
+        keys.insert(keys.end(), {"Open", "Save"});
     return keys;
 }
 

@@ -29,6 +29,12 @@ TEST(XmlDocumentPage, FindsShowsAndDecodesByKeyboard) {
     gallery.WaitForDocument(L"reply.xml");
     gallery.WaitForText(ID_PAGE_STATE, L"Elements: 2652, attributes: 5, texts: 1,");
     Find(gallery, L"TITLE", L"Match 1 of 2: \"title\", depth 1.");
+    // What was found is seen although the focus is in the field.
+    const COLORREF strong = GetSysColor(COLOR_HIGHLIGHT), paper = GetSysColor(COLOR_WINDOW);
+    const auto quarter = [](int a, int b) { return (a * 4 + b * 12) / 16; };
+    gallery.WaitForColour(ID_XML_TREE, RGB(quarter(GetRValue(strong), GetRValue(paper)),
+                                           quarter(GetGValue(strong), GetGValue(paper)),
+                                           quarter(GetBValue(strong), GetBValue(paper))));
     ExpectLastDetail(gallery, L"Ink &amp; Rope");
     gallery.Press(Alt('D'), ID_PAGE_MESSAGE, L"Loaded again: references are decoded.");
     ExpectLastDetail(gallery, L"Ink & Rope");
@@ -40,9 +46,10 @@ TEST(XmlDocumentPage, FindsShowsAndDecodesByKeyboard) {
     gallery.Press(VK_RIGHT);
     gallery.Press(VK_DOWN);
     ExpectLastDetail(gallery, L"in the third group");
-    Find(gallery, L"bottom", L"depth 301, deeper than the tree shows.");
+    Find(gallery, L"the bottom", L"depth 301, deeper than the tree shows.");
     ExpectLastDetail(gallery, L"at the bottom");
-    Find(gallery, L"nothing", L"No element is named \"nothing\".");
+    Find(gallery, L"third gr", L"Match 1 of 1: \"inside\", depth 3.");
+    Find(gallery, L"nothing", L"No name, value or text contains \"nothing\".");
 }
 
 } // namespace

@@ -55,7 +55,9 @@ unsigned long long CFileObj::TotalBytes() const noexcept {
 }
 
 int CFileObj::CompleteDownload(bool discard) noexcept {
-    download.TerminateDownload();
+    // The thread of a transfer that has ended is on its way out, which the reader need not await.
+    if (discard || download.IsDownloading())
+        download.TerminateDownload();
     if (discard) {
         const vtr::KernelHandle toClose(file);
         file = nullptr;

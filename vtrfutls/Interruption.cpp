@@ -37,6 +37,9 @@ InterruptibleSockets::~InterruptibleSockets() {
 bool InterruptUntilEnd(HANDLE thread, DWORD milliseconds) {
     // Once is not enough: a thread that was on its way to a wait, or tries again after the failure
     // of one, waits anew.
+    // Most often it has ended already.
+    if (WaitForSingleObject(thread, 0) == WAIT_OBJECT_0)
+        return true;
     for (DWORD waited = 0; waited < milliseconds; waited += step) {
         if (cancelSynchronousIo.Get() != nullptr)
             cancelSynchronousIo.Get()(thread);

@@ -1,9 +1,9 @@
 #include "utilities/online/FreeSoundOrg.h"
 
-#include "utilities/base/OwnedText.h"
 #include "utilities/base/StoreCut.h"
 #include "utilities/online/FreeSoundRecord.h"
 #include "utilities/online/JsonMembers.h"
+#include "utilities/online/RecordBlock.h"
 #include "utilities/online/ServiceUrl.h"
 #include "utilities/text/html/HtmlText.h"
 #include "vtrfutls/Log.h"
@@ -52,12 +52,6 @@ bool HasBadWords(_osrSndItem& record) {
     return HasBadWord(record.name) || HasBadWord(record.description) || HasBadWord(record.tags);
 }
 
-/// Null when memory runs out.
-vtr::OwnedChars<_osrSndItem> MakeRecords(unsigned count) {
-    return vtr::OwnedChars<_osrSndItem>(
-        static_cast<_osrSndItem*>(std::calloc(count, sizeof(_osrSndItem))));
-}
-
 } // namespace
 
 CFreeSoundOrg::CFreeSoundOrg(bool filter, MyInternetAccess* session) noexcept
@@ -97,7 +91,7 @@ bool CFreeSoundOrg::LoadDataFromJSONResult() {
     const unsigned count = results->size();
     if (count == 0)
         return true;
-    vtr::OwnedChars<_osrSndItem> made = MakeRecords(count);
+    vtr::OwnedChars<_osrSndItem> made = vtr::MakeRecords(count);
     if (made == nullptr) {
         totalResults = 0;
         state = fsFailed;

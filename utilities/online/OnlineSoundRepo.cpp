@@ -4,6 +4,7 @@
 #include "utilities/base/Layout.h"
 #include "utilities/base/OwnedText.h"
 #include "utilities/base/StoreCut.h"
+#include "utilities/online/RecordBlock.h"
 #include "vtrfutls/FileNames.h"
 #include "vtrfutls/FileObj.h"
 #include "vtrfutls/InternetAccess.h"
@@ -126,7 +127,7 @@ struct vtr::Internals<COnlineSoundRepo> {
     VTR_FIELD_AT(COnlineSoundRepo, root, 312 + sizeof(Json::Reader), 300 + sizeof(Json::Reader));
 
     static void FreeReply(COnlineSoundRepo& repo) {
-        std::free(repo.records);
+        GiveRecordsBack(repo.records);
         repo.records = nullptr;
         repo.numReturned = 0;
         repo.totalResults = 0;
@@ -180,7 +181,9 @@ struct vtr::Internals<COnlineSoundRepo> {
 COnlineSoundRepo::COnlineSoundRepo(bool filter, MyInternetAccess* session) noexcept
     : state(fsIdle), filterBadWords(filter), replyProcessed(false), readerMade(false),
       access(session), file(nullptr), lastPageSize(0), apiKey{}, totalResults(0), numReturned(0),
-      records(nullptr) {}
+      records(nullptr) {
+    vtr::UseRecordBlocks();
+}
 
 COnlineSoundRepo::COnlineSoundRepo(const COnlineSoundRepo& other) noexcept
     : COnlineSoundRepo(other.filterBadWords, other.access) {
@@ -206,6 +209,7 @@ COnlineSoundRepo::~COnlineSoundRepo() {
     DeleteRefObject(&file);
     if (readerMade)
         reader.~Reader();
+    vtr::LeaveRecordBlocks();
 }
 
 _tFS_Q_State COnlineSoundRepo::GetState() noexcept {

@@ -12,27 +12,40 @@ namespace {
 
 using Text = std::optional<std::string>;
 
-/// What a field of `size` bytes has of a text.
-std::string Cut(const std::string& text, std::size_t size) {
-    return text.substr(0, size - 1);
-}
+/// Reads replies from files.
+class ReplyReader : public MusicBrainzLookup {
+public:
+    explicit ReplyReader(const TestFolder& place)
+        : MusicBrainzLookup(nullptr, place.Path().c_str()), folder(place) {}
 
-std::string Decoded(std::string text) {
+    std::string Read(_cdRequestType type, const std::string& reply) {
+        folder.Write("TEMPFILENAME", reply);
+        requestType = type;
+        ParseResults(this);
+        EXPECT_TRUE(IsSearchComplete());
+        if (type == cdArtistSearch)
+            return Outcome<_cdArtistItem>(*this);
+        return type == cdSongsOfAlbum ? Outcome<_cdSongItem>(*this) : Outcome<_cdAlbumItem>(*this);
+    }
+
+private:
+    const TestFolder& folder;
+};
+
+/// What a field of `size` bytes has of a text, with its references decoded.
+std::string Field(const Text& whole, std::size_t size) {
     static const std::pair<std::string, std::string> references[] = {
         {"&amp;", "&"}, {"%20", " "}, {"&#65;", "A"}, {"&uuml;", "?"}};
+    std::string text = whole.value_or("").substr(0, size - 1);
     for (std::size_t at = 0; at < text.size(); ++at) {
-        for (const auto& [reference, meant] : references) {
-            if (text.compare(at, reference.size(), reference) == 0) {
-                text.replace(at, reference.size(), meant);
-                break;
-            }
-        }
+        const auto there =
+            std::find_if(std::begin(references), std::end(references), [&](const auto& pair) {
+                return text.compare(at, pair.first.size(), pair.first) == 0;
+            });
+        if (there != std::end(references))
+            text.replace(at, there->first.size(), there->second);
     }
     return text;
-}
-
-std::string Field(const Text& text, std::size_t size) {
-    return Decoded(Cut(text.value_or(""), size));
 }
 
 int Number(const Text& text) {
@@ -59,36 +72,30 @@ public:
 
 private:
     void MakeArtist() {
-        const Text id = Put("id");
-        const Text name = Put("name");
+        const Text id = Put("id"), name = Put("name");
         const Text told = Put("disambiguation");
-        PutBelow("id", "no");
-        PutBelow("disambiguation", "no");
+        PutBelow({"id", "disambiguation"}, "no");
         std::string shown = name.value_or("");
         if (told)
             shown = shown.substr(0, 252 - std::min<std::size_t>(252, told->size())) + " (" + *told +
                     ")";
         if (id && name)
-            record = Cut(*id, 128) + "|" + Field(shown, 256);
+            record = id->substr(0, 127) + "|" + Field(shown, 256);
     }
 
     void MakeAlbum() {
-        const Text id = Put("id");
-        const Text title = Put("title");
-        const Text type = Put("type");
-        const Text name = RandomText();
-        const Text date = RandomText();
+        const Text id = Put("id"), title = Put("title"), type = Put("type");
+        const Text name = RandomText(), date = RandomText();
         const Text count = RandomNumber();
         if (name)
-            PutBelow("name", *name);
+            PutBelow({"name"}, *name);
         if (date)
-            PutBelow("date", *date);
-        for (const char* other : {"id", "title", "type"})
-            PutBelow(other, "no");
+            PutBelow({"date"}, *date);
+        PutBelow({"id", "title", "type"}, "no");
         if (count)
             children += "<track-list count=\"" + *count + "\"/>";
         if (id && title)
-            record = Cut(*id, 128) + "|" + Field(title, 256) + "|" + Field(name, 256) + "|" +
+            record = id->substr(0, 127) + "|" + Field(title, 256) + "|" + Field(name, 256) + "|" +
                      Field(date, 64) + "|" + Field(type, 64) + "|" + std::to_string(Number(count));
     }
 
@@ -97,8 +104,7 @@ private:
         const Text duration = RandomNumber();
         if (duration)
             children += "<duration>" + *duration + "</duration>";
-        PutBelow("title", "no");
-        PutBelow("duration", "7");
+        PutBelow({"title", "duration"}, "7");
         if (title)
             record = Field(title, 256) + "|" + std::to_string(Number(duration));
     }
@@ -133,13 +139,14 @@ private:
     }
 
     /// One to three elements down.
-    void PutBelow(const std::string& name, const std::string& value) {
-        std::string inner = dice.Below(2) == 0
-                                ? "<w " + name + "=\"" + value + "\"/>"
-                                : "<w><" + name + ">" + value + "</" + name + "></w>";
-        for (int depth = dice.Below(3); depth > 0; --depth)
-            inner = "<w>" + inner + "</w>";
-        children += inner;
+    void PutBelow(std::initializer_list<std::string> names, const std::string& value) {
+        for (const std::string& name : names) {
+            const int depth = dice.Below(3);
+            children += Repeated("<w>", depth) +
+                        (dice.Below(2) == 0 ? "<w " + name + "=\"" + value + "\"/>"
+                                            : "<w><" + name + ">" + value + "</" + name + "></w>") +
+                        Repeated("</w>", depth);
+        }
     }
 
     Dice& dice;
@@ -167,8 +174,8 @@ TEST(MusicReply, GivesTheRecordsOfAModel) {
         const int total = type == cdSongsOfAlbum ? entries : counted ? -7 : 0;
         const std::string list = listNames[type];
         xml = "<" + list + (counted ? " count=\"-7\">" : ">") + xml + "</" + list + ">";
-        for (int depth = dice.Below(4); depth > 0; --depth)
-            xml = "<r><list/>" + xml + "</r>";
+        const int depth = dice.Below(4);
+        xml = Repeated("<r><list/>", depth) + xml + Repeated("</r>", depth);
         EXPECT_EQ(reader.Read(type, "<?xml version=\"1.0\"?>" + xml),
                   std::to_string(total) + ":" + expected);
     });
@@ -177,38 +184,31 @@ TEST(MusicReply, GivesTheRecordsOfAModel) {
 TEST(MusicReply, SurvivesWhateverComes) {
     const TestFolder folder;
     ReplyReader reader(folder);
-    const auto nested = [](int depth, const std::string& inner) {
-        std::string text;
-        for (int i = 0; i < depth; ++i)
-            text += "<a>";
-        return text + inner;
-    };
+    const std::string deep = Repeated("<a>", 100000);
     const std::string artist = "<artist id=\"i\"><name>n</name>";
     const std::string longest(300, 'd');
-    struct Row {
+    const struct {
         const char* name;
         std::string reply;
         std::string outcome;
+    } rows[] = {
+        {"empty", "", "error"},
+        {"no XML", "\x80garbage", "error"},
+        {"another list", "<release-list count=\"3\"><e id=\"i\" title=\"t\"/></release-list>",
+         "error"},
+        {"no entries", "<artist-list count=\"2147483647\"/>", "2147483647:"},
+        {"cut off", "<artist-list count=\"2\">" + artist, "2:\ni|n"},
+        {"too long to tell apart",
+         "<artist-list>" + artist + "<disambiguation>" + longest + "</disambiguation>",
+         "0:\ni| (" + longest.substr(0, 253)},
+        {"deep before", deep + "<artist-list>" + artist, "0:\ni|n"},
+        {"deep inside", "<artist-list>" + artist + deep, "0:\ni|n"},
     };
-    for (const Row& row : {
-             Row{"empty", "", "error"},
-             Row{"no XML", "\x80garbage", "error"},
-             Row{"another list",
-                 "<release-list count=\"3\"><e id=\"i\" title=\"t\"/></release-list>", "error"},
-             Row{"no entries", "<artist-list count=\"2147483647\"/>", "2147483647:"},
-             Row{"cut off", "<artist-list count=\"2\">" + artist, "2:\ni|n"},
-             Row{"too long to tell apart",
-                 "<artist-list>" + artist + "<disambiguation>" + longest + "</disambiguation>",
-                 "0:\ni| (" + longest.substr(0, 253)},
-             Row{"deep before", nested(100000, "<artist-list>" + artist), "0:\ni|n"},
-             Row{"deep inside", "<artist-list>" + artist + nested(100000, ""), "0:\ni|n"},
-         })
+    for (const auto& row : rows)
         EXPECT_EQ(reader.Read(cdArtistSearch, row.reply), row.outcome) << row.name;
     // A release is searched to its end for each field that may be anywhere in it.
-    std::string wide = "<release-list>";
-    for (int i = 0; i < 20000; ++i)
-        wide += "<r id=\"i\" title=\"t\"><w><w/></w></r>";
-    EXPECT_EQ(reader.Read(cdAlbumSearch, wide).size(), 2u + 20000 * 9);
+    const std::string wide = Repeated("<r id=\"i\" title=\"t\"><w><w/></w></r>", 20000);
+    EXPECT_EQ(reader.Read(cdAlbumSearch, "<release-list>" + wide).size(), 2u + 20000 * 9);
 }
 
 TEST(MusicReply, LeavesOutWhatThereIsNoMemoryFor) {

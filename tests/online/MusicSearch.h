@@ -2,16 +2,11 @@
 #define VTRUTILS_TESTS_ONLINE_MUSICSEARCH_H
 
 #include "common/Owner.h"
+#include "tests/online/OnlineServices.h"
 #include "tests/support/ImportPatch.h"
-#include "tests/support/RecordedServices.h"
-#include "tests/support/TestFolder.h"
 #include "utilities/online/MusicBrainzLookup.h"
-#include "utilities/online/ServiceHosts.h"
-#include "vtrfutls/InternetAccess.h"
 
 #include <atomic>
-#include <gtest/gtest.h>
-#include <string>
 
 inline std::string Shown(const _cdArtistItem& artist) {
     return std::string(artist.identifier) + "|" + artist.displayName;
@@ -75,52 +70,22 @@ private:
     ImportPatch patch;
 };
 
-/// The recorded services, and what a lookup needs to ask them.
-struct MusicServices {
-    MusicServices() {
-        ServiceControl("reset");
-        EXPECT_TRUE(SetMusicLookupHost(ServiceAddress("plain").c_str()));
-    }
-    MusicServices(const MusicServices&) = delete;
-    MusicServices& operator=(const MusicServices&) = delete;
-    ~MusicServices() {
-        SetMusicLookupHost(nullptr);
-        EXPECT_EQ(folder.Listing(), "");
-    }
-
-    TestFolder folder;
-    MyInternetAccess access{"online_test", /*throughProxy=*/false};
-};
-
-/// A lookup that asks them for artists of this name, which may tell of a fault.
+/// A lookup that asks for artists of a name, which may tell of a fault.
 class MusicSearch : public MusicBrainzLookup {
 public:
-    explicit MusicSearch(MusicServices& services)
+    explicit MusicSearch(OnlineServices& services)
         : MusicBrainzLookup(&services.access, services.folder.Path().c_str()) {}
     using MusicBrainzLookup::MusicBrainzWorker;
 
     bool Post(std::string name) { return SearchArtists(name.data(), 0); }
     std::string Run(const std::string& name) { return Post(name) ? Finished(*this) : "refused"; }
-};
 
-/// Reads replies from files.
-class ReplyReader : public MusicBrainzLookup {
-public:
-    explicit ReplyReader(const TestFolder& place, MyInternetAccess* session = nullptr)
-        : MusicBrainzLookup(session, place.Path().c_str()), folder(place) {}
-
-    std::string Read(_cdRequestType type, const std::string& reply) {
-        folder.Write("TEMPFILENAME", reply);
-        requestType = type;
-        ParseResults(this);
-        EXPECT_TRUE(IsSearchComplete());
-        if (type == cdArtistSearch)
-            return Outcome<_cdArtistItem>(*this);
-        return type == cdSongsOfAlbum ? Outcome<_cdSongItem>(*this) : Outcome<_cdAlbumItem>(*this);
+    /// To where it shows progress.
+    void PostToHalf(const std::string& name = "fault-hold") {
+        EXPECT_TRUE(Post(name));
+        while (GetPercentageComplete() == 0)
+            Sleep(1);
     }
-
-private:
-    const TestFolder& folder;
 };
 
 #endif

@@ -35,40 +35,24 @@ Value RandomText(Dice& dice) {
     std::string text;
     for (int count = rare == 0 ? 700 : dice.Below(5); count > 0; --count)
         text += parts[dice.Below(rare == 1 ? 5 : 4)];
-    if (dice.Below(20) == 0)
-        return {Quoted(text + '\0' + "after"), text};
-    return {Quoted(text), text};
+    return {Quoted(dice.Below(20) == 0 ? text + '\0' + "after" : text), text};
 }
 
 Value RandomNumber(Dice& dice) {
-    static const char* const odd[] = {"2147483647",
-                                      "2147483648",
-                                      "-2147483648",
-                                      "-2147483649",
-                                      "4294967295",
-                                      "4294967296",
-                                      "18446744073709551616",
-                                      "1e300",
-                                      "-3.99",
-                                      "1e-300",
-                                      "-0.0",
-                                      "3.5e38"};
-    const std::string json =
-        dice.Below(2) == 0 ? odd[dice.Below(12)] : std::to_string(dice.Below(99999));
+    static const std::string odd[] = {"2147483647",  "2147483648", "-2147483648",
+                                      "-2147483649", "4294967295", "4294967296",
+                                      "1e300",       "-3.99",      "3.5e38"};
+    const std::string json = dice.Below(2) == 0 ? dice.Any(odd) : std::to_string(dice.Below(99999));
     return {json, "", std::strtod(json.c_str(), nullptr)};
-}
-
-Value RandomOther(Dice& dice) {
-    static const char* const others[] = {"null", "true", "[]", "{}", "[1,\"x\"]", "{\"bpm\":7}"};
-    return {others[dice.Below(6)], ""};
 }
 
 /// Mostly of the kind that is asked for.
 Value RandomValue(Dice& dice, bool text) {
+    static const char* const others[] = {"null", "true", "[]", "{}", "[1,\"x\"]", "{\"bpm\":7}"};
     const int kind = dice.Below(8);
-    return kind == 0             ? RandomOther(dice)
-           : (kind == 1) == text ? RandomNumber(dice)
-                                 : RandomText(dice);
+    if (kind == 0)
+        return {dice.Any(others), ""};
+    return (kind == 1) == text ? RandomNumber(dice) : RandomText(dice);
 }
 
 double Fitting(double number, double smallest, double largest) {
@@ -190,22 +174,8 @@ private:
     Dice& dice;
 };
 
-/// The number of bytes that are equal before it.
-std::size_t FirstDifference(const _osrSndItem& one, const _osrSndItem& other) {
-    const auto bytes = [](const _osrSndItem& item) { return reinterpret_cast<const char*>(&item); };
-    return static_cast<std::size_t>(
-        std::mismatch(bytes(one), bytes(one) + sizeof one, bytes(other)).first - bytes(one));
-}
-
-std::string Nested(const char* open, std::size_t levels) {
-    std::string text;
-    while (levels-- > 0)
-        text += open;
-    return text;
-}
-
 TEST(SoundReply, RandomResultsAreThoseOfAnIndependentModel) {
-    SoundSearch search;
+    OnlineServices services;
     EachRound(/*seed=*/71, /*rounds=*/60, [&](Dice& dice, int round) {
         std::string list;
         std::vector<_osrSndItem> expected;
@@ -216,80 +186,73 @@ TEST(SoundReply, RandomResultsAreThoseOfAnIndependentModel) {
             if (!filter || !result.Bad())
                 expected.push_back(result.record);
         }
-        search.Renew(filter);
+        SoundSearch search(services, filter);
         ASSERT_EQ(
             search.Read("{\"count\":" + std::to_string(round) + ",\"results\":[" + list + "]}"),
             fsReplyReceived);
-        EXPECT_EQ(search.repo->NumTotalResults(), round);
-        ASSERT_EQ(search.repo->NumReturnedResults(), static_cast<int>(expected.size()));
+        EXPECT_EQ(search.NumTotalResults(), round);
+        ASSERT_EQ(search.NumReturnedResults(), static_cast<int>(expected.size()));
         _osrSndItem item{};
-        for (int index = 0; search.repo->GetItem(index, item); ++index)
-            ASSERT_EQ(FirstDifference(item, expected[static_cast<unsigned>(index)]), sizeof item)
-                << index;
-        EXPECT_FALSE(search.repo->GetItem(-1, item));
+        for (int index = 0; search.GetItem(index, item); ++index)
+            ASSERT_EQ(std::memcmp(&item, &expected[static_cast<unsigned>(index)], sizeof item), 0)
+                << item.name;
+        EXPECT_FALSE(search.GetItem(-1, item));
     });
 }
 
 TEST(SoundReply, OddReplies) {
-    const std::string comments = Nested("/**/", 500'000);
+    const std::string noList =
+        "CFreeSoundOrg::LoadDataFromJSONResult() - null results - returning false|";
     const struct {
         const char* name;
         std::string reply;
-        _tFS_Q_State state;
         int total;
         int returned;
         std::string log;
     } rows[] = {
-        {"nothing but a list", "[1,2]", fsReplyReceived, 0, 0, noResults},
-        {"a number", "5", fsReplyReceived, 0, 0, noResults},
-        {"no list", R"({"count":95})", fsReplyReceived, 95, 0, noResults},
-        {"null for a list", R"({"count":95,"results":null})", fsReplyReceived, 95, 0, noResults},
-        {"an object for a list", R"({"count":"7","results":{"0":{}}})", fsReplyReceived, 0, 0,
-         noResults},
-        {"an empty list", R"({"count":-3,"results":[]})", fsReplyReceived, -3, 0, ""},
-        {"results of other types", R"({"results":[null,5,[]]})", fsReplyReceived, 0, 3,
-         Nested("Unanticipated license type <>|", 3)},
-        {"two lists", R"({"results":[{}],"results":[]})", fsReplyReceived, 0, 0, ""},
-        {"comments", "{\"results\":[] " + comments + "}", fsReplyReceived, 0, 0, ""},
-        {"more after the end", "{\"count\":1,\"results\":[]} }{", fsReplyReceived, 1, 0, ""},
-        {"a deep list", Nested("[", 999) + Nested("]", 999), fsReplyReceived, 0, 0, noResults},
-        {"too deep a list", Nested("[", 1'000'000), fsFailed, 0, 0, notJson},
-        {"too deep an object", Nested("{\"a\":", 1'000'000), fsFailed, 0, 0, notJson},
-        {"no number", R"({"results":[{}],"count":NaN})", fsFailed, 0, 0, notJson},
-        {"a number beyond all", R"({"results":[{}],"count":1e999})", fsFailed, 0, 0, notJson},
-        {"a number of many digits", "{\"count\":" + Nested("9", 300'000) + "}", fsFailed, 0, 0,
-         notJson},
-        {"a zero byte", std::string("{\"count\":1,\0\"results\":[]}", 25), fsFailed, 0, 0, notJson},
-        {"cut off in a text", R"({"count":1,"results":[{"name":"Rai)", fsFailed, 0, 0, notJson},
+        {"nothing but a list", "[1,2]", 0, 0, noList},
+        {"no list", R"({"count":95})", 95, 0, noList},
+        {"a number beyond all", R"({"results":[{}],"count":1e999})", 0, 0, notJson},
+        {"an object for a list", R"({"count":"7","results":{"0":{}}})", 0, 0, noList},
+        {"an empty list", R"({"count":-3,"results":[]})", -3, 0, ""},
+        {"results of other types", R"({"results":[null,5,[]]})", 0, 3,
+         Repeated("Unanticipated license type <>|", 3)},
+        {"comments", "{\"results\":[] " + Repeated("/**/", 500'000) + "}", 0, 0, ""},
+        {"more after the end", "{\"count\":1,\"results\":[]} }{", 1, 0, ""},
+        {"a deep list", Repeated("[", 999) + Repeated("]", 999), 0, 0, noList},
+        {"too deep a list", Repeated("[", 1'000'000), 0, 0, notJson},
+        {"too deep an object", Repeated("{\"a\":", 1'000'000), 0, 0, notJson},
+        {"a number of many digits", "{\"count\":" + Repeated("9", 300'000) + "}", 0, 0, notJson},
+        {"a zero byte", std::string("{\"count\":1,\0\"results\":[]}", 25), 0, 0, notJson},
+        {"cut off in a text", R"({"count":1,"results":[{"name":"Rai)", 0, 0, notJson},
     };
-    SoundSearch search;
+    OnlineServices services;
+    SoundSearch search(services);
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         const CapturedLog log;
-        EXPECT_EQ(search.Read(row.reply), row.state);
-        EXPECT_EQ(search.repo->NumTotalResults(), row.total);
-        EXPECT_EQ(search.repo->NumReturnedResults(), row.returned);
+        EXPECT_EQ(search.Read(row.reply), row.log == notJson ? fsFailed : fsReplyReceived);
+        EXPECT_EQ(search.NumTotalResults(), row.total);
+        EXPECT_EQ(search.NumReturnedResults(), row.returned);
         EXPECT_EQ(OwnLines(log), row.log);
     }
 }
 
 TEST(SoundReply, ALackOfMemoryIsAFailure) {
-    SoundSearch search;
+    OnlineServices services;
+    SoundSearch search(services);
     ServiceControl("reply/small",
                    R"({"count":1,"results":[{"id":7,"tags":["a","b"],"duration":1.5}]})");
     AllocationFault fault("vtrutils.dll");
-    char query[] = "reply-small";
-    const unsigned failures = fault.ForEachAllocation([&](unsigned) {
-        const unsigned first = search.Start(query) ? 1 : 0;
-        search.Finish();
-        const _tFS_Q_State state = search.repo->GetState();
-        const int returned = search.repo->NumReturnedResults();
+    EXPECT_GT(fault.ForEachAllocation([&](unsigned) {
+        const bool started = search.Start("reply-small");
+        const _tFS_Q_State state = search.Finish();
+        const int returned = search.NumReturnedResults();
         fault.FailAt(0);
-        ASSERT_TRUE(state == fsReplyReceived ? first == 1 && returned == 1 : returned == 0)
-            << state;
+        ASSERT_TRUE(state == fsReplyReceived ? started && returned == 1 : returned == 0) << state;
         ASSERT_NE(state, fsUnderWay);
-    });
-    EXPECT_GT(failures, 20u);
+    }),
+              20u);
     EXPECT_EQ(search.Read(R"({"count":4,"results":[]})"), fsReplyReceived);
 }
 

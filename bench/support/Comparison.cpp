@@ -6,6 +6,7 @@
 #include <optional>
 #include <utility>
 #include <vector>
+#include <windows.h>
 
 namespace bench {
 
@@ -217,16 +218,40 @@ private:
     const Collector& collector;
 };
 
-} // namespace
-
-void Measure(const std::string& work, const std::string& size, const std::string& contender,
-             Body body) {
+benchmark::internal::Benchmark* Register(const std::string& work, const std::string& size,
+                                         const std::string& contender, Body body) {
     Work& entry = FindWork(work);
     AddOnce(entry.sizes, size);
     if (contender != ours)
         AddOnce(entry.peers, contender);
-    benchmark::RegisterBenchmark(FullName(work, size, contender).c_str(), std::move(body))
-        ->UseRealTime();
+    return benchmark::RegisterBenchmark(FullName(work, size, contender).c_str(), std::move(body));
+}
+
+double ProcessorSeconds() {
+    FILETIME started, ended, kernel, user;
+    GetProcessTimes(GetCurrentProcess(), &started, &ended, &kernel, &user);
+    const auto seconds = [](const FILETIME& time) {
+        return (time.dwHighDateTime * 4294967296.0 + time.dwLowDateTime) / 1e7;
+    };
+    return seconds(kernel) + seconds(user);
+}
+
+} // namespace
+
+void Measure(const std::string& work, const std::string& size, const std::string& contender,
+             Body body) {
+    Register(work, size, contender, std::move(body))->UseRealTime();
+}
+
+void MeasureProcessorTime(const std::string& work, const std::string& size,
+                          const std::string& contender, Body iteration) {
+    Register(work, size, contender, [iteration](benchmark::State& state) {
+        for (auto _ : state) {
+            const double before = ProcessorSeconds();
+            iteration(state);
+            state.SetIterationTime(ProcessorSeconds() - before);
+        }
+    })->UseManualTime();
 }
 
 void ToReach(const std::string& work, const std::string& peer, double ratio) {

@@ -19,6 +19,10 @@ using Body = std::function<void(benchmark::State&)>;
 void Measure(const std::string& work, const std::string& size, const std::string& contender,
              Body body);
 
+/// The same for processor time, of all threads of this process and in the kernel for them.
+void MeasureProcessorTime(const std::string& work, const std::string& size,
+                          const std::string& contender, Body iteration);
+
 /// What is to be reached: the peer takes at least `ratio` times as long as ours.
 void ToReach(const std::string& work, const std::string& peer, double ratio);
 

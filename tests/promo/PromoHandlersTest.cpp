@@ -45,26 +45,15 @@ LRESULT CALLBACK PassingOn(HWND window, UINT message, WPARAM wParam, LPARAM lPar
 
 } // namespace
 
-TEST(PromoHandlers, TheEventHandlerRewritesAndVetoes) {
-    const HeldClock clock;
-    Asked asked;
-    std::vector<std::string> texts;
-    asked.onEvent = [&](const char* name, const char* text, char* out, int size) {
-        texts.push_back(std::string(name) + " " + text + " " + out + std::to_string(size));
-        std::fill_n(out, size, 'M');
-        return text[0] != 'Y';
-    };
-    ASSERT_TRUE(asked.stage.Play(document));
-    EXPECT_EQ(texts[0], "news X X1024");
-    EXPECT_EQ(clock.drawn, std::string(1023, 'M')) << "a text without an end is cut";
-    clock.Advance(asked.stage.area, 100);
-    EXPECT_EQ(asked.stage.Position(), "a1.1");
-}
-
-TEST(PromoHandlers, TheBackgroundIsPaintedBelowTheText) {
+TEST(PromoHandlers, GetWhatTheyAskForAndAreHeard) {
     const HeldClock clock;
     Asked asked;
     std::vector<std::string> calls;
+    asked.onEvent = [&](const char* name, const char* text, char* out, int size) {
+        calls.push_back(std::string(name) + " " + text + " " + out + std::to_string(size));
+        std::fill_n(out, size, 'M');
+        return text[0] != 'Z';
+    };
     asked.onPaint = [&](HDC dc, const RECT& area, const char* name, unsigned elapsed,
                         unsigned count) {
         calls.push_back(name + (" " + std::to_string(elapsed)) + " " + std::to_string(count));
@@ -74,29 +63,36 @@ TEST(PromoHandlers, TheBackgroundIsPaintedBelowTheText) {
         EXPECT_EQ(GetPixel(dc, 119, 59), name[1] == 'k' ? 0x0000FFu : 0x00FF00u) << "filled before";
         PatBlt(dc, area.left, area.top, area.right, area.bottom, BLACKNESS);
     };
-    ASSERT_TRUE(asked.stage.Play(std::string("text color=green\n") + document));
+    ASSERT_TRUE(asked.stage.Play("text color=green\n" + std::string(document) +
+                                 "text.2=Z\nspecial event.2=not\n"));
+    EXPECT_EQ(clock.drawn, std::string(1023, 'M')) << "a text without an end is cut";
     clock.Advance(asked.stage.area, 125);
-    EXPECT_EQ(calls, (std::vector<std::string>{"sky 0 0", "sky 30 1", "sky 60 2", "sky 90 3",
-                                               "sea 0 0", "sea 20 1"}));
     EXPECT_EQ(asked.stage.Corner(), 0u);
     EXPECT_EQ(clock.drawnColor, 0x00FF00u) << "what the handler set is undone";
+    clock.Advance(asked.stage.area, 75);
+    EXPECT_EQ(asked.stage.Position(), "a1.1") << "after a veto";
+    calls.resize(11);
+    EXPECT_EQ(calls, (std::vector<std::string>{"news X X1024", "sky 0 0", "sky 30 1", "sky 60 2",
+                                               "sky 90 3", "news Y Y1024", "sea 0 0", "sea 20 1",
+                                               "sea 40 2", "sea 60 3", "sea 80 4"}));
 }
 
 TEST(PromoHandlers, MayStopDestroyAndAskAndNothingElseHappens) {
-    using Action = std::function<void(Asked&)>;
-    const std::pair<const char*, Action> actions[] = {
+    const std::pair<const char*, std::function<void(Asked&)>> actions[] = {
         {"stop", [](Asked& a) { a.stage.script->Stop(); }},
-        {"go", [](Asked& a) { EXPECT_FALSE(a.stage.script->Go()); }},
-        {"load", [](Asked& a) { EXPECT_FALSE(a.stage.script->Load()); }},
-        {"resume", [](Asked& a) { a.stage.script->Resume(); }},
+        {"go, load, resume",
+         [](Asked& a) {
+             EXPECT_FALSE(a.stage.script->Go() || a.stage.script->Load());
+             a.stage.script->Resume();
+         }},
         {"ask", [](Asked& a) { EXPECT_TRUE(a.stage.script->ScriptExists("a")); }},
         {"destroy", [](Asked& a) { a.stage.script.reset(); }},
         {"destroy the window", [](Asked& a) { DestroyWindow(a.stage.area); }},
-        {"resize", [](Asked& a) { a.stage.Resize(90, 33); }},
-        {"paint", [](Asked& a) { a.stage.Repaint(); }},
-        {"let time go by",
+        {"resize, paint and let time go by",
          [](Asked& a) {
              const std::string before = a.stage.Position();
+             a.stage.Resize(90, 33);
+             a.stage.Repaint();
              HeldClock::Advance(a.stage.area, 500);
              EXPECT_EQ(a.stage.Position(), before);
          }},
@@ -106,41 +102,34 @@ TEST(PromoHandlers, MayStopDestroyAndAskAndNothingElseHappens) {
              a.stage.script->SetOwnerDrawBackgroundHandler(nullptr, nullptr);
          }},
     };
-    for (const bool inPaint : {false, true}) {
-        for (const int call : {1, 2}) {
-            for (const auto& [name, action] : actions) {
-                SCOPED_TRACE(std::string(name) + (inPaint ? " in paint " : " in event ") +
-                             std::to_string(call));
-                const HeldClock clock;
-                Asked asked;
-                int calls = 0;
-                bool inside = false;
-                const auto act = [&, &does = action] {
-                    EXPECT_FALSE(std::exchange(inside, true)) << "called within a call";
-                    if (++calls == call)
-                        does(asked);
-                    inside = false;
-                };
-                if (inPaint)
-                    asked.onPaint = [&](HDC, const RECT&, const char*, unsigned, unsigned) {
-                        act();
-                    };
-                else
-                    asked.onEvent = [&](const char*, const char*, char*, int) {
-                        act();
-                        return true;
-                    };
-                asked.stage.Play(document +
-                                 std::string("transition time.1=200\ntransition effect=wipe LR\n"));
-                clock.Advance(asked.stage.area, 150);
-                EXPECT_GE(calls, call);
-                if (std::string(name) == "stop" || std::string(name).rfind("destroy", 0) == 0) {
-                    EXPECT_TRUE(clock.timers.empty());
-                } else {
-                    clock.Advance(asked.stage.area, 2000);
-                    EXPECT_FALSE(clock.timers.empty());
-                }
-            }
+    for (const int round : {0, 1, 2, 3}) {
+        const bool inPaint = round > 1;
+        for (const auto& [name, action] : actions) {
+            SCOPED_TRACE(name + (" in call " + std::to_string(round % 2 + 1)) +
+                         (inPaint ? " of paint" : " of event"));
+            const HeldClock clock;
+            Asked asked;
+            int calls = 0;
+            bool inside = false;
+            const auto act = [&, &does = action] {
+                EXPECT_FALSE(std::exchange(inside, true)) << "called within a call";
+                if (calls++ == round % 2)
+                    does(asked);
+                inside = false;
+                return true;
+            };
+            if (inPaint)
+                asked.onPaint = std::bind(act);
+            else
+                asked.onEvent = std::bind(act);
+            asked.stage.Play(document +
+                             std::string("transition time.1=200\ntransition effect=wipe LR\n"));
+            clock.Advance(asked.stage.area, 150);
+            EXPECT_GT(calls, round % 2);
+            const bool ends = name[0] == 's' || name[0] == 'd';
+            if (!ends)
+                clock.Advance(asked.stage.area, 2000);
+            EXPECT_EQ(clock.timers.empty(), ends);
         }
     }
 }
@@ -152,26 +141,25 @@ TEST(PromoHandlers, ObjectsAndProceduresComeAndGoOnOneWindow) {
         const auto original = GetWindowLongPtrW(stage.area, GWLP_WNDPROC);
         std::unique_ptr<CPromoScript> scripts[2];
         CLinkControl links[2];
-        bool above = false;
-        bool linked = false;
+        bool above = false, linked = false;
         for (int move = 0; move < 12; ++move) {
             auto& script = scripts[dice.Below(2)];
             CLinkControl& link = links[dice.Below(2)];
             char text[] = "link";
             bool plays = false;
             const int what = dice.Below(7);
-            if (what == 0) {
+            if (what == 0)
                 linked = link.SubClass(stage.area, text, text, 0) != FALSE || linked;
-            } else if (what == 1) {
+            else if (what == 1)
                 link.Restore();
-            } else if (what == 2) {
+            else if (what == 2)
                 script.reset();
-            } else if (what == 3 && script != nullptr) {
+            else if (what == 3 && script != nullptr)
                 script->Resume();
-            } else if (what == 4 && !std::exchange(above, true)) {
+            else if (what == 4 && !std::exchange(above, true))
                 procedureBefore = reinterpret_cast<WNDPROC>(SetWindowLongPtrW(
                     stage.area, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&PassingOn)));
-            } else if (what > 4) {
+            if (what > 4) {
                 script = std::make_unique<CPromoScript>();
                 stage.Prepare(*script, "wait=100\n[a.1]\ntext.1=X\n[a.2]\ntext.1=Y\n");
                 plays = script->Go();

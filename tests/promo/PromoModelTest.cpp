@@ -7,6 +7,7 @@
 #include <cstring>
 #include <map>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -17,18 +18,12 @@ using Document = std::map<std::string, Section>;
 void LoadInto(CIniFileReader& reader, const Document& document) {
     std::string text;
     for (const auto& [name, section] : document) {
-        text += "[" + name + "]\r\n";
+        text += "[" + name + "]\n";
         for (const auto& [key, value] : section)
-            text += static_cast<char>(std::toupper(key[0])) + key.substr(1) + "=" + value + "\r\n";
+            text += static_cast<char>(std::toupper(key[0])) + key.substr(1) + "=" + value + "\n";
     }
     ASSERT_TRUE(reader.InitFromBuffer(reinterpret_cast<const unsigned char*>(text.data()),
                                       static_cast<unsigned>(text.size()), false));
-}
-
-std::string Get(const Document& document, const std::string& section, const std::string& key) {
-    const auto found = document.find(section);
-    const auto value = found != document.end() ? found->second.find(key) : Section::iterator{};
-    return found != document.end() && value != found->second.end() ? value->second : "";
 }
 
 std::string Dot(const std::string& name, int number) {
@@ -38,19 +33,16 @@ std::string Dot(const std::string& name, int number) {
 /// Where a script goes on, from the rules of the language.
 struct SequencerModel {
     /// Empty: there is no such text.
-    std::string Text(int inStep, int inSubStep) const {
-        const std::string section = Dot(script, inStep);
-        std::string text = Get(document, section, Dot("text", inSubStep));
-        std::vector<std::string> others;
-        for (std::string one; text.empty(); others.push_back(one)) {
-            const int number = static_cast<int>(others.size()) + 1;
-            one = Get(document, section, Dot(Dot("random", inSubStep), number));
-            if (one.empty())
-                break;
-        }
-        if (!others.empty())
-            text = others[static_cast<std::size_t>(std::rand()) % others.size()];
-        const std::string event = Get(document, section, Dot("special event", inSubStep));
+    std::string Text(int inStep, int inSubStep) {
+        Section& section = document[Dot(script, inStep)];
+        std::string text = section[Dot("text", inSubStep)];
+        const std::string random = Dot("random", inSubStep);
+        int others = 0;
+        while (text.empty() && !section[Dot(random, others + 1)].empty())
+            ++others;
+        if (others > 0)
+            text = section[Dot(random, std::rand() % others + 1)];
+        const std::string event = section[Dot("special event", inSubStep)];
         return text.empty() || event == "veto" ? "" : text + event;
     }
 
@@ -61,12 +53,12 @@ struct SequencerModel {
                 return text;
             ++step;
             subStep = 1;
-            const std::string section = Dot(script, step);
-            if (const std::string target = Get(document, section, "goto.script"); !target.empty()) {
-                returnScript = Get(document, section, "returnto.script");
-                const std::string back = Get(document, section, "returnto.step");
+            Section& section = document[Dot(script, step)];
+            if (!section["goto.script"].empty()) {
+                returnScript = section["returnto.script"];
+                const std::string back = section["returnto.step"];
                 returnStep = back.empty() || back == "x" ? -1 : std::stoi(back);
-                script = target;
+                script = section["goto.script"];
                 step = 1;
                 subStep = 0;
             } else if (const auto text = Text(step, 1); !text.empty()) {
@@ -86,7 +78,7 @@ struct SequencerModel {
         return "";
     }
 
-    const Document& document;
+    Document document;
     std::string script = "a";
     int step = 1;
     int subStep = 0;
@@ -131,15 +123,6 @@ struct StyleFields {
                                 refresh, time,       effect,   transition};
 };
 
-/// The sources of a sub-step's properties, the first one first, as (section, suffix of keys).
-std::vector<std::pair<std::string, std::string>> Sources(const Document& document) {
-    return {{"general", ""},
-            {"style." + Get(document, "a.1", "style"), ""},
-            {"a.1", ""},
-            {"style." + Get(document, "a.1", "style.2"), ""},
-            {"a.1", ".2"}};
-}
-
 } // namespace
 
 TEST(PromoModel, TextsFollowAsTheRulesSay) {
@@ -148,8 +131,7 @@ TEST(PromoModel, TextsFollowAsTheRulesSay) {
         const Document document = RandomScripts(dice);
         CIniFileReader reader;
         LoadInto(reader, document);
-        char script[260] = "a";
-        char returnScript[260] = "";
+        char script[260] = "a", returnScript[260] = "";
         int step = 1, subStep = 0, returnStep = -1;
         bool* mark = nullptr;
         const vtr::PromoEvents events{[](const char* event, const char*, char* out, int, void*) {
@@ -166,8 +148,8 @@ TEST(PromoModel, TextsFollowAsTheRulesSay) {
             std::srand(static_cast<unsigned>(move));
             const std::string expected = model.Next();
             ASSERT_EQ(text, expected) << "move " << move;
-            ASSERT_EQ(Dot(Dot(script, step), subStep),
-                      Dot(Dot(model.script, model.step), model.subStep))
+            ASSERT_EQ(std::tie(script, step, subStep),
+                      std::tie(model.script, model.step, model.subStep))
                 << "move " << move;
             shown += expected.empty() ? 0 : 1;
         }
@@ -202,29 +184,31 @@ TEST(PromoModel, ThePropertyOfTheLastSourceThatHasAValidOneCounts) {
     };
     const std::string here = "font size@" + std::to_string(GetSystemMetrics(SM_CXFULLSCREEN));
     EachRound(63, 600, [&](Dice& dice, int) {
+        const std::string styles[] = {dice.Below(3) == 0 ? "" : "s", dice.Below(3) == 0 ? "" : "t"};
         Document document;
-        document["a.1"] = {{"style", dice.Below(3) == 0 ? "" : "s"},
-                           {"style.2", dice.Below(3) == 0 ? "" : "t"}};
-        const auto sources = Sources(document);
+        document["a.1"] = {{"style", styles[0]}, {"style.2", styles[1]}};
         long long expected[std::size(kinds)];
-        for (std::size_t i = 0; i < std::size(kinds); ++i)
-            expected[i] = kinds[i].initial;
+        std::transform(std::begin(kinds), std::end(kinds), expected,
+                       [](const Kind& kind) { return kind.initial; });
         int pixels[4]{}, percents[4]{};
-        for (const auto& [section, suffix] : sources) {
+        // The sources of a sub-step's properties, the first one first.
+        for (const auto& [section, suffix] : {std::pair<std::string, std::string>("general", ""),
+                                              {"style." + styles[0], ""},
+                                              {"a.1", ""},
+                                              {"style." + styles[1], ""},
+                                              {"a.1", ".2"}}) {
             if (section == "style.")
                 continue;
             Section& keys = document[section];
             for (std::size_t i = 0; i < std::size(kinds); ++i) {
-                const auto valid = Split(Split(kinds[i].values, ';')[0], '|');
-                const auto invalid = Split(Split(kinds[i].values, ';')[1], '|');
                 const int choice = dice.Below(3);
-                if (choice == 0) {
-                    const auto value = Split(dice.Any(valid), '=');
-                    keys[kinds[i].key + suffix] = value[0];
-                    expected[i] = std::stoll(value[1]);
-                } else if (choice == 1) {
-                    keys[kinds[i].key + suffix] = dice.Any(invalid);
-                }
+                const auto values = Split(kinds[i].values, ';');
+                const auto valid = Split(dice.Any(Split(values[0], '|')), '=');
+                if (choice == 0)
+                    expected[i] = std::stoll(valid[1]);
+                if (choice < 2)
+                    keys[kinds[i].key + suffix] =
+                        choice == 0 ? valid[0] : dice.Any(Split(values[1], '|'));
             }
             if (dice.Below(6) == 0) {
                 keys[here + suffix] = "31";
@@ -232,9 +216,8 @@ TEST(PromoModel, ThePropertyOfTheLastSourceThatHasAValidOneCounts) {
             }
             if (dice.Below(6) == 0)
                 keys["font size@1" + suffix] = "32";
-            for (int side = 0; side < 4; ++side) {
-                const std::string name =
-                    std::vector{"left", "top", "right", "bottom"}[static_cast<std::size_t>(side)];
+            for (std::size_t side = 0; side < 4; ++side) {
+                const std::string name = std::vector{"left", "top", "right", "bottom"}[side];
                 const int pixel = dice.Below(4), percent = dice.Below(4);
                 if (pixel < 2)
                     keys[name + " margin" + suffix] = pixel == 0 ? "12" : "x";
@@ -250,13 +233,13 @@ TEST(PromoModel, ThePropertyOfTheLastSourceThatHasAValidOneCounts) {
         LoadInto(reader, document);
         StyleFields fields;
         const vtr::PromoStyle& s = fields.style;
+        const LOGFONTA& font = s.font;
         s.Resolve(reader, "a", 1, 2);
-        const LONG values[] = {// in the order of the kinds
-                               s.font.lfWeight,
-                               s.font.lfItalic,
-                               s.font.lfUnderline,
-                               s.font.lfHeight,
-                               s.font.lfFaceName[0],
+        const LONG values[] = {font.lfWeight,
+                               font.lfItalic,
+                               font.lfUnderline,
+                               font.lfHeight,
+                               font.lfFaceName[0],
                                s.horizontal,
                                s.vertical,
                                LONG(s.textColor),
@@ -271,24 +254,7 @@ TEST(PromoModel, ThePropertyOfTheLastSourceThatHasAValidOneCounts) {
             EXPECT_EQ(values[i], expected[i]) << kinds[i].key;
         const UINT aligned[] = {0, DT_CENTER, DT_RIGHT};
         EXPECT_EQ(s.textFormat, DT_WORDBREAK | DT_NOPREFIX | aligned[s.horizontal]);
-        EXPECT_TRUE(std::equal(pixels, pixels + 4, s.marginPixels));
-        EXPECT_TRUE(std::equal(percents, percents + 4, s.marginPercents));
+        EXPECT_TRUE(std::equal(pixels, pixels + 4, s.marginPixels) &&
+                    std::equal(percents, percents + 4, s.marginPercents));
     });
-}
-
-TEST(PromoModel, EscapesBecomeBreaksAndTabs) {
-    struct Row {
-        const char* name;
-        const char* text;
-        const char* expected;
-    };
-    for (const Row& row :
-         {Row{"both", "a\\tb\\nc", "a\tb\r\nc"}, Row{"at the end", "a\\n", "a\r\n"},
-          Row{"tab at the end", "\\t", "\t"}, Row{"tabs", "\\t\\t\\t", "\t\t\t"},
-          Row{"others stay", "\\a\\\\n\\", "\\a\\\r\n\\"}, Row{"empty", "", ""}}) {
-        char text[32];
-        std::strcpy(text, row.text);
-        vtr::UnescapePromoText(text);
-        EXPECT_STREQ(text, row.expected) << row.name;
-    }
 }

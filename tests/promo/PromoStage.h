@@ -1,6 +1,7 @@
 #ifndef VTRUTILS_TESTS_PROMO_PROMOSTAGE_H
 #define VTRUTILS_TESTS_PROMO_PROMOSTAGE_H
 
+#include "common/Handles.h"
 #include "tests/promo/Split.h"
 #include "tests/support/HeldClock.h"
 #include "tests/support/TestWindow.h"
@@ -16,7 +17,10 @@ public:
         : width(stageWidth), height(stageHeight),
           area(CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE, 0, 0, stageWidth,
                                stageHeight, window, nullptr, GetModuleHandleW(nullptr), nullptr)),
-          script(std::make_unique<CPromoScript>()) {}
+          script(std::make_unique<CPromoScript>()) {
+        script->SetOwnerDrawBackgroundHandler(
+            [](HDC, const RECT&, const char*, unsigned, unsigned, void*) {}, nullptr);
+    }
 
     /// The text begins in the section "general", unless that is given too.
     void Prepare(CPromoScript& player, const std::string& text,
@@ -46,12 +50,7 @@ public:
         InvalidateRect(area, nullptr, FALSE);
         UpdateWindow(area);
     }
-    COLORREF Pixel(int x, int y) const {
-        const HDC dc = GetDC(area);
-        const COLORREF color = GetPixel(dc, x, y);
-        ReleaseDC(area, dc);
-        return color;
-    }
+    COLORREF Pixel(int x, int y) const { return GetPixel(vtr::WindowDc(GetDC(area)).Get(), x, y); }
     COLORREF Corner() const { return Pixel(width - 1, height - 1); }
 
     int width;

@@ -256,30 +256,30 @@ TEST(ExplorerTree, WalksToTheStartPath) {
     const std::string base = PathOf(folder);
     const std::string deep = Make(Make(folder.File("one")) + "\\Two");
     MakeShortcut(folder.File("way.lnk"), base + "\\one");
-    struct Row {
-        const char* name;
-        std::string start;
-        std::string reached; ///< "" for no selection
-    };
     const TestWindow window;
     Tree tree(window);
     EXPECT_STREQ(tree.CurrentSelection(), "");
-    for (const Row& row :
-         {Row{"none", "", ""}, Row{"folder", deep, deep}, Row{"end", deep + "\\\\", deep},
-          Row{"case", base + "\\ONE\\tWO", deep}, Row{"missing", deep + "\\x\\y", deep},
-          Row{"root", "C:\\", "C:\\"}, Row{"small root", "c:\\", "C:\\"},
-          Row{"bare drive", "C:", "C:\\"}, Row{"first folder", "C:\\windows", "C:\\windows"},
-          Row{"missing at root", "C:\\no such folder", "C:\\"}, Row{"no drive", "Q:\\x", ""},
-          Row{"server", "\\\\server\\share\\x", ""}, Row{"no path", "windows", ""},
-          Row{"shortcut's name", base + "\\way", base},
-          Row{"too long", base + "\\" + std::string(300, 'x'), base}}) {
-        SCOPED_TRACE(row.name);
-        ASSERT_TRUE(tree.Show(row.start));
-        EXPECT_TRUE(tree.Loaded());
-        EXPECT_EQ(tree.PathOf(tree.Caret()), row.reached);
-        EXPECT_EQ(tree.CurrentSelection(), row.reached);
-        EXPECT_EQ(GetFocus() == tree.View(), !row.reached.empty());
-        EXPECT_TRUE(tree.told.empty());
+    // A start path and what is reached; "" for no selection.
+    for (const auto& [start, reached] : {std::pair<std::string, std::string>("", ""),
+                                         {deep, deep},
+                                         {deep + "\\\\", deep},
+                                         {base + "\\ONE\\tWO", deep},
+                                         {deep + "\\x\\y", deep},
+                                         {"c:\\", "C:\\"},
+                                         {"C:", "C:\\"},
+                                         {"C:\\windows", "C:\\windows"},
+                                         {"C:\\no such folder", "C:\\"},
+                                         {"Q:\\x", ""},
+                                         {"\\\\server\\share\\x", ""},
+                                         {"windows", ""},
+                                         {base + "\\way", base},
+                                         {base + "\\" + std::string(300, 'x'), base}}) {
+        SCOPED_TRACE(start);
+        ASSERT_TRUE(tree.Show(start));
+        EXPECT_TRUE(tree.Loaded() && tree.told.empty());
+        EXPECT_EQ(tree.PathOf(tree.Caret()), reached);
+        EXPECT_EQ(tree.CurrentSelection(), reached);
+        EXPECT_EQ(GetFocus() == tree.View(), !reached.empty());
     }
     tree.wanted.parent = nullptr;
     EXPECT_FALSE(tree.Show(base));

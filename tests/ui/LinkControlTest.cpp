@@ -6,6 +6,7 @@
 #include <cstring>
 #include <gtest/gtest.h>
 #include <memory>
+#include <tuple>
 
 namespace {
 
@@ -48,27 +49,22 @@ LRESULT CALLBACK Later(HWND window, UINT message, WPARAM wParam, LPARAM lParam) 
 
 TEST(LinkControl, FindsAndPaintsItsTextByTheStyle) {
     const TestWindow dialog;
-    struct Row {
-        const char* name;
-        DWORD style;
-        int width;
-        std::string text;
-    };
-    for (const Row& row : {Row{"left", SS_LEFT, 200, "link"}, Row{"right", SS_RIGHT, 200, "link"},
-                           Row{"centred", SS_CENTER, 201, "link"},
-                           Row{"centred, too narrow", SS_CENTER, 20, "a long link"},
-                           Row{"empty", SS_RIGHT, 50, ""}}) {
-        SCOPED_TRACE(row.name);
-        const TestWindow control(L"STATIC", WS_CHILD | WS_VISIBLE | row.style,
-                                 {40, 30, 40 + row.width, 70}, dialog);
+    for (const auto& [style, width, text] : {std::tuple(DWORD{SS_LEFT}, 200, std::string("link")),
+                                             {SS_RIGHT, 200, "link"},
+                                             {SS_CENTER, 201, "link"},
+                                             {SS_CENTER, 20, "a long link"},
+                                             {SS_RIGHT, 50, ""}}) {
+        SCOPED_TRACE(testing::Message() << text << ", style " << style);
+        const TestWindow control(L"STATIC", WS_CHILD | WS_VISIBLE | style, {40, 30, 40 + width, 70},
+                                 dialog);
         CLinkControl link;
-        ASSERT_EQ(SubClass(link, control, row.text), 1);
-        const SIZE size = SizeOf(dialog, row.text);
-        const long room = row.width - size.cx;
-        const long left = row.style == SS_LEFT ? 0 : row.style == SS_RIGHT ? room : room / 2;
+        ASSERT_EQ(SubClass(link, control, text), 1);
+        const SIZE size = SizeOf(dialog, text);
+        const long room = width - size.cx;
+        const long left = style == SS_LEFT ? 0 : style == SS_RIGHT ? room : room / 2;
         const RECT hit = link.GetLastHitRect();
         EXPECT_EQ(hit, (RECT{left, 0, left + size.cx, size.cy + 7}));
-        const long seen = std::min<long>(hit.right, row.width) - std::max(left, 0L);
+        const long seen = std::min<long>(hit.right, width) - std::max(left, 0L);
         EXPECT_EQ(BluePoints(control, static_cast<int>(size.cy)), seen) << "underline";
 
         // The extents of the text count from the control's own corner, wherever the text is.

@@ -5,6 +5,7 @@
 
 #include <cstring>
 #include <gtest/gtest.h>
+#include <tuple>
 
 namespace {
 
@@ -72,22 +73,18 @@ TEST(MyToolTip, ShowsTheTextOfThePointBelowTheCursor) {
 
 TEST(MyToolTip, ShowsNothingWithoutAText) {
     Watched watched;
-    struct Row {
-        const char* name;
-        int answer;
-        std::string text;
-        std::wstring shown;
-    };
-    for (const Row& row :
-         {Row{"no tip", 0, "text", L""}, Row{"empty", 1, "", L""},
-          Row{"negative", -1, "a & b", L"a & b"}, Row{"lines", 1, "one\ntwo", L"one\ntwo"},
-          Row{"longest", 1, std::string(2047, 'i'), std::wstring(2047, L'i')}}) {
-        SCOPED_TRACE(row.name);
-        watched.answer = row.answer;
-        watched.text = row.text;
-        EXPECT_EQ(watched.ShowsAtOnce(), !row.shown.empty());
+    for (const auto& [answer, text, shown] :
+         {std::tuple(0, std::string("text"), std::wstring()),
+          {1, "", L""},
+          {-1, "a & b", L"a & b"},
+          {1, "one\ntwo", L"one\ntwo"},
+          {1, std::string(2047, 'i'), std::wstring(2047, L'i')}}) {
+        SCOPED_TRACE(text);
+        watched.answer = answer;
+        watched.text = text;
+        EXPECT_EQ(watched.ShowsAtOnce(), !shown.empty());
         const HWND tip = OpenWindow(tipClass);
-        EXPECT_EQ(tip != nullptr ? TextOf(tip) : L"", row.shown);
+        EXPECT_EQ(tip != nullptr ? TextOf(tip) : L"", shown);
         watched.tip.HideToolTip();
     }
 }

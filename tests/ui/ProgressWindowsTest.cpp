@@ -31,25 +31,21 @@ std::string Text(const char* text) {
 } // namespace
 
 TEST(ProgressMeter, ScalesItsBar) {
-    struct Row {
-        int maximum;
-        int progress;
-        int range;
-        int position;
-    };
     const TestWindow owner;
     CProgressMeter meter;
-    for (const Row& row :
-         {Row{100, 101, 100, 100}, Row{100, -1, 100, 0}, Row{65535, 65534, 65535, 65534},
-          Row{65536, 32768, 65535, 32767}, Row{INT_MAX, INT_MAX, 65535, 65535}, Row{0, 5, 0, 0},
-          Row{-3, 1, 0, 0}}) {
-        SCOPED_TRACE(testing::Message() << row.progress << " of " << row.maximum);
-        ASSERT_TRUE(meter.Show(owner, row.maximum, Text("Copying").data()));
+    for (const auto& [maximum, progress, range, position] : {std::tuple(100, 101, 100, 100),
+                                                             {100, -1, 100, 0},
+                                                             {65535, 65534, 65535, 65534},
+                                                             {65536, 32768, 65535, 32767},
+                                                             {INT_MAX, INT_MAX, 65535, 65535},
+                                                             {-3, 1, 0, 0}}) {
+        SCOPED_TRACE(testing::Message() << progress << " of " << maximum);
+        ASSERT_TRUE(meter.Show(owner, maximum, Text("Copying").data()));
         EXPECT_EQ(TextOf(OpenWindow()), L"Copying");
         EXPECT_EQ(AskBar(meterBar, PBM_GETPOS), 0);
-        meter.SetProgress(row.progress);
-        EXPECT_EQ(AskBar(meterBar, PBM_GETPOS), row.position);
-        EXPECT_EQ(AskBar(meterBar, PBM_GETRANGE), row.range);
+        meter.SetProgress(progress);
+        EXPECT_EQ(AskBar(meterBar, PBM_GETPOS), position);
+        EXPECT_EQ(AskBar(meterBar, PBM_GETRANGE), range);
     }
     const RECT place = ScreenRect(OpenWindow());
     const RECT over = ScreenRect(owner);
@@ -154,32 +150,26 @@ TEST(LongOperationDlg, ShowsWhatWasSet) {
     EXPECT_EQ(TextOf(GetDlgItem(OpenWindow(), operationText)), std::wstring(511, L'x'));
     operation.SetProgressText(nullptr);
     EXPECT_EQ(TextOf(GetDlgItem(OpenWindow(), operationText)), L"");
-    ASSERT_TRUE(operation.Go(nullptr, owner)) << "a second time";
-    operation.End();
-    EXPECT_FALSE(operation.Showing() || OpenWindow() != nullptr);
-    operation.SetProgress(1);
-}
-
-TEST(LongOperationDlg, WaitsForItsTimer) {
-    const TestWindow owner;
-    CLongOperationDlg operation;
     operation.UseTimerToUpdate(true);
+    ASSERT_TRUE(operation.Go(nullptr, owner)) << "a second time";
     operation.SetMaxProgress(10);
-    ASSERT_TRUE(operation.Go(nullptr, owner));
     operation.SetProgress(5);
     operation.SetTitle(Text("Later").data());
-    EXPECT_EQ(Percent(), L"0%");
+    EXPECT_EQ(Percent(), L"0%") << "it waits for its timer";
     PumpUntil("the timer", [&] { return Percent() == L"50%" && TextOf(OpenWindow()) == L"Later"; });
     operation.UseTimerToUpdate(false);
     operation.SetProgress(6);
     EXPECT_EQ(Percent(), L"60%");
+    operation.End();
+    EXPECT_FALSE(operation.Showing() || OpenWindow() != nullptr);
+    operation.SetProgress(1);
 }
 
 TEST(LongOperationDlg, TellsCancelFromClose) {
     const TestWindow owner;
     CLongOperationDlg operation;
     operation.SetMaxProgress(10);
-    for (const bool cancels : {true, false}) {
+    for (const bool cancels : {true, false, true}) {
         ASSERT_TRUE(operation.Go(nullptr, owner));
         EXPECT_FALSE(operation.UserPushedCancel());
         if (cancels)
@@ -189,7 +179,7 @@ TEST(LongOperationDlg, TellsCancelFromClose) {
         operation.SetProgress(1);
         EXPECT_FALSE(operation.Showing());
         EXPECT_EQ(operation.UserPushedCancel(), cancels);
-        operation.ClearCancelButton();
-        EXPECT_FALSE(operation.UserPushedCancel());
     }
+    operation.ClearCancelButton();
+    EXPECT_FALSE(operation.UserPushedCancel());
 }

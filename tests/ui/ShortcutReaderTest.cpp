@@ -7,6 +7,7 @@
 
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <tuple>
 
 namespace {
 
@@ -33,18 +34,13 @@ TEST(ShortcutReader, FindsWhereShortcutsLead) {
     const std::string missing = folder.File("gone");
     const std::string longest = "C:\\" + std::string(256, 'n');
     CShortcutReader reader;
-    struct Row {
-        const char* name;
-        std::string target;
-        int size;
-        std::string found;
-    };
-    for (const Row& row :
+    using Row = std::tuple<const char*, std::string, int, std::string>;
+    for (const auto& [name, target, size, found] :
          {Row{"folder", sub, MAX_PATH, sub}, Row{"drive", "C:\\", MAX_PATH, "C:\\"},
           Row{"missing", missing, MAX_PATH, missing}, Row{"cut", sub, 10, sub.substr(0, 9)},
           Row{"no room", sub, 1, "-"}, Row{"longest", longest, MAX_PATH, longest}}) {
-        const std::string shortcut = MakeShortcut(folder.File(row.name) + ".lnk", row.target);
-        EXPECT_EQ(TargetOf(reader, shortcut, row.size), row.found) << row.name;
+        const std::string shortcut = MakeShortcut(folder.File(name) + ".lnk", target);
+        EXPECT_EQ(TargetOf(reader, shortcut, size), found) << name;
     }
     for (const std::string& path : {missing, std::string(600, 'x'), std::string()})
         EXPECT_EQ(TargetOf(reader, path), "-") << path;

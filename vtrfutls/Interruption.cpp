@@ -35,17 +35,18 @@ InterruptibleSockets::~InterruptibleSockets() {
 }
 
 bool InterruptUntilEnd(HANDLE thread, DWORD milliseconds) {
-    // Once is not enough: a thread that was on its way to a wait, or tries again after the failure
-    // of one, waits anew.
     // Most often it has ended already.
     if (WaitForSingleObject(thread, 0) == WAIT_OBJECT_0)
         return true;
-    for (DWORD waited = 0; waited < milliseconds; waited += step) {
+    // Once is not enough: a thread that was on its way to a wait, or tries again after the failure
+    // of one, waits anew. Waits may take longer than they are asked to, so the clock counts.
+    const ULONGLONG begun = GetTickCount64();
+    do {
         if (cancelSynchronousIo.Get() != nullptr)
             cancelSynchronousIo.Get()(thread);
         if (WaitForSingleObject(thread, step) == WAIT_OBJECT_0)
             return true;
-    }
+    } while (GetTickCount64() - begun < milliseconds);
     return false;
 }
 

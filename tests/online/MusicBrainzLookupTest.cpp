@@ -180,7 +180,8 @@ TEST(MusicBrainzLookup, ServesManyThreadsAndTheLastSearch) {
             else if (dice.Below(3) == 0)
                 lookup.CancelCurrentSearch();
             else if (dice.Below(8) == 0)
-                Finished(lookup);
+                while (!lookup.IsSearchComplete())
+                    Sleep(1); // the records are for one thread
         }
     });
     EXPECT_EQ(lookup.Run("Foo"), whole);
@@ -211,7 +212,9 @@ TEST(MusicBrainzLookup, CopiesSettingsButNoRecordsAndNoThread) {
     const NoThreads none;
     std::thread server(
         [&served, lookup = served.get()] { MusicSearch::MusicBrainzWorker(lookup); });
-    EXPECT_EQ(served->Run("Foo"), whole);
+    while (!served->Post("Foo"))
+        Sleep(1);
+    EXPECT_EQ(Finished(*served), whole);
     served.reset();
     server.join();
 }
@@ -240,7 +243,7 @@ TEST(MusicBrainzLookup, IsLeftByAThreadThatDoesNotEnd) {
         QuickWaits::leave = 10000;
         EXPECT_EQ(services.folder.Listing(), "TEMPFILENAME");
         SetEvent(stop.goOn.Get());
-        while (!services.folder.Listing().empty())
+        while (services.folder.Listing().find("TEMPFILENAME") != std::string::npos)
             Sleep(1); // the thread deletes the file
     }
 }

@@ -73,6 +73,7 @@ TEST_F(Internet, SucceedsWithWholeRepliesOnly) {
         {"plain", "/fault-chunked", true, 1000, 0},
         {"plain", "/fault-empty", true, 0, 0},
         {"plain", "/fault-404", false, 0, 0},
+        {"plain", "/fault-503", false, 0, 0},
         {"plain", "/fault-redirect/", true, 1000, 1000},
         {"plain", "/fault-redirect-loop/", false, 0, 0},
         {"tls", "/none", true, 1000, 1000},
@@ -121,9 +122,10 @@ TEST_F(Internet, SendsAUrlWithinTheCharactersOfUrls) {
     const std::string good = Url("plain", "/");
     EXPECT_FALSE(download.StartDownload(nullptr, good.c_str(), file.c_str(), 0));
     EXPECT_FALSE(download.StartDownload(session, nullptr, file.c_str(), 0));
-    for (const char* path : {static_cast<const char*>(nullptr), "", folder.Path().c_str(),
-                             (folder.Path() + "none\\file").c_str()})
-        EXPECT_FALSE(download.StartDownload(session, good.c_str(), path, 0));
+    EXPECT_FALSE(download.StartDownload(session, good.c_str(), nullptr, 0));
+    for (const std::string& path :
+         std::vector<std::string>{"", folder.Path(), folder.Path() + "none\\file"})
+        EXPECT_FALSE(download.StartDownload(session, good.c_str(), path.c_str(), 0)) << path;
     AllocationFault fault("vtrfutls.dll");
     EXPECT_GE(fault.ForEachAllocation([&](unsigned) {
         CInternetDownload starved;
@@ -168,10 +170,11 @@ TEST_F(Internet, TerminatesWhateverItWaitsFor) {
             EXPECT_LT(GetTickCount64() - begin, 1000u);
         });
         EXPECT_FALSE(download.WasSuccessful());
-        EXPECT_LE(Threads(), threads);
-        EXPECT_LE(NextHandle(), handle);
         EXPECT_TRUE(IsFree(file));
     }
+    // Less than one each time: the system has some of its own.
+    EXPECT_LE(Threads(), threads + 4);
+    EXPECT_LE(NextHandle(), handle + 16);
     EXPECT_TRUE(Fetch(download, Url("plain", "/none?reply-own"))) << "it can be used again";
 }
 
@@ -191,9 +194,11 @@ TEST_F(Internet, LeavesNothingWhenDestroyedInMidTransfer) {
         [&] { EXPECT_TRUE(IsFree(file)); });
 }
 
+HANDLE nameServerAsked = nullptr;
 HANDLE nameServerAnswers = nullptr;
 
 BOOL WINAPI WaitForNameServer(HINTERNET, LPCSTR, DWORD, LPVOID, DWORD) {
+    SetEvent(nameServerAsked);
     WaitForSingleObject(nameServerAnswers, INFINITE);
     return FALSE;
 }
@@ -202,19 +207,20 @@ BOOL WINAPI WaitForNameServer(HINTERNET, LPCSTR, DWORD, LPVOID, DWORD) {
 TEST_F(Internet, LeavesAThreadThatCannotBeEnded) {
     const Watchdog watchdog("the thread that was left");
     const vtr::KernelHandle answers(CreateEventA(nullptr, /*bManualReset=*/TRUE, FALSE, nullptr));
+    const vtr::KernelHandle asked(CreateEventA(nullptr, /*bManualReset=*/TRUE, FALSE, nullptr));
     nameServerAnswers = answers.Get();
+    nameServerAsked = asked.Get();
     const ImportPatch patch(GetModuleHandleA("vtrfutls.dll"), "wininet.dll", "HttpSendRequestA",
                             reinterpret_cast<void*>(&WaitForNameServer));
     const unsigned threads = Threads();
-    const ULONGLONG begin = GetTickCount64();
     {
         CInternetDownload download;
         ASSERT_TRUE(Start(download, Url("plain", "/")));
+        WaitForSingleObject(asked.Get(), INFINITE);
         download.TerminateDownload();
         EXPECT_FALSE(download.IsDownloading());
         EXPECT_TRUE(IsFree(file));
     }
-    EXPECT_LT(GetTickCount64() - begin, 1000u);
     SetEvent(answers.Get());
     while (Threads() > threads)
         Sleep(1);
@@ -267,6 +273,7 @@ TEST_F(Internet, FileIsReadOnceItIsWhole) {
         EXPECT_EQ(object->Read(bytes, 1), 0);
         EXPECT_EQ(object->Read(nullptr, 1), -1);
         EXPECT_EQ(object->Read(bytes, -1), -1);
+        EXPECT_TRUE(object->CompleteDownload(true) && !object->DownloadWasSuccessful());
         ASSERT_NE(object->OpenFromInternet(&access, held.c_str(), file.c_str()), 0);
         ServiceControl("held/1");
     }

@@ -7,7 +7,7 @@ source scripts/cross-includes.sh
 
 files=("$@")
 [ ${#files[@]} -gt 0 ] || mapfile -t files < <(git ls-files "common/*.cpp" "utilities/*.cpp" "vtrfutls/*.cpp")
-flags=("${cross_includes[@]}" -std=c++20 -I. -Ibuild/release/utilities -DVTRUTILS_BUILD -DVTRFUTLS_BUILD
+flags=("${cross_includes[@]}" -isystem build/sources/libjsoncpp/include -std=c++20 -I. -Ibuild/release/utilities -DVTRUTILS_BUILD -DVTRFUTLS_BUILD
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wcast-qual -Wformat=2
     -Wnon-virtual-dtor -Woverloaded-virtual -Wundef -Wunreachable-code -Wcomma -Wimplicit-fallthrough)
 # xargs puts the file behind the flags. The counts of warnings are those of system headers.

@@ -52,10 +52,12 @@ void WINAPI GiveBackRecord(void* record) {
 
 // Not `thread_local`, for which the run-time takes memory.
 std::atomic<DWORD> slot{FLS_OUT_OF_INDEXES};
+std::atomic<bool> unloading{false};
 
+/// None once the library is being unloaded.
 DWORD Slot() {
     DWORD known = slot;
-    if (known == FLS_OUT_OF_INDEXES) {
+    if (known == FLS_OUT_OF_INDEXES && !unloading) {
         const DWORD made = FlsAlloc(GiveBackRecord);
         if (slot.compare_exchange_strong(known, made))
             return made;
@@ -64,12 +66,19 @@ DWORD Slot() {
     return known;
 }
 
+/// For the thread that unloads the library, after its slot is gone.
+__cxxabiv1::__cxa_eh_globals* LastRecord() {
+    alignas(16) static unsigned char record[2 * sizeof(void*)];
+    return reinterpret_cast<__cxxabiv1::__cxa_eh_globals*>(record);
+}
+
 } // namespace
 
 namespace __gnu_cxx {
 
-/// When the library is unloaded.
+/// When the library is unloaded. A slot that stayed would call it when a thread ends later.
 void __freeres() {
+    unloading = true;
     const DWORD index = slot.exchange(FLS_OUT_OF_INDEXES);
     if (index != FLS_OUT_OF_INDEXES)
         FlsFree(index);
@@ -101,6 +110,8 @@ void __cxa_free_dependent_exception(__cxa_dependent_exception* exception) noexce
 __cxa_eh_globals* __cxa_get_globals() noexcept {
     const DWORD error = GetLastError();
     const DWORD index = Slot();
+    if (index == FLS_OUT_OF_INDEXES && unloading)
+        return LastRecord();
     void* record = FlsGetValue(index);
     if (record == nullptr) {
         record = Take(2 * sizeof(void*));

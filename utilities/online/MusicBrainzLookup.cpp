@@ -74,6 +74,7 @@ MusicBrainzLookup::MusicBrainzLookup(MyInternetAccess* session, const char* fold
 }
 
 MusicBrainzLookup::MusicBrainzLookup(const MusicBrainzLookup& other) noexcept
+    // The base is copied below, under the lock. NOLINTNEXTLINE(bugprone-copy-constructor-init)
     : CDLookup(), access(nullptr), tempFolder(), worker(nullptr), workerId(0), quit(false),
       pending(nullptr), link(nullptr) {
     *this = other;

@@ -73,8 +73,8 @@ MusicBrainzLookup::MusicBrainzLookup(MyInternetAccess* session, const char* fold
     Internals::HasWorker(*this);
 }
 
+// The base is copied with all else, under the lock. NOLINTNEXTLINE(bugprone-copy-constructor-init)
 MusicBrainzLookup::MusicBrainzLookup(const MusicBrainzLookup& other) noexcept
-    // The base is copied below, under the lock. NOLINTNEXTLINE(bugprone-copy-constructor-init)
     : CDLookup(), access(nullptr), tempFolder(), worker(nullptr), workerId(0), quit(false),
       pending(nullptr), link(nullptr) {
     *this = other;

@@ -289,14 +289,18 @@ TEST(PromoPlayback, TenThousandSubStepsTakeNoMoreHandlesThanOne) {
     EXPECT_LE(FreshPen(), before + 20);
 }
 
+std::atomic<int> crashes;
+
+LONG CALLBACK CountCrash(EXCEPTION_POINTERS* exception) {
+    crashes += exception->ExceptionRecord->ExceptionCode == DWORD{STATUS_ACCESS_VIOLATION};
+    return EXCEPTION_CONTINUE_SEARCH;
+}
+
 TEST(PromoPlayback, PlaysOrRefusesWithoutMemoryAndGdi) {
     HeldClock clock;
     // What goes wrong within a paint ends there: the system swallows it.
-    static std::atomic<int> crashes;
-    void* const watching = AddVectoredExceptionHandler(TRUE, [](EXCEPTION_POINTERS* exception) {
-        crashes += exception->ExceptionRecord->ExceptionCode == DWORD{STATUS_ACCESS_VIOLATION};
-        return LONG{EXCEPTION_CONTINUE_SEARCH};
-    });
+    crashes = 0;
+    void* const watching = AddVectoredExceptionHandler(TRUE, &CountCrash);
     const auto play = [&](const std::function<void()>& mend) {
         Stage stage;
         stage.Play(Transition("frames crossfade", "vert=center\n"));
